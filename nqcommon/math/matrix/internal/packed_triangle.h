@@ -1,0 +1,34 @@
+// The lower triangle of a square matrix packed by rows, the storage of every symmetric matrix here.
+//
+//   order 3:  s00 | s10 s11 | s20 s21 s22
+//
+// Positions are std::size_t: i(i+1)/2 leaves 32 bits from order 46341 on.
+#pragma once
+
+#include <cstddef>
+
+namespace NQMath_940::internal {
+
+// Position of element (i, 0), and the number of elements in a triangle of order i.
+constexpr std::size_t RowStart(std::size_t i) { return i * (i + 1) / 2; }
+
+// Position of element (i, j) of the lower triangle, j <= i.
+constexpr std::size_t LowerIndex(std::size_t i, std::size_t j) { return RowStart(i) + j; }
+
+// Position of element (i, j) or (j, i): the same cell.
+constexpr std::size_t SymIndex(std::size_t i, std::size_t j) {
+  return i >= j ? LowerIndex(i, j) : LowerIndex(j, i);
+}
+
+constexpr std::size_t DiagIndex(std::size_t i) { return LowerIndex(i, i); }
+
+// Calls f(j, element) for every element of row i of the full symmetric matrix, j = 0 .. n-1: along
+// the packed row up to the diagonal, then down the column, whose step grows by one a row.
+template <class Packed, class F>
+void ForEachInRow(Packed* s, std::size_t n, std::size_t i, F f) {
+  Packed* row = s + RowStart(i);
+  for (std::size_t j = 0; j <= i; ++j) f(j, row[j]);
+  for (std::size_t j = i + 1, at = LowerIndex(j, i); j < n; ++j, at += j) f(j, s[at]);
+}
+
+}  // namespace NQMath_940::internal
