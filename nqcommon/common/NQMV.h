@@ -20,18 +20,12 @@ class NQ_API NQMV {
 };
 
 // The system-missing value.
-constexpr double Getsysmis() {
-  return NQMV::gMissingValue;
-}
+constexpr double Getsysmis() { return NQMV::gMissingValue; }
 
 // Positive infinity (bits 0x7FF0000000000000).
-constexpr double GetLocalInfinity() {
-  return std::numeric_limits<double>::infinity();
-}
+constexpr double GetLocalInfinity() { return std::numeric_limits<double>::infinity(); }
 
 // The byte order of the platforms the library is built for.
-constexpr bool IsLittleEndian() {
-  return true;
-}
+constexpr bool IsLittleEndian() { return true; }
 
 }  // namespace NQCommon_940
