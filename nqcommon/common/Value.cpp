@@ -1,0 +1,424 @@
+#include <nqcommon/common/Value.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <ostream>
+#include <sstream>
+#include <stdexcept>
+
+#include <nqcommon/common/NQException.h>
+#include <nqcommon/common/text_conversion.h>
+
+namespace NQCommon_940 {
+
+static_assert(sizeof(Value) == 16);
+
+namespace {
+
+// How far apart equal reals may be, relative to the larger magnitude.
+constexpr double kEqualRealsStep = 2.22045e-14;
+
+bool IsNear(double a, double b, double step) {
+  if (a - b == 0) return true;
+  if (a == 0 || b == 0) return false;
+  return step * std::max(std::fabs(a), std::fabs(b)) >= std::fabs(a - b);
+}
+
+bool AreEqualReals(double a, double b) {
+  return NQMV::IsMissing(a) == NQMV::IsMissing(b) && IsNear(a, b, kEqualRealsStep);
+}
+
+long long Truncate(double x) {
+  // -2^63 is in range and 2^63 is not; NaN fails both comparisons.
+  constexpr double kLimit = 9223372036854775808.0;
+  if (x >= -kLimit && x < kLimit) return static_cast<long long>(x);
+  return std::numeric_limits<long long>::min();
+}
+
+template <typename T>
+T ReadText(const std::string& text, T fallBack) {
+  Str2T(text, fallBack);
+  return fallBack;
+}
+
+// -1 for a < b, 1 for b < a, 0 for neither.
+template <typename T>
+int Sign(const T& a, const T& b) {
+  return static_cast<int>(b < a) - static_cast<int>(a < b);
+}
+
+// Lexicographic order from the three-way order of two items. Each pair of items is visited once:
+// with `<` tried in both directions the cost would double at every level of nesting.
+template <typename Items, typename OrderItem>
+int OrderItems(const Items& a, const Items& b, OrderItem orderItem) {
+  for (auto i = a.begin(), j = b.begin(); i != a.end() && j != b.end(); ++i, ++j) {
+    if (const int order = orderItem(*i, *j); order != 0) return order;
+  }
+  return Sign(a.size(), b.size());
+}
+
+}  // namespace
+
+// All but the string are ready before any code runs.
+constinit const Value Value::NULL_VALUE;
+constinit const Value Value::BOOL_VALUE(false);
+constinit const Value Value::INTEGER_VALUE(0);
+constinit const Value Value::REAL_VALUE(SYSMISVALUE);
+const Value Value::STRING_VALUE("");
+
+// ---- Life cycle ---------------------------------------------------------------------------------
+
+Value::Value(const char* text) : Value(TextOf(text)) {}
+
+Value::Value(const std::string& text) : Value(StringType, Payload(new std::string(text))) {}
+
+Value* Value::Clone() const { return new Value(*this); }
+
+Value::Payload Value::CopyPayload() const {
+  switch (fType) {
+    case StringType:
+      return Payload(new std::string(*fPayload.fpString));
+    case ArrayType:
+      return Payload(new Array(*fPayload.fpArray));
+    case MapType:
+      return Payload(new Map(*fPayload.fpMap));
+    default:
+      return fPayload;
+  }
+}
+
+void Value::DeletePayload() noexcept {
+  switch (fType) {
+    case StringType:
+      delete fPayload.fpString;
+      break;
+    case ArrayType:
+      delete fPayload.fpArray;
+      break;
+    case MapType:
+      delete fPayload.fpMap;
+      break;
+    default:
+      break;
+  }
+}
+
+std::string Value::TextOf(const char* text) { return text ? text : ""; }
+
+// ---- Assignment ---------------------------------------------------------------------------------
+
+Value& Value::operator=(const Value& other) {
+  if (this != &other) *this = Value(other);
+  return *this;
+}
+
+Value& Value::operator=(Value&& other) noexcept {
+  // The old payload goes last, with `taken`: `other` may be a part of it.
+  Value taken(std::move(other));
+  std::swap(fType, taken.fType);
+  std::swap(fPayload, taken.fPayload);
+  return *this;
+}
+
+void Value::SetValue(const char* text) { SetValue(TextOf(text)); }
+
+void Value::SetValue(const std::string& text) {
+  if (fType == StringType) {
+    *fPayload.fpString = text;
+  } else {
+    *this = Value(text);
+  }
+}
+
+void Value::ClearValue() {
+  if (fType == ArrayType) {
+    for (Value& element : *fPayload.fpArray) element.ClearValue();
+  } else if (fType == MapType) {
+    for (auto& entry : *fPayload.fpMap) entry.second.ClearValue();
+  } else {
+    Clear();
+  }
+}
+
+// ---- Inspection and converting getters ----------------------------------------------------------
+
+long long Value::Size() const {
+  switch (fType) {
+    case StringType:
+      return static_cast<long long>(fPayload.fpString->size());
+    case ArrayType:
+      return static_cast<long long>(fPayload.fpArray->size());
+    case MapType:
+      return static_cast<long long>(fPayload.fpMap->size());
+    default:
+      return -1;
+  }
+}
+
+bool Value::GetBool() const {
+  switch (fType) {
+    case NullType:
+      return false;
+    case BoolType:
+      return fPayload.fBool;
+    case IntegerType:
+      return fPayload.fInteger != 0;
+    case RealType:
+      return fPayload.fReal != 0.0;
+    case StringType:
+      return ReadText(*fPayload.fpString, false);
+    default:
+      return Size() > 0;
+  }
+}
+
+long long Value::GetInteger() const {
+  switch (fType) {
+    case NullType:
+      return 0;
+    case BoolType:
+      return fPayload.fBool ? 1 : 0;
+    case IntegerType:
+      return fPayload.fInteger;
+    case RealType:
+      return Truncate(fPayload.fReal);
+    case StringType:
+      return ReadText(*fPayload.fpString, 0LL);
+    default:
+      return Size();
+  }
+}
+
+double Value::GetReal() const {
+  switch (fType) {
+    case NullType:
+      return SYSMISVALUE;
+    case RealType:
+      return fPayload.fReal;
+    case StringType:
+      return ReadText(*fPayload.fpString, SYSMISVALUE);
+    default:
+      return static_cast<double>(GetInteger());
+  }
+}
+
+std::string Value::GetString() const {
+  if (fType == StringType) return *fPayload.fpString;
+  if (fType == RealType) return T2Str(fPayload.fReal);
+  std::ostringstream stream;
+  Display(stream);
+  return stream.str();
+}
+
+// ---- Strict access ------------------------------------------------------------------------------
+
+void Value::RequireType(ValueType type) const {
+  if (fType != type) throw NQException(13, "Value type wrong!");
+}
+
+Value::operator bool() const {
+  RequireType(BoolType);
+  return fPayload.fBool;
+}
+
+Value::operator long long() const {
+  RequireType(IntegerType);
+  return fPayload.fInteger;
+}
+
+Value::operator double() const {
+  RequireType(RealType);
+  return fPayload.fReal;
+}
+
+Value::operator std::string() const {
+  RequireType(StringType);
+  return *fPayload.fpString;
+}
+
+Value::operator bool&() {
+  if (IsNull()) *this = false;
+  RequireType(BoolType);
+  return fPayload.fBool;
+}
+
+Value::operator long long&() {
+  if (IsNull()) *this = 0;
+  RequireType(IntegerType);
+  return fPayload.fInteger;
+}
+
+Value::operator double&() {
+  if (IsNull()) *this = 0.0;
+  RequireType(RealType);
+  return fPayload.fReal;
+}
+
+Value::operator std::string&() {
+  if (IsNull()) *this = "";
+  RequireType(StringType);
+  return *fPayload.fpString;
+}
+
+const std::string& Value::GetStringRef() const {
+  return *(fType == StringType ? *this : STRING_VALUE).fPayload.fpString;
+}
+
+// ---- Arrays and maps ----------------------------------------------------------------------------
+
+void Value::RequireArray() const {
+  if (fType != ArrayType) throw NQException(13, "This value is not an array!");
+}
+
+void Value::SetLength(std::size_t n) {
+  if (IsNull()) {
+    *this = Value(ArrayType, Payload(new Array(n)));
+  } else {
+    RequireArray();
+    fPayload.fpArray->resize(n);
+  }
+}
+
+const Value& Value::operator[](int i) const {
+  RequireArray();
+  if (i >= Size()) throw NQException(14, "Out of this array bounds!");
+  return fPayload.fpArray->at(static_cast<std::size_t>(i));
+}
+
+Value& Value::operator[](int i) {
+  if (!IsNull()) RequireArray();
+  if (i < 0) throw std::out_of_range("Value: negative array index");
+  const auto index = static_cast<std::size_t>(i);
+  if (i >= Size()) SetLength(index + 1);
+  return (*fPayload.fpArray)[index];
+}
+
+void Value::Resize(int n) {
+  if (!IsNull()) RequireArray();
+  if (n < 0) throw std::length_error("Value: negative array length");
+  SetLength(static_cast<std::size_t>(n));
+}
+
+Value& Value::operator[](const std::string& key) {
+  if (fType == MapType) return (*fPayload.fpMap)[key];
+  // `key` may be this value's own text: the entry is made before the old payload goes.
+  Value map(MapType, Payload(new Map()));
+  Value& entry = (*map.fPayload.fpMap)[key];
+  *this = std::move(map);
+  return entry;
+}
+
+bool Value::Contains(const std::string& key) const {
+  return fType == MapType && fPayload.fpMap->find(key) != fPayload.fpMap->end();
+}
+
+std::vector<std::string> Value::Names() const {
+  std::vector<std::string> names;
+  if (fType == MapType) {
+    for (const auto& entry : *fPayload.fpMap) names.push_back(entry.first);
+  }
+  return names;
+}
+
+// ---- Text ---------------------------------------------------------------------------------------
+
+void Value::Display(std::ostream& stream) const {
+  const char* separator = "";
+  switch (fType) {
+    case NullType:
+      break;
+    case BoolType:
+      stream << (fPayload.fBool ? '1' : '0');
+      break;
+    case IntegerType:
+      // not through the stream's own formatting: decimal and ungrouped in every base and locale
+      stream << std::to_string(fPayload.fInteger);
+      break;
+    case RealType:
+      stream << fPayload.fReal;
+      break;
+    case StringType:
+      stream << *fPayload.fpString;
+      break;
+    case ArrayType:
+      stream << '{';
+      for (const Value& element : *fPayload.fpArray) {
+        stream << std::exchange(separator, ",") << element;
+      }
+      stream << '}';
+      break;
+    case MapType:
+      stream << '[';
+      for (const auto& [key, value] : *fPayload.fpMap) {
+        stream << std::exchange(separator, ",") << key << ':' << value;
+      }
+      stream << ']';
+      break;
+  }
+}
+
+std::ostream& operator<<(std::ostream& stream, const Value& value) {
+  value.Display(stream);
+  return stream;
+}
+
+// ---- Comparison ---------------------------------------------------------------------------------
+
+bool Value::IsZeroDiff(double a, double b, double k) { return IsNear(a, b, k * EPSILON); }
+
+bool Value::operator==(const Value& other) const {
+  if (fType != other.fType) return false;
+  switch (fType) {
+    case NullType:
+      return false;
+    case BoolType:
+      return fPayload.fBool == other.fPayload.fBool;
+    case IntegerType:
+      return fPayload.fInteger == other.fPayload.fInteger;
+    case RealType:
+      return AreEqualReals(fPayload.fReal, other.fPayload.fReal);
+    case StringType:
+      return *fPayload.fpString == *other.fPayload.fpString;
+    case ArrayType:
+      return *fPayload.fpArray == *other.fPayload.fpArray;
+    case MapType:
+      return *fPayload.fpMap == *other.fPayload.fpMap;
+  }
+  return false;
+}
+
+int Value::Order(const Value& a, const Value& b) {
+  if (a.fType != b.fType) return Sign(a.GetString(), b.GetString());
+  const Payload& x = a.fPayload;
+  const Payload& y = b.fPayload;
+  switch (a.fType) {
+    case NullType:
+      return 0;
+    case BoolType:
+      return Sign(x.fBool, y.fBool);
+    case IntegerType:
+      return Sign(x.fInteger, y.fInteger);
+    case RealType:
+      return a.IsMissing() || b.IsMissing() ? 0 : Sign(x.fReal, y.fReal);
+    case StringType:
+      return Sign(*x.fpString, *y.fpString);
+    case ArrayType:
+      return OrderItems(*x.fpArray, *y.fpArray, Order);
+    case MapType:
+      return OrderItems(*x.fpMap, *y.fpMap, [](const auto& p, const auto& q) {
+        const int order = Sign(p.first, q.first);
+        return order != 0 ? order : Order(p.second, q.second);
+      });
+  }
+  return 0;
+}
+
+bool Value::operator<(const Value& other) const { return Order(*this, other) < 0; }
+
+bool Value::operator>(const Value& other) const {
+  if (fType == BoolType && other.fType == BoolType) return *this < other;
+  return other < *this;
+}
+
+}  // namespace NQCommon_940

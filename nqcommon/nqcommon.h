@@ -1,0 +1,14 @@
+// Every public header.
+#pragma once
+
+#include <nqcommon/common/NQCancelInfo.h>
+#include <nqcommon/common/NQException.h>
+#include <nqcommon/common/NQMV.h>
+#include <nqcommon/common/NQQueryCancel.h>
+#include <nqcommon/common/NQStatus.h>
+#include <nqcommon/common/NQWarnings.h>
+#include <nqcommon/common/ProgressReport.h>
+#include <nqcommon/common/Value.h>
+#include <nqcommon/common/display.h>
+#include <nqcommon/common/text_conversion.h>
+#include <nqcommon/math/matrix/NQBitSet.h>

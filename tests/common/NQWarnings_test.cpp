@@ -1,0 +1,69 @@
+#include <nqcommon/common/NQWarnings.h>
+
+#include <gtest/gtest.h>
+
+#include <limits>
+
+using namespace NQCommon_940;
+
+static NQStatus Warning(long code, double datum = 0) {
+  NQStatus status(code, true);
+  status.SetScaleDatum(2, datum);
+  return status;
+}
+
+// The codes of the current list, a bar, and those of the accumulated list.
+static std::string Codes(const NQWarnings& warnings) {
+  std::string codes;
+  for (const auto& s : warnings.GetWarnings(true)) codes += std::to_string(s.GetErrorCode());
+  codes += '|';
+  for (const auto& s : warnings.GetWarnings(false)) codes += std::to_string(s.GetErrorCode());
+  return codes;
+}
+
+TEST(NQWarnings, KeepsEachWarningOnceInTheListsNamed) {
+  NQStatus discrete(5, true);
+  discrete.SetDiscreteDatum(2, 1);
+  NQWarnings warnings;
+  warnings.AddWarning(Warning(1), NQWarnings::ToCurrent);
+  warnings.AddWarning(Warning(2), NQWarnings::ToAccumulated);
+  warnings.AddWarning(Warning(2), NQWarnings::ToBoth);
+  warnings.AddWarning(Warning(7), static_cast<NQWarnings::Destination>(7));
+  warnings.AddWarning(NQStatus(9, false), NQWarnings::ToBoth);
+  warnings.AddWarnings({Warning(2, 0.5), NQStatus(), Warning(5), discrete, Warning(1, -0.0)});
+  EXPECT_EQ(Codes(warnings), "127255|27");
+  warnings.ClearWarnings();
+  EXPECT_EQ(Codes(warnings), "|27");
+}
+
+TEST(NQWarnings, AStatusFromItsOwnListsMayBeAdded) {
+  NQWarnings warnings;
+  warnings.AddWarnings({Warning(1, std::numeric_limits<double>::quiet_NaN())});
+  warnings.AddWarning(warnings.GetWarnings(true)[0], NQWarnings::ToBoth);
+  warnings.AddWarnings(warnings.GetWarnings(true));
+  EXPECT_EQ(Codes(warnings), "1111|1") << "NaN equals nothing";
+}
+
+TEST(NQWarnings, MergeKeepsItsOwnParameters) {
+  NQWarnings mine, other;
+  mine.AddWarning(Warning(1), NQWarnings::ToBoth);
+  mine.AddParameter(Warning(1), 11);
+  other.AddWarnings({Warning(1), Warning(2)});
+  other.AddWarning(Warning(3), NQWarnings::ToAccumulated);
+  other.AddParameter(Warning(2), "a");
+  other.AddParameter(Warning(1), 99);
+  other.AddParameter(Warning(2, 7), 2.5);
+  mine.AddWarnings(other);
+  mine.AddWarnings(mine);
+  EXPECT_EQ(Codes(mine), "12|13");
+  const auto& buffer = mine.GetParameters(Warning(1));
+  EXPECT_TRUE(buffer.size() == 1 && buffer[0].ToInteger() == 11);
+  mine.GetParameters(Warning(2));
+  ASSERT_EQ(buffer.size(), 2u) << "one buffer serves every call";
+  auto text = buffer[0];
+  EXPECT_TRUE(buffer[1].GetType() == 1 && buffer[1].ToDouble() == 2.5);
+  EXPECT_TRUE(mine.GetParameters(Warning(3)).empty() && buffer.empty());
+  EXPECT_TRUE(mine.HasParameter(Warning(2)) && !mine.HasParameter(Warning(3)));
+  text.SetValue(4);
+  EXPECT_TRUE(text.GetType() == 0 && text.ToString() == "a") << "one field for each type";
+}

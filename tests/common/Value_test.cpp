@@ -1,0 +1,187 @@
+#include <nqcommon/common/Value.h>
+
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <memory>
+#include <sstream>
+#include <stdexcept>
+
+#include <nqcommon/common/NQException.h>
+
+#include "support/comma_locale.h"
+
+using namespace NQCommon_940;
+
+static constexpr double kMissing = -1.7976931348623157e308;
+static constexpr double kAboveMissing = -1.7976931348623155e308;
+static constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+static constexpr double kInfinity = std::numeric_limits<double>::infinity();
+
+static Value ArrayOf(const std::vector<Value>& elements) {
+  Value array;
+  array.Resize(0);
+  for (const Value& element : elements) array[static_cast<int>(array.Size())] = element;
+  return array;
+}
+
+static Value MapOf(const std::map<std::string, Value>& entries) {
+  Value map;
+  for (const auto& [key, value] : entries) map[key] = value;
+  return map;
+}
+
+// "missing" where the value is, and what the four getters give.
+static std::string Getters(const Value& value) {
+  std::ostringstream text;
+  text << (value.IsMissing() ? "missing " : "") << value.GetBool() << ' ' << value.GetInteger();
+  text << ' ' << value.GetReal() << ' ' << value.GetString();
+  return text.str();
+}
+
+TEST(Value, GettersConvertFromEveryType) {
+  EXPECT_EQ(Getters(Value()), "missing 0 0 -1.79769e+308 ");
+  EXPECT_EQ(Getters(true), "1 1 1 1");
+  EXPECT_EQ(Getters(-1), "1 -1 -1 -1");
+  EXPECT_EQ(Getters(-1234567.8), "1 -1234567 -1.23457e+06 -1.23457e+06");
+  EXPECT_EQ(Getters(0x1p63), "1 -9223372036854775808 9.22337e+18 9.22337e+18");
+  EXPECT_EQ(Getters(Value::REAL_VALUE),
+            "missing 1 -9223372036854775808 -1.79769e+308 -1.79769e+308");
+  EXPECT_FALSE(Value(kAboveMissing).IsMissing() || Value(-kInfinity).IsMissing());
+  EXPECT_EQ(Getters(kNaN), "1 -9223372036854775808 nan nan");
+  EXPECT_EQ(Getters("abc"), "0 0 0 abc");
+  EXPECT_EQ(Getters(""), "0 0 -1.79769e+308 ");
+  EXPECT_EQ(Getters(" 3.5x"), "1 3 3.5  3.5x");
+  EXPECT_EQ(Getters(MapOf({{"x", 1}, {"a", true}})), "1 2 2 [a:1,x:1]");
+  EXPECT_EQ(Getters(ArrayOf({MapOf({{"k", ArrayOf({})}}), Value(), 0.5})), "1 3 3 {[k:{}],,0.5}");
+}
+
+TEST(Value, TextIgnoresLocaleAndBaseButNotPrecision) {
+  std::ostringstream stream;
+  stream.precision(10);
+  stream << std::hex << std::boolalpha << ArrayOf({255, true, 1.0 / 3});
+  EXPECT_EQ(stream.str(), "{255,1,0.3333333333}");
+  const nqtest::CommaLocale locale(true);
+  EXPECT_EQ(Value(Value("0.5").GetReal()).GetString() + Value(1234).GetString(), "0.51234");
+}
+
+static std::string Relations(const Value& a, const Value& b) {
+  return std::string(a == b ? "== " : "") + (a != b ? "!= " : "") + (a < b ? "< " : "") +
+         (a > b ? "> " : "") + (a <= b ? "<= " : "") + (a >= b ? ">= " : "");
+}
+
+TEST(Value, Comparison) {
+  const std::string same = "== <= >= ", less = "!= < <= ", greater = "!= > >= ", apart = "!= ";
+  EXPECT_EQ(Relations(Value(), Value()), apart);
+  EXPECT_EQ(Relations(1, 1.0), apart) << "types differ, texts do not";
+  EXPECT_EQ(Relations(2, "10"), greater) << "texts";
+  EXPECT_EQ(Relations(true, false), apart);
+  EXPECT_EQ(Relations(false, true), "!= < > <= >= ") << "of booleans > is <";
+  EXPECT_EQ(Relations(9007199254740993LL, 9007199254740992LL), greater) << "not as doubles";
+  EXPECT_EQ(Relations(0.0, 1e-300), less);
+  EXPECT_EQ(Relations(1.4999987, 1.4999987 - 150 * 0x1p-52), "== > <= >= ") << "2.220448e-14";
+  EXPECT_EQ(Relations(1.499997, 1.499997 - 150 * 0x1p-52), greater) << "2.2204505e-14";
+  EXPECT_EQ(Relations(kMissing, kMissing), same);
+  EXPECT_EQ(Relations(kMissing, kAboveMissing), apart);
+  EXPECT_EQ(Relations(kNaN, kNaN), apart);
+  EXPECT_EQ(Relations(kInfinity, kInfinity), apart);
+  EXPECT_EQ(Relations(kInfinity, 1.0), "== > <= >= ");
+  EXPECT_EQ(Relations("\xC3", "z"), greater) << "unsigned bytes";
+  EXPECT_EQ(Relations(ArrayOf({1, 2}), ArrayOf({1, 2, 0})), less);
+  EXPECT_EQ(Relations(ArrayOf({kMissing, 1}), ArrayOf({5.0, 2})), less) << "the second decides";
+  EXPECT_EQ(Relations(ArrayOf({false}), ArrayOf({true})), less) << "elements compare by <";
+  EXPECT_EQ(Relations(MapOf({{"a", 2}}), MapOf({{"a", 1}, {"b", 0}})), greater);
+  EXPECT_EQ(Relations(MapOf({{"a", 9}}), MapOf({{"b", 0}})), less);
+  Value deep = 1;
+  for (int level = 0; level < 500; ++level) deep = ArrayOf({deep});
+  EXPECT_EQ(Relations(MapOf({{"a", deep}}), MapOf({{"a", deep}})), same) << "in linear time";
+}
+
+TEST(Value, IsZeroDiffMeasuresInSixDigitEpsilons) {
+  EXPECT_TRUE(Value::IsZeroDiff(1, 1 - 0x1p-32 - 0x1p-52, 0x1p20));  // 2^-52 times k is less
+  EXPECT_FALSE(Value::IsZeroDiff(1, 1 - 0x1p-32 - 0x1p-51, 0x1p20));
+  EXPECT_TRUE(Value::IsZeroDiff(-0.0, 0, 0));
+  EXPECT_FALSE(Value::IsZeroDiff(0, 1e-300, 1e300) || Value::IsZeroDiff(1e-300, 0, 1e300));
+}
+
+static std::string Describe(const Value& value) {
+  return std::to_string(value.GetType()) + " " + value.GetString();
+}
+
+// The type and text after the change, or the failure that left them as they were.
+template <typename Change>
+static std::string After(Value value, Change change) {
+  const std::string before = Describe(value);
+  std::string failure;
+  try {
+    change(value, std::as_const(value));
+    return Describe(value);
+  } catch (const NQException& e) {
+    failure = std::to_string(e.GetCode()) + " " + e.GetMessage();
+  } catch (const std::logic_error&) {  // out of range, length
+    failure = "standard";
+  }
+  return Describe(value) == before ? failure : "changed by a failure";
+}
+
+#define AFTER(start, ...) \
+  After(start, []([[maybe_unused]] Value& v, [[maybe_unused]] const Value& c) { __VA_ARGS__; })
+
+static const Value kArray = ArrayOf({1, "a", MapOf({{"k", "b"}})});
+static const Value kMap = MapOf({{"k", kArray}});
+
+TEST(Value, StrictAccess) {
+  const std::string wrongType = "13 Value type wrong!";
+  EXPECT_EQ(AFTER(Value(), v = static_cast<bool>(c)), wrongType);
+  EXPECT_EQ(AFTER(2.0, v = static_cast<long long>(c)), wrongType);
+  EXPECT_EQ(AFTER(2, v = static_cast<double>(c)), wrongType);
+  EXPECT_EQ(AFTER(true, v = static_cast<std::string>(c)), wrongType);
+  EXPECT_EQ(AFTER(Value(), static_cast<bool&>(v) |= false, v = static_cast<bool>(c)), "1 0");
+  EXPECT_EQ(AFTER(Value(), static_cast<long long&>(v) += 7, v = static_cast<long long>(c)), "2 7");
+  EXPECT_EQ(AFTER(Value(), static_cast<double&>(v) += 0.5, v = static_cast<double>(c)), "3 0.5");
+  EXPECT_EQ(AFTER(Value(), static_cast<std::string&>(v) += "a", v = static_cast<std::string>(c)),
+            "4 a");
+  EXPECT_EQ(AFTER(2, static_cast<bool&>(v) = true), wrongType);
+  EXPECT_EQ(AFTER(true, static_cast<long long&>(v) = 2), wrongType);
+  EXPECT_EQ(AFTER("2", static_cast<double&>(v) = 2), wrongType);
+  EXPECT_EQ(AFTER(kArray, static_cast<std::string&>(v) = "a"), wrongType);
+  EXPECT_EQ(kArray.GetStringRef() + Value("a").GetStringRef(), "a");
+}
+
+TEST(Value, ArraysAndMaps) {
+  const std::string noArray = "13 This value is not an array!";
+  EXPECT_EQ(AFTER(kArray, v = c[1]), "4 a");
+  EXPECT_EQ(AFTER(Value(), v = c[0]), noArray);
+  EXPECT_EQ(AFTER(kArray, v = c[3]), "14 Out of this array bounds!");
+  EXPECT_EQ(AFTER(kArray, v = c[-1]), "standard");
+  EXPECT_EQ(AFTER(kArray, v[3]), "5 {1,a,[k:b],}");
+  EXPECT_EQ(AFTER(Value(), v[1] = 2), "5 {,2}");
+  EXPECT_EQ(AFTER("a", v[0] = 2), noArray);
+  EXPECT_EQ(AFTER(kArray, v[-1] = 2), "standard");
+  EXPECT_EQ(AFTER(Value(), v[-1] = 2), "standard");
+  EXPECT_EQ(AFTER(kArray, v.Resize(1), v.Resize(2)), "5 {1,}");
+  EXPECT_EQ(AFTER(kMap, v.Resize(1)), noArray);
+  EXPECT_EQ(AFTER(Value(), v.Resize(-1)), "standard");
+  EXPECT_EQ(AFTER(kMap, v["\xC3"] = v["k"][0]), "6 [k:{1,a,[k:b]},\xC3:1]");
+  EXPECT_EQ(AFTER(5, v["k"]), "6 [k:]");
+  EXPECT_EQ(kMap.Names(), std::vector<std::string>{"k"});
+  EXPECT_TRUE(kMap.Contains("k") && !kMap.Contains("K") && !kArray.Contains("k"));
+  EXPECT_TRUE(kArray.Size() == 3 && Value("ab").Size() == 2 && Value(2.5).Size() == -1);
+}
+
+TEST(Value, Assignment) {
+  EXPECT_EQ(AFTER(Value(), v.SetValue(1), v.SetValue(-2)), "2 -2");
+  EXPECT_EQ(AFTER(kArray, v.SetValue("b")), "4 b");
+  EXPECT_EQ(AFTER(ArrayOf({1, kArray}), v.ClearValue()), "5 {,{,,[k:]}}");
+  EXPECT_EQ(AFTER(kArray, v = c), "5 {1,a,[k:b]}");
+  EXPECT_EQ(AFTER(kArray, v = static_cast<Value&&>(v)), "5 {1,a,[k:b]}");
+  EXPECT_EQ(AFTER(kArray, v = v[2]["k"]), "4 b");
+  EXPECT_EQ(AFTER(kArray, v = std::move(v[2])), "6 [k:b]");
+  EXPECT_EQ(AFTER(kArray, v[0] = v), "5 {{1,a,[k:b]},a,[k:b]}");
+  EXPECT_EQ(AFTER(kArray, v.SetValue(v[1].GetStringRef())), "4 a");
+  EXPECT_EQ(AFTER("ab", v.SetValue(v.GetStringRef().c_str() + 1)), "4 b");
+  EXPECT_EQ(AFTER("ab", v[v.GetStringRef()] = 1), "6 [ab:1]");
+  const std::unique_ptr<Value> clone(kArray.Clone());
+  const Value moved = std::move(*clone);
+  EXPECT_EQ(Describe(*clone) + Describe(moved), "0 5 {1,a,[k:b]}");
+}
