@@ -12,3 +12,10 @@
 #include <nqcommon/common/display.h>
 #include <nqcommon/common/text_conversion.h>
 #include <nqcommon/math/matrix/NQBitSet.h>
+#include <nqcommon/math/numeric/BoundsList.h>
+#include <nqcommon/math/numeric/IIntegrand.h>
+#include <nqcommon/math/numeric/INumIntegration.h>
+#include <nqcommon/math/numeric/LobattoQuad.h>
+#include <nqcommon/math/numeric/NQExtremeNum.h>
+#include <nqcommon/math/numeric/NQMathFun.h>
+#include <nqcommon/math/numeric/NQPower.h>

@@ -1,0 +1,72 @@
+#pragma once
+
+#include <cstddef>
+#include <iterator>
+#include <list>
+
+#include <nqcommon/common/NQMV.h>
+#include <nqcommon/export.h>
+#include <nqcommon/math/numeric/INumIntegration.h>
+
+namespace NQMath_940 {
+
+// The sub-intervals that an integration has still to do, from left to right: the k-th is
+// [k-th left end, k-th right end]. On an empty list Split and Remove do nothing and the rest gives
+// the system-missing value.
+class NQ_API BoundsList {
+ public:
+  // `integrator` evaluates the rule; it is not owned and must outlive this list.
+  explicit BoundsList(INumIntegration* integrator) : fIntegrator(integrator) {}
+
+  // One interval, [a, b].
+  void Initialize(double a, double b) {
+    fLefts.assign(1, a);
+    fRights.assign(1, b);
+  }
+
+  // Halves the first interval; its right half comes directly after it.
+  void Split() {
+    if (fLefts.empty()) return;
+    const double middle = FirstMiddle();
+    fLefts.insert(std::next(fLefts.begin()), middle);
+    fRights.insert(fRights.begin(), middle);
+  }
+
+  // Drops the first interval. Returns the number left.
+  std::size_t Remove() {
+    if (fLefts.empty()) return 0;
+    fLefts.pop_front();
+    fRights.pop_front();
+    return fLefts.size();
+  }
+
+  double GetFirstLeft() const {
+    return fLefts.empty() ? NQCommon_940::NQMV::Missing() : fLefts.front();
+  }
+
+  // i0 = the rule on the first interval, i1 = the sum of the rule on its halves. Both are missing
+  // when a value needed for either is.
+  void ComputeI0andI1(double& i0, double& i1) {
+    using NQCommon_940::NQMV;
+    i0 = i1 = NQMV::Missing();
+    if (fLefts.empty()) return;
+    const double middle = FirstMiddle();
+    const double whole = fIntegrator->SumUp(fLefts.front(), fRights.front());
+    if (NQMV::IsMissing(whole)) return;
+    const double leftHalf = fIntegrator->SumUp(fLefts.front(), middle);
+    if (NQMV::IsMissing(leftHalf)) return;
+    const double rightHalf = fIntegrator->SumUp(middle, fRights.front());
+    if (NQMV::IsMissing(rightHalf)) return;
+    i0 = whole;
+    i1 = leftHalf + rightHalf;
+  }
+
+ private:
+  double FirstMiddle() const { return fLefts.front() + (fRights.front() - fLefts.front()) / 2; }
+
+  std::list<double> fLefts;
+  std::list<double> fRights;
+  INumIntegration* fIntegrator;
+};
+
+}  // namespace NQMath_940

@@ -1,0 +1,138 @@
+#include <nqcommon/math/numeric/NQMathFun.h>
+
+#include <cassert>
+
+#include <nqcommon/common/NQMV.h>
+#include <nqcommon/math/numeric/internal/strided.h>
+
+namespace NQMath_940 {
+
+using internal::Walk;
+using NQCommon_940::NQMV;
+
+namespace {
+
+using Index = NQMathFun::Index;
+
+// Entries in a triangle of order n, the position of (n, 0).
+constexpr Index Triangle(Index n) { return n * (n + 1) / 2; }
+
+// Whether n entries from `start` lie inside v. Growing steps that start negative are not judged.
+template <Walk walk>
+bool Holds(const std::vector<double>& v, Index n, Index start, Index inc) {
+  if (n < 1 || (walk == Walk::kGrowing && inc < 0)) return true;
+  const Index extra = walk == Walk::kGrowing ? Triangle(n - 2) : 0;
+  const Index last = start + (n - 1) * (inc < 0 ? -inc : inc) + extra;
+  return start >= 0 && last < static_cast<Index>(v.size());
+}
+
+// The entry at `start`; null for an empty run, whose start may be anywhere.
+template <Walk walk = Walk::kFixed, class Vector>
+auto* Run(Vector& v, Index n, Index start, [[maybe_unused]] Index inc) {
+  assert(Holds<walk>(v, n, start, inc));
+  return n < 1 ? nullptr : v.data() + start;
+}
+
+bool HoldsTriangle(const std::vector<double>& packed, Index n) {
+  return static_cast<Index>(packed.size()) >= Triangle(n);
+}
+
+}  // namespace
+
+void NQMathFun::Daxpy(Index n, double a, const std::vector<double>& x, Index startx, Index incx,
+                      std::vector<double>& y, Index starty, Index incy) {
+  internal::Axpy(n, a, Run(x, n, startx, incx), incx, Run(y, n, starty, incy), incy);
+}
+
+double NQMathFun::DDot(Index n, const std::vector<double>& x, Index startx, Index incx,
+                       const std::vector<double>& y, Index starty, Index incy) {
+  return internal::Dot(n, Run(x, n, startx, incx), incx, Run(y, n, starty, incy), incy);
+}
+
+void NQMathFun::DScal(Index n, double a, std::vector<double>& x, Index start, Index inc) {
+  internal::Scal(n, a, Run(x, n, start, inc), inc);
+}
+
+void NQMathFun::DLoad(Index n, double a, std::vector<double>& x, Index start, Index inc) {
+  internal::Fill(n, a, Run(x, n, start, inc), inc);
+}
+
+double NQMathFun::DSum(Index n, const std::vector<double>& x, Index inc) {
+  const double* first = Run(x, n, 0, inc);
+  if (n > 0 && inc == 0) return static_cast<double>(n) * *first;
+  return internal::Sum(n, first, inc);
+}
+
+double NQMathFun::DASum(Index n, const std::vector<double>& x, Index start, Index inc) {
+  return internal::ASum(n, Run(x, n, start, inc), inc);
+}
+
+double NQMathFun::DNrm2(Index n, const std::vector<double>& x, Index start, Index inc) {
+  return internal::Nrm2(n, Run(x, n, start, inc), inc);
+}
+
+void NQMathFun::LRZero(std::vector<double>& x, Index start, Index n) {
+  internal::Fill(n, 0.0, Run(x, n, start, 1), 1);
+}
+
+void NQMathFun::IIAxpy(Index n, double a, const std::vector<double>& x, Index sx, Index ix,
+                       std::vector<double>& y, Index sy, Index iy) {
+  constexpr Walk walk = Walk::kGrowing;
+  internal::Axpy<walk>(n, a, Run<walk>(x, n, sx, ix), ix, Run<walk>(y, n, sy, iy), iy);
+}
+
+double NQMathFun::IIDot(Index n, const std::vector<double>& x, Index sx, Index ix,
+                        const std::vector<double>& y, Index sy, Index iy) {
+  constexpr Walk walk = Walk::kGrowing;
+  return internal::Dot<walk>(n, Run<walk>(x, n, sx, ix), ix, Run<walk>(y, n, sy, iy), iy);
+}
+
+void NQMathFun::IIInit(Index n, double a, std::vector<double>& x, Index s, Index i) {
+  constexpr Walk walk = Walk::kGrowing;
+  internal::Fill<walk>(n, a, Run<walk>(x, n, s, i), i);
+}
+
+void NQMathFun::IIScal(Index n, double a, std::vector<double>& x, Index s, Index i) {
+  constexpr Walk walk = Walk::kGrowing;
+  internal::Scal<walk>(n, a, Run<walk>(x, n, s, i), i);
+}
+
+void NQMathFun::LTGltl(int n, std::vector<double>& L) {
+  if (n < 1 || !HoldsTriangle(L, n)) return;
+  // Columns from the left and each from the top: an element is overwritten after its last use.
+  for (Index j = 0; j < n; ++j) {
+    for (Index i = j; i < n; ++i) {
+      double* const columnI = L.data() + Triangle(i) + i;
+      double* const columnJ = L.data() + Triangle(i) + j;
+      *columnJ = internal::Dot<Walk::kGrowing>(n - i, columnI, i + 1, columnJ, i + 1);
+    }
+  }
+}
+
+double NQMathFun::RVD(const std::vector<double>& S, int n, int r, const std::vector<double>& x,
+                      Index inc) {
+  if (r < 0 || r >= n || !HoldsTriangle(S, n) || !Holds<Walk::kFixed>(x, n, 0, inc))
+    return NQMV::Missing();
+  const double* element = S.data() + Triangle(r);
+  double sum = 0;
+  internal::Cursor<Walk::kFixed> at(n, inc);
+  for (Index j = 0;; ++j, ++at) {
+    sum += *element * x[static_cast<std::size_t>(*at)];
+    if (j == n - 1) return sum;
+    // along the row up to the diagonal, then down the column
+    element += j < r ? 1 : j + 1;
+  }
+}
+
+double NQMathFun::VSV(const std::vector<double>& S, int n, const std::vector<double>& v) {
+  if (n < 0 || static_cast<Index>(v.size()) < n || !HoldsTriangle(S, n)) return NQMV::Missing();
+  double sum = 0;
+  for (Index i = 0; i < n; ++i) {
+    const double* row = S.data() + Triangle(i);
+    const double vi = v[static_cast<std::size_t>(i)];
+    sum += vi * (2 * internal::Dot(i, row, 1, v.data(), 1) + row[i] * vi);
+  }
+  return sum;
+}
+
+}  // namespace NQMath_940
