@@ -11,7 +11,9 @@
 #include <nqcommon/common/Value.h>
 #include <nqcommon/common/display.h>
 #include <nqcommon/common/text_conversion.h>
+#include <nqcommon/math/matrix/INQSymMatrix.h>
 #include <nqcommon/math/matrix/NQBitSet.h>
+#include <nqcommon/math/matrix/NQSymMatrix.h>
 #include <nqcommon/math/numeric/BoundsList.h>
 #include <nqcommon/math/numeric/IIntegrand.h>
 #include <nqcommon/math/numeric/INumIntegration.h>

@@ -1,0 +1,336 @@
+#include <nqcommon/math/matrix/NQSymMatrix.h>
+
+#include <algorithm>
+#include <cassert>
+#include <cmath>
+#include <exception>
+#include <limits>
+#include <utility>
+
+#include <nqcommon/common/NQMV.h>
+#include <nqcommon/math/matrix/internal/packed_algebra.h>
+#include <nqcommon/math/matrix/internal/packed_triangle.h>
+#include <nqcommon/math/matrix/internal/scaling.h>
+
+namespace NQMath_940 {
+
+using internal::DiagIndex;
+using internal::Extremes;
+using internal::ForEachInRow;
+using internal::RowStart;
+
+INQSymMatrix::~INQSymMatrix() = default;
+
+// ---- Life cycle and shape
+// ----------------------------------------------------------------------------
+
+// Storage that is new is zero, so the constructors have nothing to do for `zero`.
+NQSymMatrix::NQSymMatrix(int n, bool /*zero*/) : fNRows(std::max(n, 0)), fBlockSize(fNRows) {
+  AllocateTriangle();
+}
+
+NQSymMatrix::NQSymMatrix(int nBlocks, int blockSize, bool /*zero*/) {
+  const bool some = nBlocks >= 1 && blockSize >= 1;
+  fNBlocks = some ? nBlocks : 0;
+  fBlockSize = some ? blockSize : 0;
+  const long long n = static_cast<long long>(fNBlocks) * fBlockSize;
+  fNRows = n <= std::numeric_limits<int>::max() ? static_cast<int>(n) : -1;
+  AllocateTriangle();
+}
+
+NQSymMatrix::NQSymMatrix(const NQSymMatrix& other) : INQSymMatrix() { *this = other; }
+
+NQSymMatrix& NQSymMatrix::operator=(const NQSymMatrix& other) {
+  if (this == &other) return *this;
+  fNRows = other.fNRows;
+  fNBlocks = other.fNBlocks;
+  fBlockSize = other.fBlockSize;
+  if (AllocateTriangle()) std::copy(other.fvData.begin(), other.fvData.end(), fvData.begin());
+  return *this;
+}
+
+NQSymMatrix::NQSymMatrix(NQSymMatrix&& other) noexcept : INQSymMatrix() {
+  *this = std::move(other);
+}
+
+NQSymMatrix& NQSymMatrix::operator=(NQSymMatrix&& other) noexcept {
+  if (this == &other) return *this;
+  fNRows = std::exchange(other.fNRows, 0);
+  fNBlocks = std::exchange(other.fNBlocks, 1);
+  fBlockSize = std::exchange(other.fBlockSize, 0);
+  fvData = std::exchange(other.fvData, {});
+  return *this;
+}
+
+NQSymMatrix::~NQSymMatrix() = default;
+
+// Gives the array the length that fNRows asks for. Too long an array fails as bad_alloc or, past
+// the largest vector, as length_error.
+bool NQSymMatrix::AllocateTriangle() {
+  try {
+    fvData.resize(RowStart(Order()));
+  } catch (const std::exception&) {
+    fvData = {};
+    fNRows = -1;
+  }
+  return IsValidMatrix();
+}
+
+bool NQSymMatrix::Resize(int n) {
+  fNRows = std::max(n, 0);
+  fNBlocks = 1;
+  fBlockSize = fNRows;
+  return AllocateTriangle();
+}
+
+bool NQSymMatrix::SetNRows(int n, bool clear) {
+  const bool resized = Resize(n);
+  if (n < 0) fNBlocks = 0;
+  if (resized && clear) Clear();
+  return resized;
+}
+
+bool NQSymMatrix::SetNBlocks(int nb) {
+  if (nb < 1 || fNRows < 1 || fNRows % nb != 0) return false;
+  fNBlocks = nb;
+  fBlockSize = fNRows / nb;
+  return true;
+}
+
+// ---- Elements and rows
+// -------------------------------------------------------------------------------
+
+namespace {
+
+std::size_t PositionOf(int i, int j) {
+  assert(i >= 0 && j >= 0);
+  return internal::SymIndex(static_cast<std::size_t>(i), static_cast<std::size_t>(j));
+}
+
+}  // namespace
+
+double NQSymMatrix::GetElem(int i, int j) const {
+  assert(HasRow(i) && HasRow(j));
+  return fvData[PositionOf(i, j)];
+}
+
+bool NQSymMatrix::SetElem(int i, int j, double x) {
+  assert(HasRow(i) && HasRow(j));
+  fvData[PositionOf(i, j)] = x;
+  return true;
+}
+
+double NQSymMatrix::GetElem(int bi, int bj, int k, int l) const {
+  return GetElem(bi * fBlockSize + k, bj * fBlockSize + l);
+}
+
+double NQSymMatrix::GetElem(int k) const {
+  assert(k >= 0 && static_cast<std::size_t>(k) < fvData.size());
+  return fvData[static_cast<std::size_t>(k)];
+}
+
+bool NQSymMatrix::SetElem(std::ptrdiff_t k, double x) {
+  if (k < 0 || static_cast<std::size_t>(k) >= fvData.size()) return false;
+  fvData[static_cast<std::size_t>(k)] = x;
+  return true;
+}
+
+void NQSymMatrix::GetDiagonal(std::vector<double>& out) const {
+  out.resize(Order());
+  for (std::size_t i = 0; i < out.size(); ++i) out[i] = fvData[DiagIndex(i)];
+}
+
+bool NQSymMatrix::GetRow(int i, std::vector<double>& out) const {
+  if (!HasRow(i)) return false;
+  out.resize(Order());
+  ForEachInRow(fvData.data(), Order(), static_cast<std::size_t>(i),
+               [&](std::size_t j, double s) { out[j] = s; });
+  return true;
+}
+
+bool NQSymMatrix::PutRow(int i, const std::vector<double>& v) {
+  if (!HasRow(i) || v.size() != Order()) return false;
+  ForEachInRow(fvData.data(), Order(), static_cast<std::size_t>(i),
+               [&](std::size_t j, double& s) { s = v[j]; });
+  return true;
+}
+
+bool NQSymMatrix::SetRowColToConst(int i, double x) {
+  if (!HasRow(i)) return false;
+  ForEachInRow(fvData.data(), Order(), static_cast<std::size_t>(i),
+               [x](std::size_t, double& s) { s = x; });
+  return true;
+}
+
+bool NQSymMatrix::ZeroOut(int i) { return SetRowColToConst(i, 0.0); }
+
+bool NQSymMatrix::IncrVecByRow(int i, std::vector<double>& v, double factor) const {
+  if (!HasRow(i) || v.size() != Order()) return false;
+  ForEachInRow(fvData.data(), Order(), static_cast<std::size_t>(i),
+               [&](std::size_t j, double s) { v[j] += factor * s; });
+  return true;
+}
+
+bool NQSymMatrix::IsZeroRow(int i, const NQBitSet& set) const {
+  if (!HasRow(i)) return false;
+  bool zero = true;
+  ForEachInRow(fvData.data(), Order(), static_cast<std::size_t>(i), [&](std::size_t j, double s) {
+    if (s != 0 && set.IsIn(static_cast<int>(j))) zero = false;
+  });
+  return zero;
+}
+
+// ---- Mechanical operations
+// ---------------------------------------------------------------------------
+
+namespace {
+
+// Calls f(i, j, element) for every element below the diagonal.
+template <class Packed, class F>
+void ForEachOffDiag(Packed* s, std::size_t n, F f) {
+  for (std::size_t i = 1; i < n; ++i) {
+    Packed* row = s + RowStart(i);
+    for (std::size_t j = 0; j < i; ++j) f(i, j, row[j]);
+  }
+}
+
+}  // namespace
+
+void NQSymMatrix::Clear() { std::fill(fvData.begin(), fvData.end(), 0.0); }
+
+void NQSymMatrix::ChangeSign() {
+  for (double& s : fvData) s = -s;
+}
+
+void NQSymMatrix::MultiplyByNumber(double x) {
+  for (double& s : fvData) s *= x;
+}
+
+bool NQSymMatrix::ComputeAXpY(double a, const INQSymMatrix& x) {
+  if (x.GetNRows() != fNRows || !IsValidMatrix()) return false;
+  if (const NQSymMatrix* dense = AsDense(x)) {
+    internal::AddScaled(fvData.size(), a, dense->fvData.data(), fvData.data());
+    return true;
+  }
+  std::vector<double> row;
+  for (int i = 0; i < fNRows; ++i) {
+    x.GetRow(i, row);
+    const auto at = static_cast<std::size_t>(i);
+    internal::AddScaled(at + 1, a, row.data(), fvData.data() + RowStart(at));
+  }
+  return true;
+}
+
+void NQSymMatrix::AddToDiagonal(double x) { AddToDiagonalPart(0, fNRows, x); }
+
+bool NQSymMatrix::AddToDiagonalPart(int first, int count, double x) {
+  if (first < 0 || count < 0 || count > fNRows - first) return false;
+  for (int i = first; i < first + count; ++i) fvData[PositionOf(i, i)] += x;
+  return true;
+}
+
+void NQSymMatrix::MaxMinDiag(double& max, double& min) const {
+  Extremes diagonal;
+  for (std::size_t i = 0; i < Order(); ++i) diagonal.Add(fvData[DiagIndex(i)]);
+  max = diagonal.Max();
+  min = diagonal.Min();
+}
+
+void NQSymMatrix::MaxMinDiagOffDiag(double& maxDiag, double& minDiag, double& maxOff,
+                                    double& minOff) const {
+  MaxMinDiag(maxDiag, minDiag);
+  Extremes off;
+  ForEachOffDiag(fvData.data(), Order(), [&](std::size_t, std::size_t, double s) { off.Add(s); });
+  maxOff = off.Max();
+  minOff = off.Min();
+}
+
+double NQSymMatrix::Trace() const {
+  double sum = 0;
+  for (std::size_t i = 0; i < Order(); ++i) sum += fvData[DiagIndex(i)];
+  return sum;
+}
+
+namespace {
+
+// The largest of 0 and the values.
+double LargestFromZero(const std::vector<double>& values) {
+  double max = 0;
+  for (double x : values) {
+    if (x > max) max = x;
+  }
+  return max;
+}
+
+}  // namespace
+
+void NQSymMatrix::GetNCheckDiagonal(std::vector<double>& out, double /*a*/, double /*b*/) const {
+  GetDiagonal(out);
+  out.assign(out.size(), LargestFromZero(out));
+}
+
+void NQSymMatrix::GetNCheckDiagonalOld(std::vector<double>& out, double a, double b) const {
+  GetDiagonal(out);
+  const double threshold = a * LargestFromZero(out);
+  for (double& x : out) {
+    if (!(x > threshold)) x = b;
+  }
+}
+
+void NQSymMatrix::ZeroOutNonDiag(double eps) {
+  if (!(eps > 0)) return;
+  std::vector<double> diagonal;
+  GetDiagonal(diagonal);
+  for (double& x : diagonal) x = std::fabs(x);
+  ForEachOffDiag(fvData.data(), Order(), [&](std::size_t i, std::size_t j, double& s) {
+    if (std::fabs(s) <= eps * internal::GeometricMean(diagonal[i], diagonal[j])) s = 0;
+  });
+}
+
+void NQSymMatrix::ZeroOutAllSmall(double eps) {
+  if (!(eps > 0)) return;
+  std::vector<double> diagonal;
+  GetDiagonal(diagonal);
+  for (double& x : diagonal) x = std::fabs(x);
+  const double threshold = eps * LargestFromZero(diagonal);
+  if (!(threshold > 0)) return;
+  for (double& s : fvData) {
+    if (std::fabs(s) < threshold) s = 0;
+  }
+}
+
+void NQSymMatrix::ZeroOutRowsForSmallDiag(double eps) {
+  if (!(eps > 0)) return;
+  double running = 0;
+  for (int i = 0; i < fNRows; ++i) {
+    const double size = std::fabs(GetElem(i, i));
+    if (size > running) running = size;
+    if (running == 0 || size / running < eps) ZeroOut(i);
+  }
+}
+
+bool NQSymMatrix::ReplaceDiagZeroes(double x) {
+  if (x < 0) return false;
+  std::vector<double> diagonal;
+  GetDiagonal(diagonal);
+  const double max = LargestFromZero(diagonal);
+  if (max <= 0) return false;
+  for (std::size_t i = 0; i < diagonal.size(); ++i) {
+    if (diagonal[i] <= 0 || diagonal[i] / max <= x) fvData[DiagIndex(i)] = max;
+  }
+  return true;
+}
+
+bool NQSymMatrix::AdjustOffDiagCorr(double x) {
+  if (!(x >= 0 && x < 1)) return false;
+  ForEachOffDiag(fvData.data(), Order(), [x](std::size_t, std::size_t, double& s) {
+    if (s >= 1) {
+      s = 1 - x;
+    } else if (s <= -1) {
+      s = -(1 - x);
+    }
+  });
+  return true;
+}
+
+}  // namespace NQMath_940

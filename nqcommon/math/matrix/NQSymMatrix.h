@@ -1,0 +1,331 @@
+#pragma once
+
+#include <cstddef>
+#include <vector>
+
+#include <nqcommon/export.h>
+#include <nqcommon/math/matrix/INQSymMatrix.h>
+
+namespace NQMath_940 {
+
+namespace internal {
+struct SweepStep;
+}
+
+// Dense symmetric matrix of order n, the lower triangle packed by rows.
+//
+// Layout    0-based; element (i, j), i >= j, is at i(i+1)/2 + j; (j, i) is the same cell.
+//           order 3:  s00 | s10 s11 | s20 s21 s22
+//           A matrix may be viewed as nb x nb square blocks of order bs, n = nb bs; that changes
+//           nothing in the storage.
+// Failure   as the interface says; a failed allocation leaves order -1 and no entries. Scratch of a
+//           few vectors of n values is taken for granted.
+// Threads   one object, one thread at a time.
+//
+// Contents  NQSymMatrix.cpp             life cycle, shape, elements, rows, mechanical operations
+//           NQSymMatrix_sweep.cpp       sweep and its drivers
+//           NQSymMatrix_cholesky.cpp    factor, determinant, inverses
+//           NQSymMatrix_solve.cpp       triangular and full solves, positive-definite repair
+//           NQSymMatrix_redundancy.cpp  linear dependence of rows
+//           NQSymMatrix_product.cpp     products and quadratic forms
+//           NQSymMatrix_update.cpp      accumulation of cases
+//           NQSymMatrix_extract.cpp     parts in and out
+//           NQSymMatrix_display.cpp     diagnostic display
+class NQ_API NQSymMatrix : public INQSymMatrix {
+ public:
+  // ---- Life cycle and shape (NQSymMatrix.cpp)
+  // ------------------------------------------------------
+
+  // Order 0.
+  NQSymMatrix() = default;
+  // Order max(n, 0), one block.
+  NQSymMatrix(int n, bool zero);
+  // nBlocks x nBlocks blocks of order blockSize; order 0 when either is below 1.
+  NQSymMatrix(int nBlocks, int blockSize, bool zero);
+  NQSymMatrix(const NQSymMatrix& other);
+  NQSymMatrix& operator=(const NQSymMatrix& other);
+  // The source is left with order 0.
+  NQSymMatrix(NQSymMatrix&& other) noexcept;
+  NQSymMatrix& operator=(NQSymMatrix&& other) noexcept;
+  ~NQSymMatrix() override;
+
+  int GetType() const override { return 0; }
+  int GetNRows() const override { return fNRows; }
+  int GetNBlocks() const { return fNBlocks; }
+  int GetBlockSize() const { return fBlockSize; }
+  bool IsValidMatrix() const override { return fNRows >= 0; }
+  bool Resize(int n) override;
+  bool SetNRows(int n, bool clear) override;
+  // False unless nb >= 1 divides an order of at least 1.
+  bool SetNBlocks(int nb);
+
+  // ---- Elements and rows (NQSymMatrix.cpp)
+  // -----------------------------------------------------------
+
+  double GetElem(int i, int j) const override;
+  bool SetElem(int i, int j, double x) override;
+  // Element (bi bs + k, bj bs + l), not range-checked.
+  double GetElem(int bi, int bj, int k, int l) const;
+  // Packed position k; SetElem refuses a k outside the array.
+  bool SetElem(std::ptrdiff_t k, double x);
+
+  // The packed array itself. Its length is the matrix's: do not resize it.
+  std::vector<double>& AsVector() { return fvData; }
+  const std::vector<double>& AsVectorConst() const { return fvData; }
+
+  void GetDiagonal(std::vector<double>& out) const override;
+  bool GetRow(int i, std::vector<double>& out) const override;
+  bool PutRow(int i, const std::vector<double>& v) override;
+  bool SetRowColToConst(int i, double x) override;
+  bool ZeroOut(int i) override;
+  bool IncrVecByRow(int i, std::vector<double>& v, double factor) const override;
+  bool IsZeroRow(int i, const NQBitSet& set) const override;
+
+  // ---- Mechanical operations (NQSymMatrix.cpp)
+  // -------------------------------------------------------
+
+  void Clear() override;
+  void ChangeSign() override;
+  void MultiplyByNumber(double x) override;
+  bool ComputeAXpY(double a, const INQSymMatrix& x) override;
+  void AddToDiagonal(double x) override;
+  // sii += x for rows first .. first+count-1.
+  bool AddToDiagonalPart(int first, int count, double x);
+  void MaxMinDiag(double& max, double& min) const override;
+  void MaxMinDiagOffDiag(double& maxDiag, double& minDiag, double& maxOff,
+                         double& minOff) const override;
+  double Trace() const override;
+  void GetNCheckDiagonal(std::vector<double>& out, double a, double b) const override;
+  // The earlier rule: the diagonal, with b for entries that are not above a x the largest.
+  void GetNCheckDiagonalOld(std::vector<double>& out, double a, double b) const;
+  void ZeroOutNonDiag(double eps) override;
+  // With eps > 0: entries below eps x the largest |sii| in magnitude <- 0, the diagonal's too.
+  void ZeroOutAllSmall(double eps);
+  // With eps > 0: ZeroOut(i) where |sii| / m < eps or m is 0, m being the largest |sjj| of the rows
+  // j <= i as they are when visited: the running maximum, not the overall one.
+  void ZeroOutRowsForSmallDiag(double eps);
+  // Diagonal entries that are <= 0, or <= x times the largest, <- the largest. False when x < 0 or
+  // no entry is positive.
+  bool ReplaceDiagZeroes(double x);
+  // Off-diagonal entries >= 1 <- 1 - x and those <= -1 <- -(1 - x): impossible correlations are
+  // pulled back inside the unit interval. False unless 0 <= x < 1.
+  virtual bool AdjustOffDiagCorr(double x);
+
+  // Sums of products of row i with row j of another matrix, and with v placed at column `first`,
+  // apart for the columns before `split` and from it on. False where they do not fit.
+  virtual bool ComputeRowDotProductS(int i, const INQSymMatrix& other, int j, int split,
+                                     double& before, double& after) const;
+  virtual bool ComputeRowDotProductS(int i, const std::vector<double>& v, int first, int split,
+                                     double& before, double& after) const;
+  // Packed position k, not range-checked.
+  virtual double GetElem(int k) const;
+
+  // ---- Sweep (NQSymMatrix_sweep.cpp)
+  // -----------------------------------------------------------------
+
+  // Sweeps row k in, or out when it is already in `swept`; sweeping out undoes sweeping in.
+  //   with p = s(k,k), d = -1/p:  s(k,k) <- d,  s(i,k) <- s(i,k) |d|,  s(i,j) <- s(i,j) - s(i,k)
+  //   s(j,k)/p
+  // reference  t, one value per row, in the units of the diagonal. Sweeping in is refused when
+  //            t[k] eps >= p (signed: negative pivots are refused too), or when a row j swept
+  //            before would be left with (s(j,j) - s(j,k)^2/p) eps t[j] <= -1: nearly dependent on
+  //            the rows swept.
+  // check      refuse k outside 0 .. n-1, eps <= 0, a set smaller than n and negative references.
+  //            Without it k is the caller's duty.
+  // Returns    false, matrix and set unchanged, on a refusal.
+  // Cost       n(n+1)/2 multiply-adds.
+  bool Sweep(int k, double eps, const std::vector<double>& t, NQBitSet& swept, bool check);
+  bool Sweep(int k, double eps, const double* t, NQBitSet& swept, bool check);
+  // The same in plain loops, result for result: the form that faster ones are held to.
+  bool SweepOrig(int k, double eps, const double* t, NQBitSet& swept, bool check);
+
+  // The drivers sweep many rows and pass over those refused, which stay out of the set. Without t
+  // the reference is the current diagonal. With `check` they return false, nothing swept, on a bad
+  // argument, and otherwise raise every reference value below 1 to 1, in the caller's t when there
+  // is one. Arguments that would be read outside their bounds are refused with or without `check`.
+
+  // Rows 0 .. n-1, after clearing the set (resized to n). Then, a failed check notwithstanding:
+  // zeroRedundant zeroes the rows left out, changeSign turns the swept -S^-1 into S^-1, a
+  // generalised inverse when rows were left out.
+  bool SweepOnAll(double eps, NQBitSet& swept, bool check, bool zeroRedundant, bool changeSign,
+                  std::vector<double>* t = nullptr);
+  // Rows 0 .. m-1, taken out of the set first. logDet sums ln q over the rows swept with q > 0: q
+  // is the pivot before the sweep, or with pivotBefore false minus the diagonal after it.
+  bool SweepOnMany(int m, double eps, bool pivotBefore, NQBitSet& swept, double& logDet, bool check,
+                   std::vector<double>* t = nullptr);
+  // The listed rows in list order; a row listed again is swept out again. To sweep out with `check`,
+  // pass t: the diagonal of a swept row is negative, which `check` does not take for a reference.
+  bool SweepOnSelected(const std::vector<int>& rows, double eps, NQBitSet& swept, bool check,
+                       std::vector<double>* t = nullptr);
+  // ZeroOut of every row that is not a member; false when the set is smaller than n.
+  bool ZeroOutRedundant(const NQBitSet& set);
+
+  // ---- Cholesky (NQSymMatrix_cholesky.cpp)
+  // -----------------------------------------------------------
+
+  int LTChol(const std::vector<double>& t, double eps, bool check) override;
+  int LTChol(const std::vector<double>& t, double eps, NQBitSet& nonRedundant, bool check) override;
+  int LTChol(double eps, double& minPivot, bool check) override;
+  int LTDetInverse(NQDeterminant& det, int job) override;
+  bool LTInverse() override;
+  void LTLLTrans() override;
+  void LTLTransL() override;
+  bool ComputeDeterminant(double eps, NQDeterminant& det) const override;
+  int CholInverse(const std::vector<double>& t, double eps, INQSymMatrix& out) const override;
+  int CholInverse(const std::vector<double>& t, double eps, INQSymMatrix& out,
+                  NQBitSet& nonRedundant) const override;
+  int CholInverse(const std::vector<double>& t, double eps, INQSymMatrix& out,
+                  double& minPivot) const override;
+
+  // ---- Solves (NQSymMatrix_solve.cpp)
+  // ----------------------------------------------------------------
+
+  int LTSolve(const std::vector<double>& b, double eps, std::vector<double>& x) override;
+  // On a factor L, in place: forward substitution L y = x and back substitution L' y = x. A zero
+  // diagonal entry gives y[i] = 0. False unless x has n values.
+  bool LTSubstitute(std::vector<double>& x) const;
+  bool TSolveSubst(std::vector<double>& x) const;
+  // Ridge search: the smallest shift c for which S + c I factors (LTChol with the largest diagonal
+  // entry of S as reference and tolerance eps), found by steps upward and then bisection to the
+  // relative width 2 eps (absolute for c < 1). When S does not factor as it is, S becomes
+  // (S + shift I) / d, with shift = c plus 1% of the largest diagonal entry of S + c I, and d the
+  // largest diagonal entry of S + shift I, so that the largest diagonal entry ends as 1.
+  // Returns the number of factorisations; -1 for n < 2, -2 for eps <= 0, -3 when S has entries that
+  // are not finite or the search leaves the range of doubles (S unchanged, as for -1 and -2).
+  int TransformToPositiveDefinite(double eps, bool& changed, double& shift);
+
+  // ---- Linear dependence of rows (NQSymMatrix_redundancy.cpp)
+  // ----------------------------------------
+
+  // Cholesky on a copy: indices lists the rows whose pivot is above both epsz and eps sii, the
+  // others depend on rows before them. Returns the number of dependent rows; -1 when epsz or eps is
+  // negative or the copy could not be had.
+  int CholIndNonRed(double epsz, double eps, std::vector<int>& indices) const;
+  // With the members of `swept` swept in: whether row k is dependent on them, that is, Sweep would
+  // refuse to sweep it in. Nothing is swept; nonRedundant(k) records the answer. False, nothing
+  // recorded, for a k or a set that does not fit.
+  bool CheckMDependent(int k, double eps, const std::vector<double>& t, const NQBitSet& swept,
+                       NQBitSet& nonRedundant) const;
+  // Whether this matrix G, a generalised inverse of M, has G M G = G row by row:
+  //   |(G M G)(i,j) - g(i,j)| <= eps sqrt(|g(i,i)| |g(j,j)|) for every j.
+  // nonRedundant (resized to n) marks the rows with a non-zero g(i,i) that pass. Returns the number
+  // of rows that fail, -1 when the orders differ or eps is negative.
+  int CheckGMG(const INQSymMatrix& m, double eps, NQBitSet& nonRedundant) const;
+
+  // ---- Products (NQSymMatrix_product.cpp)
+  // ------------------------------------------------------------
+
+  double ComputeDotProduct2Rows(int i, int j) const override;
+  bool ComputeGMG(const INQSymMatrix& m, INQSymMatrix& out) const override;
+  bool ComputeGSG(const INQSymMatrix& g, INQSymMatrix& out) const override;
+  bool ComputeLSLTrans(const INQSymMatrix& l, INQSymMatrix& out) const override;
+  bool ComputeLTransSL(const INQSymMatrix& l, INQSymMatrix& out) const override;
+  bool ComputeLTransV(const std::vector<double>& v, std::vector<double>& out) const override;
+  bool ComputeLTransV(const std::vector<int>& indices, const std::vector<double>& values,
+                      std::vector<double>& out) const override;
+  bool ComputeLV(const std::vector<double>& v, std::vector<double>& out) const override;
+  bool ComputeLV(const std::vector<int>& indices, const std::vector<double>& values,
+                 std::vector<double>& out) const override;
+  double ComputeRowDotProductS(int i, const INQSymMatrix& other, int j) const override;
+  double ComputeRowDotProductS(int i, const std::vector<double>& v) const override;
+  double ComputeRVD(int r, const std::vector<double>& x, int inc) const override;
+  double ComputeRVD(int r, const double* x, int inc) const override;
+  bool ComputeSTransS(INQSymMatrix& out) const override;
+  bool ComputeSV(const std::vector<double>& v, std::vector<double>& out) const override;
+  bool ComputeSV(const std::vector<double>& v, int nRows, std::vector<double>& out) const override;
+  double ComputeVSV(const std::vector<double>& v) const override;
+  double ComputeVSW(const std::vector<double>& v, const std::vector<double>& w) const override;
+  double ComputeVSW(const double* v, int nv, const double* w, int nw) const override;
+  double ComputeVSW(const std::vector<double>& v, int first, int second) const override;
+  double ComputeVSWParts(const std::vector<double>& v, int row, const std::vector<double>& w,
+                         int col) const override;
+  double ComputeVSWParts(const double* v, int nv, int row, const double* w, int nw,
+                         int col) const override;
+  double TraceOfProduct(const INQSymMatrix& a) const override;
+  double TraceOfProductOfThree(const INQSymMatrix& a, const INQSymMatrix& b) const override;
+
+  // ---- Accumulation (NQSymMatrix_update.cpp)
+  // ---------------------------------------------------------
+
+  // S += w x x' for one case x of n values: s(i,j) += x[j] (x[i] w), rows with x[i] = 0 skipped (a
+  // NaN is not 0). UpdateXX takes w > 0 only.
+  bool UpdateXX(const std::vector<double>& x, double w);
+  bool UpdateXXPosNegW(const std::vector<double>& x, double w);
+  // Over the rows and columns that are members of the set only.
+  bool UpdateXXNonRedun(const std::vector<double>& x, const NQBitSet& set, double w);
+  // Two matrices in one pass: UpdateXXPosNegW of this matrix with w and of `second` with w2.
+  bool UpdateXXMat2(const std::vector<double>& x, double w, NQSymMatrix& second, double w2);
+  // S += w z z' in the diagonal block of z's length that starts at row `first`.
+  bool UpdateZZ(const std::vector<double>& z, int first, double w);
+  // S += a v v', nothing skipped.
+  bool IncrementByVV(const std::vector<double>& v, double a);
+  // S <- v w' + w v' (no halving) and S <- v v', of v's order and one block.
+  bool SetToVW(const std::vector<double>& v, const std::vector<double>& w);
+  bool SetToVV(const std::vector<double>& v);
+  // Off-diagonal entries of the rows and columns of the members <- 0; their diagonals stay.
+  bool SetCovarZeros(const NQBitSet& set);
+
+  // ---- Parts (NQSymMatrix_extract.cpp)
+  // ---------------------------------------------------------------
+
+  bool ExtractFirstNRows(INQSymMatrix& out) const override;
+  bool ExtractSubmatrix(const std::vector<int>& indices, INQSymMatrix& out) const override;
+  // Diagonal block b of the block view.
+  bool ExtractDiagBlock(int b, NQSymMatrix& out) const;
+  // Diagonal block b bordered by the last row: out(bs, k) = s(n-1, b bs + k), out(bs, bs) = s(n-1,
+  // n-1).
+  bool ExtractBlockAndLastRow(int b, NQSymMatrix& out) const;
+  // The lower triangle of block (bi, bj): out(k, l) = s(bi bs + k, bj bs + l), k >= l.
+  bool ExtractBlockInLowTriangular(int bi, int bj, NQSymMatrix& out) const;
+  // out = s(n-1, first) .. s(n-1, first+count-1).
+  bool ExtractPartOfLastRow(int first, int count, std::vector<double>& out) const;
+  // The leading block of order k <- that of src.
+  bool ReplaceFirstRows(const NQSymMatrix& src, int k);
+  // All n(n+1)/2 packed entries.
+  bool SetData(const std::vector<double>& src);
+  // out has the order of the set: row k of this matrix goes to the k-th member, the rows and
+  // columns of the others are zero. False unless the set has n members.
+  bool Expand(const NQBitSet& set, NQSymMatrix& out) const;
+  // The same with the places listed: out(indices[a], indices[b]) = s(a, b) in an `out` of order
+  // `size`. False unless there are n different places.
+  bool ExpandSym(const std::vector<int>& indices, int size, NQSymMatrix& out) const;
+  // Removes row and column i; one block.
+  bool DeleteOneRow(int i);
+  // With the last row the target and the predictor rows in `set` swept in: out[j] = s(n-1, j), the
+  // coefficient, for j in the set, and 0 for the other rows before the last.
+  bool GetRegCoeffs(std::vector<double>& out, const NQBitSet& set) const;
+
+  // ---- Diagnostic display (NQSymMatrix_display.cpp)
+  // --------------------------------------------------
+
+  void Display() const override;
+  void DisplayF() const override;
+
+ private:
+  std::size_t Order() const { return fNRows > 0 ? static_cast<std::size_t>(fNRows) : 0; }
+  bool HasRow(int i) const { return i >= 0 && i < fNRows; }
+  bool HasOrder(std::size_t n) const { return fNRows >= 0 && n == Order(); }
+  bool AllocateTriangle();
+  // The matrix as a dense one, or null when it is of another type.
+  static NQSymMatrix* AsDense(INQSymMatrix& m) {
+    return m.GetType() == 0 ? static_cast<NQSymMatrix*>(&m) : nullptr;
+  }
+  static const NQSymMatrix* AsDense(const INQSymMatrix& m) {
+    return m.GetType() == 0 ? static_cast<const NQSymMatrix*>(&m) : nullptr;
+  }
+
+  template <class SweepRow>
+  bool SweepOne(int k, double eps, const double* t, NQBitSet& swept, bool check, SweepRow sweepRow);
+  std::vector<internal::SweepStep> SweepListed(const std::vector<int>& rows, double eps,
+                                               const std::vector<double>& t, NQBitSet& swept);
+  std::vector<double>& ReferenceValues(std::vector<double>* t, std::vector<double>& diagonal) const;
+  std::vector<bool> MembersOf(const NQBitSet& set) const;
+  int Factor(const std::vector<double>& t, double eps, bool check, std::vector<bool>* aliasedRows);
+
+  int fNRows = 0;
+  int fNBlocks = 1;
+  int fBlockSize = 0;
+  std::vector<double> fvData;
+};
+
+}  // namespace NQMath_940

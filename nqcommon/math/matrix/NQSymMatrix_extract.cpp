@@ -1,0 +1,129 @@
+#include <nqcommon/math/matrix/NQSymMatrix.h>
+
+#include <algorithm>
+#include <utility>
+
+#include <nqcommon/math/matrix/internal/packed_triangle.h>
+
+namespace NQMath_940 {
+
+using internal::RowStart;
+
+namespace {
+
+// out <- the matrix of order n with elements f(i, j), i >= j. `out` is only replaced at the end, so
+// that f may read from it.
+template <class F>
+bool Fill(int n, NQSymMatrix& out, F f) {
+  NQSymMatrix result(n, false);
+  if (!result.IsValidMatrix()) return false;
+  double* s = result.AsVector().data();
+  for (int i = 0; i < n; ++i) {
+    for (int j = 0; j <= i; ++j) *s++ = f(i, j);
+  }
+  out = std::move(result);
+  return true;
+}
+
+}  // namespace
+
+// ---- Out
+// ---------------------------------------------------------------------------------------------
+
+bool NQSymMatrix::ExtractFirstNRows(INQSymMatrix& out) const {
+  NQSymMatrix* dense = AsDense(out);
+  if (!dense || !dense->IsValidMatrix() || dense->fNRows > fNRows) return false;
+  return dense == this || dense->ReplaceFirstRows(*this, dense->fNRows);
+}
+
+bool NQSymMatrix::ExtractSubmatrix(const std::vector<int>& indices, INQSymMatrix& out) const {
+  NQSymMatrix* dense = AsDense(out);
+  if (!dense || !std::all_of(indices.begin(), indices.end(), [this](int i) { return HasRow(i); }))
+    return false;
+  return Fill(static_cast<int>(indices.size()), *dense, [&](int a, int b) {
+    return GetElem(indices[static_cast<std::size_t>(a)], indices[static_cast<std::size_t>(b)]);
+  });
+}
+
+bool NQSymMatrix::ExtractDiagBlock(int b, NQSymMatrix& out) const {
+  return ExtractBlockInLowTriangular(b, b, out);
+}
+
+bool NQSymMatrix::ExtractBlockAndLastRow(int b, NQSymMatrix& out) const {
+  if (fNRows < 1 || b < 0 || b >= fNBlocks) return false;
+  const auto rowOf = [&](int k) { return k < fBlockSize ? b * fBlockSize + k : fNRows - 1; };
+  return Fill(fBlockSize + 1, out, [&](int i, int j) { return GetElem(rowOf(i), rowOf(j)); });
+}
+
+bool NQSymMatrix::ExtractBlockInLowTriangular(int bi, int bj, NQSymMatrix& out) const {
+  if (fNRows < 1 || bi < 0 || bi >= fNBlocks || bj < 0 || bj >= fNBlocks) return false;
+  return Fill(fBlockSize, out, [&](int k, int l) { return GetElem(bi, bj, k, l); });
+}
+
+bool NQSymMatrix::ExtractPartOfLastRow(int first, int count, std::vector<double>& out) const {
+  if (fNRows < 1 || first < 0 || count < 0 || count > fNRows - first) return false;
+  const double* from = fvData.data() + RowStart(Order() - 1) + first;
+  out.assign(from, from + count);
+  return true;
+}
+
+bool NQSymMatrix::GetRegCoeffs(std::vector<double>& out, const NQBitSet& set) const {
+  if (fNRows < 1 || !ExtractPartOfLastRow(0, fNRows - 1, out)) return false;
+  for (std::size_t j = 0; j < out.size(); ++j) {
+    if (!set.IsIn(static_cast<int>(j))) out[j] = 0;
+  }
+  return true;
+}
+
+// ---- In
+// ----------------------------------------------------------------------------------------------
+
+bool NQSymMatrix::ReplaceFirstRows(const NQSymMatrix& src, int k) {
+  if (k < 0 || k > fNRows || k > src.fNRows) return false;
+  if (&src != this)
+    std::copy_n(src.fvData.begin(), RowStart(static_cast<std::size_t>(k)), fvData.begin());
+  return true;
+}
+
+bool NQSymMatrix::SetData(const std::vector<double>& src) {
+  if (!IsValidMatrix() || src.size() != fvData.size()) return false;
+  fvData = src;
+  return true;
+}
+
+bool NQSymMatrix::Expand(const NQBitSet& set, NQSymMatrix& out) const {
+  std::vector<int> members;
+  for (int i = 0; i < set.Size(); ++i) {
+    if (set.IsIn(i)) members.push_back(i);
+  }
+  return ExpandSym(members, set.Size(), out);
+}
+
+bool NQSymMatrix::ExpandSym(const std::vector<int>& indices, int size, NQSymMatrix& out) const {
+  if (size < 0 || !HasOrder(indices.size())) return false;
+  // The row that goes to each place; -1 for none.
+  std::vector<int> rowAt(static_cast<std::size_t>(size), -1);
+  for (int row = 0; row < fNRows; ++row) {
+    const int place = indices[static_cast<std::size_t>(row)];
+    if (place < 0 || place >= size || rowAt[static_cast<std::size_t>(place)] >= 0) return false;
+    rowAt[static_cast<std::size_t>(place)] = row;
+  }
+  return Fill(size, out, [&](int i, int j) {
+    const int a = rowAt[static_cast<std::size_t>(i)];
+    const int b = rowAt[static_cast<std::size_t>(j)];
+    return a >= 0 && b >= 0 ? GetElem(a, b) : 0.0;
+  });
+}
+
+bool NQSymMatrix::DeleteOneRow(int i) {
+  if (!HasRow(i)) return false;
+  double* to = fvData.data() + RowStart(static_cast<std::size_t>(i));
+  for (int k = i + 1; k < fNRows; ++k) {
+    const double* row = fvData.data() + RowStart(static_cast<std::size_t>(k));
+    to = std::copy(row, row + i, to);
+    to = std::copy(row + i + 1, row + k + 1, to);
+  }
+  return Resize(fNRows - 1);
+}
+
+}  // namespace NQMath_940

@@ -1,0 +1,48 @@
+// Arithmetic that must not leave the range of doubles on the way to a result inside it.
+#pragma once
+
+#include <cmath>
+#include <limits>
+#include <utility>
+
+namespace NQMath_940::internal {
+
+// sqrt(a b) for a, b >= 0; the product itself may overflow or underflow.
+inline double GeometricMean(double a, double b) {
+  const double product = a * b;
+  const bool inRange = product >= std::numeric_limits<double>::min() && std::isfinite(product);
+  return inRange ? std::sqrt(product) : std::sqrt(a) * std::sqrt(b);
+}
+
+// Multiplies a number kept as mantissa x 10^power by x and renormalises to 1 <= |mantissa| < 10.
+// 0, the infinities and NaN have no such form and are left as they come.
+inline void MultiplyScaled(std::pair<double, int>& number, double x) {
+  auto& [mantissa, power] = number;
+  mantissa *= x;
+  if (mantissa == 0 || !std::isfinite(mantissa)) return;
+  while (std::fabs(mantissa) < 1) {
+    mantissa *= 10;
+    --power;
+  }
+  while (std::fabs(mantissa) >= 10) {
+    mantissa /= 10;
+    ++power;
+  }
+}
+
+// Largest and smallest of the values added; NaN is passed over. Both are 0 of no values.
+class Extremes {
+ public:
+  void Add(double x) {
+    if (x > fMax) fMax = x;
+    if (x < fMin) fMin = x;
+  }
+  double Max() const { return fMax >= fMin ? fMax : 0; }
+  double Min() const { return fMax >= fMin ? fMin : 0; }
+
+ private:
+  double fMax = -std::numeric_limits<double>::infinity();
+  double fMin = std::numeric_limits<double>::infinity();
+};
+
+}  // namespace NQMath_940::internal
