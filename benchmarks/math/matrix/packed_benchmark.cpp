@@ -1,0 +1,145 @@
+// In-place inverse by sweeping and Cholesky factor of a packed triangle, beside LAPACK on a full
+// square (dpotrf, dpotri) and on a packed triangle (dpptrf, dpptri), one thread. Copying the input
+// is left out of all times. --isa=avx2 and --isa=baseline time our forms for older processors.
+#include <nqcommon/math/matrix/internal/cpu_dispatch.h>
+#include <nqcommon/math/matrix/internal/packed_cholesky.h>
+#include <nqcommon/math/matrix/internal/packed_sweep.h>
+#include <nqcommon/math/matrix/internal/packed_triangle.h>
+
+#include <benchmark/benchmark.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <numeric>
+#include <random>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "support/ratio_reporter.h"
+
+extern "C" {
+void dpotrf_(const char* uplo, const int* n, double* a, const int* lda, int* info);
+void dpotri_(const char* uplo, const int* n, double* a, const int* lda, int* info);
+void dpptrf_(const char* uplo, const int* n, double* ap, int* info);
+void dpptri_(const char* uplo, const int* n, double* ap, int* info);
+void openblas_set_num_threads(int threads);
+char* openblas_get_corename();
+}
+
+namespace {
+
+using namespace NQMath_940::internal;
+
+constexpr double kEps = 1e-12;
+Isa isa = BestIsa();
+
+// A packed positive-definite matrix; by rows of the lower triangle, which is also LAPACK's upper
+// triangle by columns.
+std::vector<double> Packed(int order) {
+  const auto n = static_cast<std::size_t>(order);
+  std::mt19937 random(1);
+  std::vector<double> s(RowStart(n));
+  for (double& x : s) x = static_cast<double>(random()) / 4294967296.0 - 0.5;
+  for (std::size_t i = 0; i < n; ++i) s[DiagIndex(i)] += static_cast<double>(n);
+  return s;
+}
+
+std::vector<double> FullSquare(int order) {
+  const auto n = static_cast<std::size_t>(order);
+  const std::vector<double> s = Packed(order);
+  std::vector<double> full(n * n);
+  for (std::size_t i = 0; i < n; ++i) {
+    for (std::size_t j = 0; j < n; ++j) full[i * n + j] = s[SymIndex(i, j)];
+  }
+  return full;
+}
+
+// Times work(matrix), which tells whether it succeeded, on a fresh copy of the input every time.
+template <class Work>
+void Time(benchmark::State& state, const std::vector<double>& input, Work work) {
+  std::vector<double> matrix;
+  for (auto _ : state) {
+    matrix = input;
+    const auto begin = std::chrono::steady_clock::now();
+    const bool succeeded = work(matrix.data());
+    const std::chrono::duration<double> time = std::chrono::steady_clock::now() - begin;
+    benchmark::ClobberMemory();
+    state.SetIterationTime(time.count());
+    if (!succeeded) {
+      state.SkipWithError("failed");
+      return;
+    }
+  }
+}
+
+void SweepOurs(benchmark::State& state, int n) {
+  std::vector<int> rows(static_cast<std::size_t>(n));
+  std::iota(rows.begin(), rows.end(), 0);
+  const std::vector<double> t(rows.size(), 1.0);
+  std::vector<bool> swept;
+  Time(state, Packed(n), [&](double* s) {
+    swept.assign(rows.size(), false);
+    SweepRows(s, rows.size(), rows, kEps, t.data(), swept, nullptr, isa);
+    return std::find(swept.begin(), swept.end(), false) == swept.end();
+  });
+}
+
+void CholeskyOurs(benchmark::State& state, int n) {
+  const std::vector<double> t(static_cast<std::size_t>(n), 1.0);
+  Time(state, Packed(n),
+       [&](double* s) { return Cholesky(s, t.size(), t.data(), kEps, nullptr, isa) == 0; });
+}
+
+template <bool kInverse>
+void Full(benchmark::State& state, int n) {
+  Time(state, FullSquare(n), [n](double* a) {
+    int info = 0;
+    dpotrf_("L", &n, a, &n, &info);
+    if (kInverse && info == 0) dpotri_("L", &n, a, &n, &info);
+    return info == 0;
+  });
+}
+
+template <bool kInverse>
+void PackedPeer(benchmark::State& state, int n) {
+  Time(state, Packed(n), [n](double* a) {
+    int info = 0;
+    dpptrf_("U", &n, a, &info);
+    if (kInverse && info == 0) dpptri_("U", &n, a, &info);
+    return info == 0;
+  });
+}
+
+void Register(const std::string& name, void (*run)(benchmark::State&, int)) {
+  for (const int n : {50, 200, 500, 1000}) {
+    benchmark::RegisterBenchmark((name + "/" + std::to_string(n)).c_str(), run, n)
+        ->UseManualTime()
+        ->Unit(benchmark::kMicrosecond)
+        ->MinTime(0.1)
+        ->Repetitions(5);
+  }
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  for (int i = 1; i < argc; ++i) {
+    if (std::string_view(argv[i]) == "--isa=avx2") isa = UsableIsa(Isa::kAvx2);
+    if (std::string_view(argv[i]) == "--isa=baseline") isa = Isa::kBaseline;
+  }
+  openblas_set_num_threads(1);
+  std::printf("peer's kernels: %s\n", openblas_get_corename());
+  for (const char* name : {"OPENBLAS_CORETYPE", "OPENBLAS_L2_SIZE"}) {
+    if (std::getenv(name) != nullptr) std::printf("%s is set and may slow the peer\n", name);
+  }
+  Register("sweep/ours", SweepOurs);
+  Register("sweep/dpotrf+dpotri", Full<true>);
+  Register("sweep/dpptrf+dpptri", PackedPeer<true>);
+  Register("cholesky/ours", CholeskyOurs);
+  Register("cholesky/dpotrf", Full<false>);
+  Register("cholesky/dpptrf", PackedPeer<false>);
+  return nqbench::RunWithRatios(argc, argv);
+}
