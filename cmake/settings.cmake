@@ -8,6 +8,9 @@ function(nq_settings target)
   # What the compiler may fuse into a multiply-add must not decide a result.
   target_compile_options(${target} PRIVATE -ffp-contract=off -Wall -Wextra -Wpedantic -Wshadow
                                            -Wconversion -Wnon-virtual-dtor -Woverloaded-virtual)
+  if(CMAKE_CXX_COMPILER_ID STREQUAL GNU)
+    target_compile_options(${target} PRIVATE -Wno-restrict)  # GCC 12 warns of std::string's own code
+  endif()
   if(NQ_WARNINGS_AS_ERRORS)
     target_compile_options(${target} PRIVATE -Werror)
   endif()

@@ -52,6 +52,7 @@ void NQWarnings::AddWarnings(const std::vector<NQStatus>& statuses) {
   for (std::size_t i = 0; i < count; ++i) AddWarning(statuses[i], ToCurrent);
 }
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): `other` may be this object.
 void NQWarnings::AddWarnings(NQWarnings other) {
   for (const NQStatus& status : other.fvCurrent) AppendNew(fvCurrent, status);
   for (const NQStatus& status : other.fvAccumulated) AppendNew(fvAccumulated, status);

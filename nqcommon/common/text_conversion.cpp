@@ -26,12 +26,14 @@ std::string T2Str(T value) {
 
 template <typename T>
 void Str2T(const std::string& text, T& value) {
-  std::string number = text;
+  std::istringstream stream(text);
   if constexpr (std::is_same_v<T, double>) {
     const std::locale locale = std::cout.getloc();
+    std::string number = text;
     ReplaceFirst(number, '.', std::use_facet<std::numpunct<char>>(locale).decimal_point());
+    stream.str(number);
   }
-  std::istringstream(number) >> value;
+  stream >> value;
 }
 
 template std::string T2Str<double>(double);

@@ -68,7 +68,7 @@ inline KnownMatrix ScaledHilbert(std::size_t n) {
   for (std::size_t i = 0; i < n; ++i) {
     for (std::size_t j = 0; j < n; ++j) {
       const std::size_t sum = i + j + 1;
-      matrix[i][j] = static_cast<double>(scale / sum);
+      matrix[i][j] = static_cast<double>(scale) / static_cast<double>(sum);
       inverse[i][j] = ((i + j) % 2 ? -1.0 : 1.0) * static_cast<double>(sum) *
                       Binomial(n + i, n - j - 1) * Binomial(n + j, n - i - 1) * Binomial(i + j, i) *
                       Binomial(i + j, i) / static_cast<double>(scale);

@@ -73,7 +73,7 @@ bool NQSymMatrix::AllocateTriangle() {
     fvData = {};
     fNRows = -1;
   }
-  return IsValidMatrix();
+  return fNRows >= 0;
 }
 
 bool NQSymMatrix::Resize(int n) {

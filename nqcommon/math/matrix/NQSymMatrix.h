@@ -153,8 +153,9 @@ class NQ_API NQSymMatrix : public INQSymMatrix {
   // is the pivot before the sweep, or with pivotBefore false minus the diagonal after it.
   bool SweepOnMany(int m, double eps, bool pivotBefore, NQBitSet& swept, double& logDet, bool check,
                    std::vector<double>* t = nullptr);
-  // The listed rows in list order; a row listed again is swept out again. To sweep out with `check`,
-  // pass t: the diagonal of a swept row is negative, which `check` does not take for a reference.
+  // The listed rows in list order; a row listed again is swept out again. To sweep out with
+  // `check`, pass t: the diagonal of a swept row is negative, which `check` does not take for a
+  // reference.
   bool SweepOnSelected(const std::vector<int>& rows, double eps, NQBitSet& swept, bool check,
                        std::vector<double>* t = nullptr);
   // ZeroOut of every row that is not a member; false when the set is smaller than n.

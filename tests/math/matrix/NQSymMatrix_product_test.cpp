@@ -18,7 +18,6 @@ using nqtest::Column;
 using nqtest::Dense;
 using nqtest::Lower;
 using nqtest::ToDense;
-using nqtest::ToSym;
 using nqtest::Trans;
 
 struct Inputs {
