@@ -23,7 +23,6 @@ using nqtest::ToDense;
 using nqtest::ToSym;
 
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-constexpr double kInf = std::numeric_limits<double>::infinity();
 
 // 1 2 4 / 2 3 5 / 4 5 6: packed 1 .. 6.
 NQSymMatrix Counting() { return ToSym({{1, 0, 0}, {2, 3, 0}, {4, 5, 6}}); }
