@@ -1,6 +1,8 @@
-// In-place inverse by sweeping and Cholesky factor of a packed triangle, beside LAPACK on a full
-// square (dpotrf, dpotri) and on a packed triangle (dpptrf, dpptri), one thread. Copying the input
-// is left out of all times. --isa=avx2 and --isa=baseline time our forms for older processors.
+// NQSymMatrix::SweepOnAll (the inverse in place) and LTChol, beside LAPACK on a full square
+// (dpotrf, dpotri) and on a packed triangle (dpptrf, dpptri), one thread. Copying the input is left
+// out of all times. --isa=avx2 and --isa=baseline time the kernels' forms for older processors
+// instead.
+#include <nqcommon/math/matrix/NQSymMatrix.h>
 #include <nqcommon/math/matrix/internal/cpu_dispatch.h>
 #include <nqcommon/math/matrix/internal/packed_cholesky.h>
 #include <nqcommon/math/matrix/internal/packed_sweep.h>
@@ -58,13 +60,13 @@ std::vector<double> FullSquare(int order) {
 }
 
 // Times work(matrix), which tells whether it succeeded, on a fresh copy of the input every time.
-template <class Work>
-void Time(benchmark::State& state, const std::vector<double>& input, Work work) {
-  std::vector<double> matrix;
+template <class Matrix, class Work>
+void Time(benchmark::State& state, const Matrix& input, Work work) {
+  Matrix matrix;
   for (auto _ : state) {
     matrix = input;
     const auto begin = std::chrono::steady_clock::now();
-    const bool succeeded = work(matrix.data());
+    const bool succeeded = work(matrix);
     const std::chrono::duration<double> time = std::chrono::steady_clock::now() - begin;
     benchmark::ClobberMemory();
     state.SetIterationTime(time.count());
@@ -75,27 +77,48 @@ void Time(benchmark::State& state, const std::vector<double>& input, Work work) 
   }
 }
 
+NQMath_940::NQSymMatrix Ours(int n) {
+  NQMath_940::NQSymMatrix s(n, true);
+  s.SetData(Packed(n));
+  return s;
+}
+
 void SweepOurs(benchmark::State& state, int n) {
-  std::vector<int> rows(static_cast<std::size_t>(n));
-  std::iota(rows.begin(), rows.end(), 0);
-  const std::vector<double> t(rows.size(), 1.0);
-  std::vector<bool> swept;
-  Time(state, Packed(n), [&](double* s) {
-    swept.assign(rows.size(), false);
-    SweepRows(s, rows.size(), rows, kEps, t.data(), swept, nullptr, isa);
-    return std::find(swept.begin(), swept.end(), false) == swept.end();
+  std::vector<double> t(static_cast<std::size_t>(n), 1.0);
+  NQMath_940::NQBitSet swept;
+  Time(state, Ours(n), [&](NQMath_940::NQSymMatrix& s) {
+    return s.SweepOnAll(kEps, swept, true, true, false, &t) && swept.InSet() == n;
   });
 }
 
 void CholeskyOurs(benchmark::State& state, int n) {
   const std::vector<double> t(static_cast<std::size_t>(n), 1.0);
-  Time(state, Packed(n),
-       [&](double* s) { return Cholesky(s, t.size(), t.data(), kEps, nullptr, isa) == 0; });
+  Time(state, Ours(n), [&](NQMath_940::NQSymMatrix& s) { return s.LTChol(t, kEps, true) == 0; });
+}
+
+void SweepKernel(benchmark::State& state, int n) {
+  std::vector<int> rows(static_cast<std::size_t>(n));
+  std::iota(rows.begin(), rows.end(), 0);
+  const std::vector<double> t(rows.size(), 1.0);
+  std::vector<bool> swept;
+  Time(state, Packed(n), [&](std::vector<double>& s) {
+    swept.assign(rows.size(), false);
+    SweepRows(s.data(), rows.size(), rows, kEps, t.data(), swept, nullptr, isa);
+    return std::find(swept.begin(), swept.end(), false) == swept.end();
+  });
+}
+
+void CholeskyKernel(benchmark::State& state, int n) {
+  const std::vector<double> t(static_cast<std::size_t>(n), 1.0);
+  Time(state, Packed(n), [&](std::vector<double>& s) {
+    return Cholesky(s.data(), t.size(), t.data(), kEps, nullptr, isa) == 0;
+  });
 }
 
 template <bool kInverse>
 void Full(benchmark::State& state, int n) {
-  Time(state, FullSquare(n), [n](double* a) {
+  Time(state, FullSquare(n), [n](std::vector<double>& matrix) {
+    double* a = matrix.data();
     int info = 0;
     dpotrf_("L", &n, a, &n, &info);
     if (kInverse && info == 0) dpotri_("L", &n, a, &n, &info);
@@ -105,7 +128,8 @@ void Full(benchmark::State& state, int n) {
 
 template <bool kInverse>
 void PackedPeer(benchmark::State& state, int n) {
-  Time(state, Packed(n), [n](double* a) {
+  Time(state, Packed(n), [n](std::vector<double>& matrix) {
+    double* a = matrix.data();
     int info = 0;
     dpptrf_("U", &n, a, &info);
     if (kInverse && info == 0) dpptri_("U", &n, a, &info);
@@ -135,10 +159,11 @@ int main(int argc, char** argv) {
   for (const char* name : {"OPENBLAS_CORETYPE", "OPENBLAS_L2_SIZE"}) {
     if (std::getenv(name) != nullptr) std::printf("%s is set and may slow the peer\n", name);
   }
-  Register("sweep/ours", SweepOurs);
+  const bool best = isa == BestIsa();
+  Register("sweep/ours", best ? SweepOurs : SweepKernel);
   Register("sweep/dpotrf+dpotri", Full<true>);
   Register("sweep/dpptrf+dpptri", PackedPeer<true>);
-  Register("cholesky/ours", CholeskyOurs);
+  Register("cholesky/ours", best ? CholeskyOurs : CholeskyKernel);
   Register("cholesky/dpotrf", Full<false>);
   Register("cholesky/dpptrf", PackedPeer<false>);
   return nqbench::RunWithRatios(argc, argv);
