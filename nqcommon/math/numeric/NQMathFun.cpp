@@ -80,14 +80,15 @@ void FindTwoLargestBut(Skip skip, const std::vector<double>& v, double& first, d
 
 double NQMathFun::Digamma(double x) {
   if (x <= kSmallestArgument) return NQMV::Missing();
-  // The series about 0 up to its constant; further up the shift loses fewer digits than its next
-  // term, x pi^2/6.
+  // The series about 0 up to its constant.
   if (x < 1e-5) return -1 / x - kEulerGamma;
+  // The sum below goes back from z in steps of 1. It takes x + k, not z - k: near 0 the rounding of z
+  // would cost digits of 1/x.
   const double z = x + kShift;
   const double s = 1 / (z * z);
   double psi = std::log(z) - 0.5 / z + s * Horner(s, kDigammaSeries);
   double back = 0;
-  for (int k = 1; k <= kShift; ++k) back += 1 / (z - k);
+  for (int k = kShift - 1; k >= 0; --k) back += 1 / (x + k);
   return psi - back;
 }
 
@@ -97,7 +98,7 @@ double NQMathFun::Trigamma(double x) {
   const double z = x + kShift;
   const double s = 1 / (z * z);
   double psi = Horner(s, kTrigammaSeries) / z + s / 2;
-  for (int k = 1; k <= kShift; ++k) psi += 1 / ((z - k) * (z - k));
+  for (int k = kShift - 1; k >= 0; --k) psi += 1 / ((x + k) * (x + k));
   return psi;
 }
 
