@@ -33,6 +33,14 @@ inline NQMath_940::NQSymMatrix ToSym(const Dense& d) {
   return s;
 }
 
+// From the lower triangle packed by rows: three values make order 2.
+inline NQMath_940::NQSymMatrix FromPacked(const std::vector<double>& packed) {
+  NQMath_940::NQSymMatrix s;
+  while (s.AsVector().size() < packed.size()) s.Resize(s.GetNRows() + 1);
+  s.SetData(packed);
+  return s;
+}
+
 inline Dense Lower(Dense d) {
   for (std::size_t i = 0; i < d.size(); ++i) {
     for (std::size_t j = i + 1; j < d.size(); ++j) d[i][j] = 0;

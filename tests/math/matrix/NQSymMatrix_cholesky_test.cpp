@@ -5,23 +5,24 @@
 #include <nqcommon/math/matrix/NQSymMatrix.h>
 
 #include <cmath>
-#include <limits>
 
 #include "support/compare.h"
 #include "support/dense.h"
 #include "support/known_matrices.h"
+#include "support/special_values.h"
 
 namespace NQMath_940 {
 namespace {
 
 using NQCommon_940::NQMV;
 using nqtest::Dense;
+using nqtest::FromPacked;
+using nqtest::kInf;
+using nqtest::kNaN;
 using nqtest::ToDense;
 using nqtest::ToSym;
 using nqtest::Trans;
-
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-constexpr double kInf = std::numeric_limits<double>::infinity();
+using Vec = std::vector<double>;
 
 // L L' of an integer factor whose third row has no pivot: row 2 = row 0 + 2 row 1.
 const Dense kFactor{{2, 0, 0, 0}, {1, 3, 0, 0}, {4, 6, 0, 0}, {5, 1, 0, 2}};
@@ -49,7 +50,7 @@ TEST(NQSymMatrixCholesky, RankDeficient) {
   std::vector<int> indices;
   EXPECT_EQ(RankThree().CholIndNonRed(0, 1e-12, indices), 1);
   EXPECT_EQ(indices, (std::vector<int>{0, 1, 3}));
-  EXPECT_EQ(ToSym({{4, 0}, {0, 9}}).CholIndNonRed(4, 0, indices), 1) << "4 is not above 4";
+  EXPECT_EQ(FromPacked({4, 0, 9}).CholIndNonRed(4, 0, indices), 1) << "4 is not above 4";
   EXPECT_EQ(indices, (std::vector<int>{1}));
   EXPECT_EQ(RankThree().CholIndNonRed(-1, 1e-12, indices), -1);
 }
@@ -115,19 +116,19 @@ TEST(NQSymMatrixCholesky, Determinants) {
   }
   NQDeterminant det{7, 7};
   EXPECT_FALSE(NQSymMatrix().ComputeDeterminant(1e-14, det));
-  EXPECT_FALSE(ToSym({{1}}).ComputeDeterminant(-1, det));
+  EXPECT_FALSE(FromPacked({1}).ComputeDeterminant(-1, det));
   EXPECT_EQ(det, NQDeterminant(7, 7));
 }
 
 TEST(NQSymMatrixCholesky, DeterminantAndInverseOfAFactor) {
-  NQSymMatrix l = ToSym({{2, 0, 0}, {3, -4, 0}, {5, 6, 8}});
+  NQSymMatrix l = FromPacked({2, 3, -4, 5, 6, 8});
   NQDeterminant det;
   EXPECT_EQ(l.LTDetInverse(det, 11), 0);
   EXPECT_EQ(det, NQDeterminant(-6.4, 1));
   const Dense inverse{{0.5, 0, 0}, {0.375, -0.25, 0}, {-0.59375, 0.1875, 0.125}};
   EXPECT_EQ(nqtest::Lower(ToDense(l)), inverse);
   det = {7, 7};
-  NQSymMatrix singular = ToSym({{2, 0, 0}, {3, 0, 0}, {5, 6, 8}});
+  NQSymMatrix singular = FromPacked({2, 3, 0, 5, 6, 8});
   EXPECT_EQ(singular.LTDetInverse(det, 10), 1);
   EXPECT_EQ(det, NQDeterminant(7, 7)) << "job without a determinant";
   EXPECT_EQ(nqtest::Lower(ToDense(singular)), (Dense{{0.5, 0, 0}, {0, 0, 0}, {-0.3125, 0, 0.125}}));
@@ -189,7 +190,7 @@ TEST(NQSymMatrixCholesky, Solves) {
   EXPECT_EQ(s.LTSolve({1, 2}, 1e-12, got), -1);
   EXPECT_EQ(s.LTSolve(b, kNaN, got), -1);
   EXPECT_EQ(ToDense(s), ToDense(RankThree()));
-  NQSymMatrix indefinite = ToSym({{-4, 1}, {1, 2}});
+  NQSymMatrix indefinite = FromPacked({-4, 1, 2});
   EXPECT_EQ(indefinite.LTSolve({1, 4}, 2, got), 2)
       << "no pivot is ever the root of a negative number";
 }

@@ -4,21 +4,19 @@
 #include <nqcommon/math/matrix/NQSymMatrix.h>
 
 #include <cmath>
-#include <functional>
-#include <limits>
 
 #include "support/compare.h"
 #include "support/dense.h"
 #include "support/known_matrices.h"
+#include "support/special_values.h"
 
 namespace NQMath_940 {
 namespace {
 
-using nqtest::Dense;
-using nqtest::ToDense;
+using nqtest::FromPacked;
+using nqtest::kNaN;
 using nqtest::ToSym;
-
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+using Vec = std::vector<double>;
 
 NQBitSet Bits(std::vector<bool> bits) { return NQBitSet(std::move(bits)); }
 
@@ -58,72 +56,48 @@ TEST(NQSymMatrixSweep, RegressionCoefficientsAndTheWayBack) {
     EXPECT_NEAR(s.AsVectorConst()[k], before.AsVectorConst()[k], 1e-11);
 }
 
-TEST(NQSymMatrixSweep, RefusalsChangeNothing) {
-  struct Row {
-    const char* name;
-    Dense matrix;
-    std::vector<bool> swept;
-    int k;
-    double eps;
-    std::vector<double> t;
-    bool check;
-    bool result;
-  };
-  const Row rows[] = {
-      {"zero pivot", {{0, 1}, {1, 1}}, {false, false}, 0, 1e-12, {1, 1}, false, false},
-      {"negative pivot", {{-2, 1}, {1, 1}}, {false, false}, 0, 1e-12, {1, 1}, false, false},
-      {"pivot at the bound", {{0.5, 0}, {0, 1}}, {false, false}, 0, 0.25, {2, 1}, false, false},
-      {"pivot above the bound", {{0.75, 0}, {0, 1}}, {false, false}, 0, 0.25, {2, 1}, false, true},
-      {"NaN pivot is not below the bound",
-       {{kNaN, 0}, {0, 1}},
-       {false, false},
-       0,
-       0.25,
-       {2, 1},
-       false,
-       true},
-      // (-1 - 1 / 0.5) 0.25 t1 = -0.75 t1
-      {"swept row above its bound",
-       {{0.5, 0}, {1, -1}},
-       {false, true},
-       0,
-       0.25,
-       {1, 1},
-       false,
-       true},
-      {"swept row at its bound",
-       {{0.5, 0}, {1, -1}},
-       {false, true},
-       0,
-       0.25,
-       {1, 4.0 / 3},
-       false,
-       false},
-      {"swept row of NaN", {{0.5, 0}, {kNaN, -1}}, {false, true}, 0, 0.25, {1, 1}, false, false},
-      {"sweeping out is not tested", {{-0.5, 0}, {0, 1}}, {true, false}, 0, 1, {9, 9}, false, true},
-      {"check: row", {{1, 0}, {0, 1}}, {false, false}, 2, 1e-12, {1, 1}, true, false},
-      {"check: eps", {{1, 0}, {0, 1}}, {false, false}, 0, 0, {1, 1}, true, false},
-      {"check: set", {{1, 0}, {0, 1}}, {false}, 0, 1e-12, {1, 1}, true, false},
-      {"check: reference", {{1, 0}, {0, 1}}, {false, false}, 0, 1e-12, {1, -1}, true, false},
-      {"too few references", {{1, 0}, {0, 1}}, {false, false}, 0, 1e-12, {1}, false, false},
-  };
-  for (const Row& row : rows) {
+// One sweep of row k of a matrix of order 2, in the production form and in plain loops.
+struct Sweep {
+  Vec matrix;
+  std::vector<bool> swept{false, false};
+  int k = 0;
+  double eps = 1e-12;
+  Vec t{1, 1};
+  bool check = false;
+
+  void Expect(bool result, const char* name) const {
     for (bool plain : {false, true}) {
-      NQSymMatrix s = ToSym(row.matrix);
-      const std::vector<double> before = s.AsVector();
-      NQBitSet swept(row.swept);
-      if (plain && row.t.size() < 2) continue;  // the pointer forms trust their caller
-      const bool result = plain ? s.SweepOrig(row.k, row.eps, row.t.data(), swept, row.check)
-                                : s.Sweep(row.k, row.eps, row.t, swept, row.check);
-      EXPECT_EQ(result, row.result) << row.name;
-      if (result) {
-        EXPECT_EQ(swept.IsIn(row.k), !row.swept[static_cast<std::size_t>(row.k)]) << row.name;
-      } else {
-        EXPECT_TRUE(nqtest::AreSame(s.AsVector(), before)) << row.name;
-        EXPECT_TRUE(swept == NQBitSet(row.swept)) << row.name;
-      }
+      if (plain && t.size() < 2) continue;  // the pointer forms trust their caller
+      NQSymMatrix s = FromPacked(matrix);
+      NQBitSet set(swept);
+      EXPECT_EQ(plain ? s.SweepOrig(k, eps, t.data(), set, check) : s.Sweep(k, eps, t, set, check),
+                result)
+          << name;
+      NQBitSet wanted(swept);
+      if (result) wanted.Set(k, !wanted.IsIn(k));
+      EXPECT_TRUE(set == wanted) << name;
+      EXPECT_TRUE(result || nqtest::AreSame(s.AsVector(), matrix)) << name;
     }
   }
+};
+
+TEST(NQSymMatrixSweep, RefusalsChangeNothing) {
+  Sweep{{0, 1, 1}}.Expect(false, "zero pivot");
+  Sweep{{-2, 1, 1}}.Expect(false, "negative pivot");
+  const std::vector<bool> none{false, false}, second{false, true};
+  Sweep{{0.5, 0, 1}, none, 0, 0.25, {2, 1}}.Expect(false, "pivot at the bound");
+  Sweep{{0.75, 0, 1}, none, 0, 0.25, {2, 1}}.Expect(true, "pivot above the bound");
+  Sweep{{kNaN, 0, 1}, none, 0, 0.25, {2, 1}}.Expect(true, "NaN pivot: not below the bound");
+  // (-1 - 1 / 0.5) 0.25 t[1] = -0.75 t[1]
+  Sweep{{0.5, 1, -1}, second, 0, 0.25}.Expect(true, "swept row above its bound");
+  Sweep{{0.5, 1, -1}, second, 0, 0.25, {1, 4.0 / 3}}.Expect(false, "swept row at its bound");
+  Sweep{{0.5, kNaN, -1}, second, 0, 0.25}.Expect(false, "swept row of NaN");
+  Sweep{{1, 0, -0.5}, second, 1, 1, {9, 9}}.Expect(true, "sweeping out is not tested");
+  Sweep{{1, 0, 1}, none, 2, 1e-12, {1, 1}, true}.Expect(false, "check: row");
+  Sweep{{1, 0, 1}, none, 0, 0, {1, 1}, true}.Expect(false, "check: eps");
+  Sweep{{1, 0, 1}, {false}, 0, 1e-12, {1, 1}, true}.Expect(false, "check: set");
+  Sweep{{1, 0, 1}, none, 0, 1e-12, {1, -1}, true}.Expect(false, "check: reference");
+  Sweep{{1, 0, 1}, none, 0, 1e-12, {1}}.Expect(false, "too few references");
 }
 
 TEST(NQSymMatrixSweep, DriversRaiseReferencesOnlyWithCheck) {
@@ -131,7 +105,7 @@ TEST(NQSymMatrixSweep, DriversRaiseReferencesOnlyWithCheck) {
   std::vector<double> t{0.25};
   NQBitSet swept;
   const auto sweepAll = [&](bool check, std::vector<double>* reference) {
-    NQSymMatrix s = ToSym({{0.25}});
+    NQSymMatrix s = FromPacked({0.25});
     EXPECT_TRUE(s.SweepOnAll(0.5, swept, check, false, false, reference));
     return swept.InSet();
   };
@@ -144,15 +118,15 @@ TEST(NQSymMatrixSweep, DriversRaiseReferencesOnlyWithCheck) {
 
 TEST(NQSymMatrixSweep, FailedCheckOfSweepOnAllStillZeroesAndChangesSign) {
   for (const auto& [eps, reference] : {std::pair{0.0, 1.0}, std::pair{1e-12, -1.0}}) {
-    NQSymMatrix s = ToSym({{2, 1}, {1, 2}});
+    NQSymMatrix s = FromPacked({2, 1, 2});
     std::vector<double> t{0.5, reference};
     NQBitSet swept(7);
     EXPECT_FALSE(s.SweepOnAll(eps, swept, true, false, true, &t));
-    EXPECT_EQ(ToDense(s), (Dense{{-2, -1}, {-1, -2}}));
+    EXPECT_EQ(s.AsVector(), Vec({-2, -1, -2}));
     EXPECT_TRUE(swept == NQBitSet(2));
     EXPECT_EQ(t[0], 0.5);
     EXPECT_FALSE(s.SweepOnAll(eps, swept, true, true, false, &t));
-    EXPECT_EQ(ToDense(s), (Dense{{0, 0}, {0, 0}}));
+    EXPECT_EQ(s.AsVector(), Vec({0, 0, 0}));
   }
 }
 
@@ -164,13 +138,13 @@ TEST(NQSymMatrixSweep, ManyAndTheLogDeterminant) {
     EXPECT_TRUE(s.SweepOnMany(4, 1e-14, pivotBefore, swept, logDet, true));
     EXPECT_NEAR(logDet, 0, 1e-12);
     EXPECT_EQ(swept.InSet(), 4);
-    NQSymMatrix d = ToSym({{2, 0, 0}, {0, 0, 0}, {0, 0, 8}});
+    NQSymMatrix d = FromPacked({2, 0, 0, 0, 0, 8});
     NQBitSet fresh;
     EXPECT_TRUE(d.SweepOnMany(3, 1e-14, pivotBefore, fresh, logDet, true));
     EXPECT_CLOSE(logDet, pivotBefore ? std::log(16) : -std::log(16), 1e-15);
     EXPECT_TRUE(fresh == Bits({true, false, true}));
   }
-  NQSymMatrix s = ToSym({{2, 0}, {0, 2}});
+  NQSymMatrix s = FromPacked({2, 0, 2});
   struct Row {
     int m;
     double eps;
@@ -190,12 +164,11 @@ TEST(NQSymMatrixSweep, ManyAndTheLogDeterminant) {
                s.SweepOnSelected({-1}, 1e-12, swept, false) ||
                s.SweepOnSelected({0}, 1e-12, shortSet, true) ||
                s.SweepOnSelected({0}, 1e-12, swept, true, &t));
-  EXPECT_EQ(ToDense(s), (Dense{{2, 0}, {0, 2}}));
+  EXPECT_EQ(s.AsVector(), Vec({2, 0, 2}));
 }
 
 TEST(NQSymMatrixSweep, RedundantRowsEndAsZeroAndGiveAGeneralisedInverse) {
-  const NQSymMatrix m =
-      ToSym({{4, 2, 6, 1}, {2, 5, 7, 0}, {6, 7, 13, 1}, {1, 0, 1, 3}});  // 2 = 0 + 1
+  const NQSymMatrix m = FromPacked({4, 2, 5, 6, 7, 13, 1, 0, 1, 3});  // 2 = 0 + 1
   NQSymMatrix g = m;
   NQBitSet swept, nonRedundant;
   EXPECT_TRUE(g.SweepOnAll(1e-12, swept, true, true, true));
@@ -210,7 +183,7 @@ TEST(NQSymMatrixSweep, RedundantRowsEndAsZeroAndGiveAGeneralisedInverse) {
 
 TEST(NQSymMatrixSweep, CallsGoThroughTheInterface) {
   struct Derived : NQSymMatrix {
-    Derived() : NQSymMatrix(ToSym({{4, 0}, {0, 4}})) {}
+    Derived() : NQSymMatrix(FromPacked({4, 0, 4})) {}
     void GetDiagonal(std::vector<double>& out) const override { out = {1e9, 1}; }
     bool ZeroOut(int i) override { return SetRowColToConst(i, 7); }
   } s;
