@@ -99,13 +99,13 @@ void NQMathFun::IIScal(Index n, double a, std::vector<double>& x, Index s, Index
 
 void NQMathFun::LTGltl(int n, std::vector<double>& L) {
   if (n < 1 || !HoldsTriangle(L, n)) return;
-  // Columns from the left and each from the top: an element is overwritten after its last use.
-  for (Index j = 0; j < n; ++j) {
-    for (Index i = j; i < n; ++i) {
-      double* const columnI = L.data() + Triangle(i) + i;
-      double* const columnJ = L.data() + Triangle(i) + j;
-      *columnJ = internal::Dot<Walk::kGrowing>(n - i, columnI, i + 1, columnJ, i + 1);
-    }
+  // Row k adds its share to the rows above it, which hold their sums so far, and then starts its
+  // own: each element takes the same terms in the same order as down its two columns, along memory.
+  for (Index k = 0; k < n; ++k) {
+    double* const row = L.data() + Triangle(k);
+    for (Index i = 0; i < k; ++i) internal::AddScaled(i + 1, row[i], row, L.data() + Triangle(i));
+    const double diagonal = row[k];
+    for (Index j = 0; j <= k; ++j) row[j] = 0 + row[j] * diagonal;
   }
 }
 

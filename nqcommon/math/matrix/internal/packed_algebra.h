@@ -14,11 +14,6 @@ inline double DotProduct(std::size_t n, const double* a, const double* b) {
   return Dot(static_cast<Index>(n), a, 1, b, 1);
 }
 
-// y += a x, a = 0 included: NaN and infinities in x spread.
-inline void AddScaled(std::size_t n, double a, const double* x, double* y) {
-  for (std::size_t k = 0; k < n; ++k) y[k] += a * x[k];
-}
-
 // out[0 .. nRows-1] = the first rows of S v, S symmetric of order n.
 void SymTimesVector(const double* s, std::size_t n, const double* v, std::size_t nRows,
                     double* out);

@@ -75,6 +75,11 @@ void Axpy(Index n, double a, const double* x, Index incx, double* y, Index incy)
     VisitPairs<walk>(n, x, incx, y, incy, [a](const double& xk, double& yk) { yk += a * xk; });
 }
 
+// y += a x with unit strides, a = 0 included: NaN and infinities in x spread.
+inline void AddScaled(Index n, double a, const double* x, double* y) {
+  for (Index k = 0; k < n; ++k) y[k] += a * x[k];
+}
+
 template <Walk walk = Walk::kFixed>
 void Fill(Index n, double a, double* x, Index inc) {
   Visit<walk>(n, x, inc, [a](double& xk) { xk = a; });
