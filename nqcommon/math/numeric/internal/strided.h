@@ -120,7 +120,7 @@ inline double Nrm2(Index n, const double* x, Index inc) {
     if (size == 0) return;
     if (size > scale) {
       const double ratio = scale / size;
-      ssq = 1 + ssq * ratio * ratio;
+      ssq = 1 + ssq * (ratio * ratio);
       scale = size;
     } else {
       // Equal sizes are not divided: two infinities would make a NaN.
