@@ -12,9 +12,12 @@
 #include <nqcommon/common/display.h>
 #include <nqcommon/common/text_conversion.h>
 #include <nqcommon/math/matrix/Blas1.h>
+#include <nqcommon/math/matrix/INQRectMatrix.h>
 #include <nqcommon/math/matrix/INQSymMatrix.h>
 #include <nqcommon/math/matrix/Linpack.h>
 #include <nqcommon/math/matrix/NQBitSet.h>
+#include <nqcommon/math/matrix/NQDiagMatrix.h>
+#include <nqcommon/math/matrix/NQRectMatrix.h>
 #include <nqcommon/math/matrix/NQSymMatrix.h>
 #include <nqcommon/math/numeric/BoundsList.h>
 #include <nqcommon/math/numeric/IIntegrand.h>

@@ -8,6 +8,8 @@
 
 namespace NQMath_940 {
 
+class INQRectMatrix;
+
 // Default relative singularity tolerance, and default zero tolerance.
 inline constexpr double defaultepse = 1e-12;
 inline constexpr double defaultepsz = 1e-20;
@@ -19,13 +21,15 @@ using NQDeterminant = std::pair<double, int>;
 // Symmetric matrix S of order n, whatever its storage: dense, diagonal or block-diagonal.
 //
 // Names     S is this matrix; L its lower triangle read as a triangular factor; v, w vectors;
-//           "Trans" a transpose. In the products named with G, this matrix is G.
+//           R a rectangular matrix; "Trans" a transpose. In the products named with G, this matrix
+//           is G.
 // Indices   0-based. GetElem and SetElem of an element (i, j) are not range-checked (they assert in
 //           debug builds); an operation on row i refuses an i outside 0 .. n-1.
 // Failure   by return value. Unless stated, false means that an argument did not fit (a row outside
 //           the matrix, a length other than n) and that nothing was changed.
 // Output    `out` gets the order it needs. A result that may be dense needs a dense `out`
-//           (GetType() 0) and is refused otherwise. `out` may be any of the arguments, or this.
+//           (GetType() 0) and is refused otherwise; a rectangular one is dense (GetMatrixType() 0).
+//           `out` may be any of the arguments, or this.
 // Tolerance a pivot of row i is compared with t[i] eps: eps is relative, t the reference values in
 //           the units of the diagonal. Every t has at least n values.
 // Threads   one object, one thread at a time.
@@ -35,8 +39,7 @@ class NQ_API INQSymMatrix {
  public:
   virtual ~INQSymMatrix();
 
-  // ---- Shape and elements
-  // ------------------------------------------------------------------------
+  // ---- Shape and elements ----------------------------------------------------------------------
 
   // 0 dense (NQSymMatrix), 1 diagonal, 2 block-diagonal.
   virtual int GetType() const = 0;
@@ -53,8 +56,7 @@ class NQ_API INQSymMatrix {
   // S <- -S.
   virtual void ChangeSign() = 0;
 
-  // ---- Cholesky inverse
-  // --------------------------------------------------------------------------
+  // ---- Cholesky inverse ------------------------------------------------------------------------
 
   // out = the generalised inverse of S by Cholesky: the rows that LTChol(t, eps) drops are zero in
   // it, the others hold the inverse of their submatrix. Returns the rank, or a negative value when
@@ -67,8 +69,7 @@ class NQ_API INQSymMatrix {
   virtual int CholInverse(const std::vector<double>& t, double eps, INQSymMatrix& out,
                           double& minPivot) const = 0;
 
-  // ---- Products, part one
-  // ------------------------------------------------------------------------
+  // ---- Products, part one ----------------------------------------------------------------------
 
   // All stored entries 0.
   virtual void Clear() = 0;
@@ -81,6 +82,11 @@ class NQ_API INQSymMatrix {
   virtual double ComputeDotProduct2Rows(int i, int j) const = 0;
   // out = G M G.
   virtual bool ComputeGMG(const INQSymMatrix& m, INQSymMatrix& out) const = 0;
+  // out = G M G N G and out = M G N, n x n, not symmetric in general.
+  virtual bool ComputeGMGNG(const INQSymMatrix& m, const INQSymMatrix& n,
+                            INQRectMatrix& out) const = 0;
+  virtual bool ComputeMGN(const INQSymMatrix& m, const INQSymMatrix& n,
+                          INQRectMatrix& out) const = 0;
   // out = G S G, with S this matrix.
   virtual bool ComputeGSG(const INQSymMatrix& g, INQSymMatrix& out) const = 0;
   // out = L S L', with L the lower triangle of l.
@@ -98,19 +104,30 @@ class NQ_API INQSymMatrix {
   // Row i times row j of another matrix, or times v; system-missing where they do not fit.
   virtual double ComputeRowDotProductS(int i, const INQSymMatrix& other, int j) const = 0;
   virtual double ComputeRowDotProductS(int i, const std::vector<double>& v) const = 0;
+  // out = R S, out = R S R' and, with R of n rows, out = R' S, out = R' S R and out = R' S v.
+  virtual bool ComputeRS(const INQRectMatrix& r, INQRectMatrix& out) const = 0;
+  virtual bool ComputeRSRTrans(const INQRectMatrix& r, INQSymMatrix& out) const = 0;
+  virtual bool ComputeRTransS(const INQRectMatrix& r, INQRectMatrix& out) const = 0;
+  virtual bool ComputeRTransSR(const INQRectMatrix& r, INQSymMatrix& out) const = 0;
+  virtual bool ComputeRTransSV(const INQRectMatrix& r, const std::vector<double>& v,
+                               std::vector<double>& out) const = 0;
   // Row r times the strided vector x[0], x[inc], ...; system-missing where they do not fit. The
   // pointer form trusts its caller with the length. A negative inc walks x backwards from its end,
   // as in the BLAS.
   virtual double ComputeRVD(int r, const std::vector<double>& x, int inc) const = 0;
   virtual double ComputeRVD(int r, const double* x, int inc) const = 0;
+  // out = S B, n x n, with B symmetric.
+  virtual bool ComputeSS(const INQSymMatrix& b, INQRectMatrix& out) const = 0;
   // out = S' S.
   virtual bool ComputeSTransS(INQSymMatrix& out) const = 0;
   // out = S v, or its first nRows rows.
   virtual bool ComputeSV(const std::vector<double>& v, std::vector<double>& out) const = 0;
   virtual bool ComputeSV(const std::vector<double>& v, int nRows,
                          std::vector<double>& out) const = 0;
-  // v' S v; system-missing where lengths do not fit, as for the forms below.
+  // v' S v; system-missing where lengths do not fit, as for the forms below. The second form takes
+  // row i of R for v.
   virtual double ComputeVSV(const std::vector<double>& v) const = 0;
+  virtual double ComputeVSV(const INQRectMatrix& r, int i) const = 0;
   // v' S w. The pointer form takes the leading nv x nw part of S. The index form finds v and w in
   // one vector, n values each, at positions first and second.
   virtual double ComputeVSW(const std::vector<double>& v, const std::vector<double>& w) const = 0;
@@ -122,8 +139,7 @@ class NQ_API INQSymMatrix {
   virtual double ComputeVSWParts(const double* v, int nv, int row, const double* w, int nw,
                                  int col) const = 0;
 
-  // ---- Parts and tests
-  // ---------------------------------------------------------------------------
+  // ---- Parts and tests -------------------------------------------------------------------------
 
   // out = the leading block of out's order; false when that order is above n or below 0.
   virtual bool ExtractFirstNRows(INQSymMatrix& out) const = 0;
@@ -137,8 +153,7 @@ class NQ_API INQSymMatrix {
   // Whether row i is zero in the columns that are members of the set (false for a bad i).
   virtual bool IsZeroRow(int i, const NQBitSet& set) const = 0;
 
-  // ---- Cholesky in place
-  // -------------------------------------------------------------------------
+  // ---- Cholesky in place -----------------------------------------------------------------------
 
   // S = L L', L overwriting the lower triangle. A row whose pivot is not above t[i] eps is aliased:
   // its pivot and the column below it are 0. Returns the number of aliased rows; -1 when t is too
@@ -165,8 +180,7 @@ class NQ_API INQSymMatrix {
   // aliased rows; -1, S and x unchanged, when b has not n values or eps is negative.
   virtual int LTSolve(const std::vector<double>& b, double eps, std::vector<double>& x) = 0;
 
-  // ---- Mechanical operations
-  // ---------------------------------------------------------------------
+  // ---- Mechanical operations -------------------------------------------------------------------
 
   // Extremes of the diagonal and, in the second form, of the entries off it. A NaN is passed over.
   // Extremes of nothing are 0.
@@ -194,8 +208,7 @@ class NQ_API INQSymMatrix {
   // With eps > 0: sij <- 0 where |sij| <= eps sqrt(|sii| |sjj|), i != j.
   virtual void ZeroOutNonDiag(double eps) = 0;
 
-  // ---- Diagnostic display
-  // ------------------------------------------------------------------------
+  // ---- Diagnostic display ----------------------------------------------------------------------
 
   virtual void Display() const = 0;
   // The full square.

@@ -8,6 +8,8 @@
 
 namespace NQMath_940 {
 
+class NQRectMatrix;
+
 namespace internal {
 struct SweepStep;
 }
@@ -26,15 +28,16 @@ struct SweepStep;
 //           NQSymMatrix_sweep.cpp       sweep and its drivers
 //           NQSymMatrix_cholesky.cpp    factor, determinant, inverses
 //           NQSymMatrix_solve.cpp       triangular and full solves, positive-definite repair
+//           NQSymMatrix_indefinite.cpp  indefinite solves, rank-one changes of a factor
 //           NQSymMatrix_redundancy.cpp  linear dependence of rows
 //           NQSymMatrix_product.cpp     products and quadratic forms
+//           NQSymMatrix_rect.cpp        products with rectangular matrices
 //           NQSymMatrix_update.cpp      accumulation of cases
 //           NQSymMatrix_extract.cpp     parts in and out
 //           NQSymMatrix_display.cpp     diagnostic display
 class NQ_API NQSymMatrix : public INQSymMatrix {
  public:
-  // ---- Life cycle and shape (NQSymMatrix.cpp)
-  // ------------------------------------------------------
+  // ---- Life cycle and shape (NQSymMatrix.cpp) --------------------------------------------------
 
   // Order 0.
   NQSymMatrix() = default;
@@ -59,8 +62,7 @@ class NQ_API NQSymMatrix : public INQSymMatrix {
   // False unless nb >= 1 divides an order of at least 1.
   bool SetNBlocks(int nb);
 
-  // ---- Elements and rows (NQSymMatrix.cpp)
-  // -----------------------------------------------------------
+  // ---- Elements and rows (NQSymMatrix.cpp) -----------------------------------------------------
 
   double GetElem(int i, int j) const override;
   bool SetElem(int i, int j, double x) override;
@@ -81,8 +83,7 @@ class NQ_API NQSymMatrix : public INQSymMatrix {
   bool IncrVecByRow(int i, std::vector<double>& v, double factor) const override;
   bool IsZeroRow(int i, const NQBitSet& set) const override;
 
-  // ---- Mechanical operations (NQSymMatrix.cpp)
-  // -------------------------------------------------------
+  // ---- Mechanical operations (NQSymMatrix.cpp) -------------------------------------------------
 
   void Clear() override;
   void ChangeSign() override;
@@ -120,8 +121,7 @@ class NQ_API NQSymMatrix : public INQSymMatrix {
   // Packed position k, not range-checked.
   virtual double GetElem(int k) const;
 
-  // ---- Sweep (NQSymMatrix_sweep.cpp)
-  // -----------------------------------------------------------------
+  // ---- Sweep (NQSymMatrix_sweep.cpp) -----------------------------------------------------------
 
   // Sweeps row k in, or out when it is already in `swept`; sweeping out undoes sweeping in.
   //   with p = s(k,k), d = -1/p:  s(k,k) <- d,  s(i,k) <- s(i,k) |d|,  s(i,j) <- s(i,j) - s(i,k)
@@ -161,8 +161,7 @@ class NQ_API NQSymMatrix : public INQSymMatrix {
   // ZeroOut of every row that is not a member; false when the set is smaller than n.
   bool ZeroOutRedundant(const NQBitSet& set);
 
-  // ---- Cholesky (NQSymMatrix_cholesky.cpp)
-  // -----------------------------------------------------------
+  // ---- Cholesky (NQSymMatrix_cholesky.cpp) -----------------------------------------------------
 
   int LTChol(const std::vector<double>& t, double eps, bool check) override;
   int LTChol(const std::vector<double>& t, double eps, NQBitSet& nonRedundant, bool check) override;
@@ -178,8 +177,7 @@ class NQ_API NQSymMatrix : public INQSymMatrix {
   int CholInverse(const std::vector<double>& t, double eps, INQSymMatrix& out,
                   double& minPivot) const override;
 
-  // ---- Solves (NQSymMatrix_solve.cpp)
-  // ----------------------------------------------------------------
+  // ---- Solves (NQSymMatrix_solve.cpp) ----------------------------------------------------------
 
   int LTSolve(const std::vector<double>& b, double eps, std::vector<double>& x) override;
   // On a factor L, in place: forward substitution L y = x and back substitution L' y = x. A zero
@@ -195,8 +193,27 @@ class NQ_API NQSymMatrix : public INQSymMatrix {
   // are not finite or the search leaves the range of doubles (S unchanged, as for -1 and -2).
   int TransformToPositiveDefinite(double eps, bool& changed, double& shift);
 
-  // ---- Linear dependence of rows (NQSymMatrix_redundancy.cpp)
-  // ----------------------------------------
+  // ---- Indefinite solves, rank-one changes (NQSymMatrix_indefinite.cpp) ------------------------
+
+  // Solves S x = b for a symmetric S that need not be positive definite, by symmetric pivoting
+  // (Bunch and Kaufman 1977). False, x unchanged, unless eps >= 0, n >= 1 and b has n values, and
+  // when the estimate of the reciprocal condition number is not above eps. The second form solves
+  // with the rows and columns that are members of `usable`; the others have x[i] = 0.
+  bool SolveIndefinite(const std::vector<double>& b, double eps, std::vector<double>& x) const;
+  bool SolveIndefinite(const std::vector<double>& b, double eps, const NQBitSet& usable,
+                       std::vector<double>& x) const;
+  // Where S is too nearly singular for that, solves with the rows whose distance from the space of
+  // those before them is above eps times their norm. Returns the number of rows left out; -1, x
+  // unchanged, for arguments that SolveIndefinite refuses, eps = 0 and a system that resists still.
+  int SolveIndefiniteGI(const std::vector<double>& b, double eps, std::vector<double>& x) const;
+  // On a factor L, in place: the factors of L L' + v v' and of L L' - v v', by plane rotations,
+  // with no negative diagonal entry (LINPACK's dchud and dchdd). v has n values. The downdate is
+  // refused, L unchanged, when the result would not be positive definite; it leaves a zero pivot
+  // zero.
+  bool LTCholUpdateR1(const std::vector<double>& v);
+  bool LTCholDowndate(const std::vector<double>& v);
+
+  // ---- Linear dependence of rows (NQSymMatrix_redundancy.cpp) ----------------------------------
 
   // Cholesky on a copy: indices lists the rows whose pivot is above both epsz and eps sii, the
   // others depend on rows before them. Returns the number of dependent rows; -1 when epsz or eps is
@@ -213,8 +230,7 @@ class NQ_API NQSymMatrix : public INQSymMatrix {
   // of rows that fail, -1 when the orders differ or eps is negative.
   int CheckGMG(const INQSymMatrix& m, double eps, NQBitSet& nonRedundant) const;
 
-  // ---- Products (NQSymMatrix_product.cpp)
-  // ------------------------------------------------------------
+  // ---- Products (NQSymMatrix_product.cpp) ------------------------------------------------------
 
   double ComputeDotProduct2Rows(int i, int j) const override;
   bool ComputeGMG(const INQSymMatrix& m, INQSymMatrix& out) const override;
@@ -245,8 +261,26 @@ class NQ_API NQSymMatrix : public INQSymMatrix {
   double TraceOfProduct(const INQSymMatrix& a) const override;
   double TraceOfProductOfThree(const INQSymMatrix& a, const INQSymMatrix& b) const override;
 
-  // ---- Accumulation (NQSymMatrix_update.cpp)
-  // ---------------------------------------------------------
+  // ---- Products with rectangular matrices (NQSymMatrix_rect.cpp) -------------------------------
+
+  bool ComputeGMGNG(const INQSymMatrix& m, const INQSymMatrix& n,
+                    INQRectMatrix& out) const override;
+  bool ComputeMGN(const INQSymMatrix& m, const INQSymMatrix& n, INQRectMatrix& out) const override;
+  bool ComputeRS(const INQRectMatrix& r, INQRectMatrix& out) const override;
+  bool ComputeRSRTrans(const INQRectMatrix& r, INQSymMatrix& out) const override;
+  bool ComputeRTransS(const INQRectMatrix& r, INQRectMatrix& out) const override;
+  bool ComputeRTransSR(const INQRectMatrix& r, INQSymMatrix& out) const override;
+  bool ComputeRTransSV(const INQRectMatrix& r, const std::vector<double>& v,
+                       std::vector<double>& out) const override;
+  bool ComputeSS(const INQSymMatrix& b, INQRectMatrix& out) const override;
+  double ComputeVSV(const INQRectMatrix& r, int i) const override;
+  // S <- R'R and S <- R R', of the order needed and one block.
+  bool ComputeRTransByR(const INQRectMatrix& r);
+  bool ComputeRByRTrans(const INQRectMatrix& r);
+  // out = the full square.
+  bool ExpandSymToRect(NQRectMatrix& out) const;
+
+  // ---- Accumulation (NQSymMatrix_update.cpp) ---------------------------------------------------
 
   // S += w x x' for one case x of n values: s(i,j) += x[j] (x[i] w), rows with x[i] = 0 skipped (a
   // NaN is not 0). UpdateXX takes w > 0 only.
@@ -266,8 +300,7 @@ class NQ_API NQSymMatrix : public INQSymMatrix {
   // Off-diagonal entries of the rows and columns of the members <- 0; their diagonals stay.
   bool SetCovarZeros(const NQBitSet& set);
 
-  // ---- Parts (NQSymMatrix_extract.cpp)
-  // ---------------------------------------------------------------
+  // ---- Parts (NQSymMatrix_extract.cpp) ---------------------------------------------------------
 
   bool ExtractFirstNRows(INQSymMatrix& out) const override;
   bool ExtractSubmatrix(const std::vector<int>& indices, INQSymMatrix& out) const override;
@@ -296,8 +329,7 @@ class NQ_API NQSymMatrix : public INQSymMatrix {
   // coefficient, for j in the set, and 0 for the other rows before the last.
   bool GetRegCoeffs(std::vector<double>& out, const NQBitSet& set) const;
 
-  // ---- Diagnostic display (NQSymMatrix_display.cpp)
-  // --------------------------------------------------
+  // ---- Diagnostic display (NQSymMatrix_display.cpp) --------------------------------------------
 
   void Display() const override;
   void DisplayF() const override;

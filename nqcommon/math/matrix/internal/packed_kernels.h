@@ -111,6 +111,11 @@ struct PackedKernels {
   void (*rankUpdate)(double* s, std::size_t n, const double* u, const double* v, std::size_t depth,
                      std::size_t count);
 
+  // c(i,j) <- c(i,j) + a_0[i] b_0[j] + a_1[i] b_1[j] + ..., the same for a whole m x n matrix whose
+  // rows are `step` apart.
+  void (*addProduct)(double* c, std::size_t step, std::size_t m, std::size_t n, const double* a,
+                     const double* b, std::size_t depth, std::size_t count);
+
   // Sweeps row k of the packed triangle, in or out, without any test and without allocating.
   void (*sweepRow)(double* s, std::size_t n, std::size_t k);
 

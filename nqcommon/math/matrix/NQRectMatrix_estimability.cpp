@@ -1,0 +1,154 @@
+#include <nqcommon/math/matrix/NQRectMatrix.h>
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include <nqcommon/math/matrix/NQSymMatrix.h>
+#include <nqcommon/math/matrix/internal/packed_algebra.h>
+
+namespace NQMath_940 {
+
+// ---- Redundancies ------------------------------------------------------------------------------
+
+namespace {
+
+// S = R R' or R'R. The distances of rows or columns are the roots of its pivots.
+bool CrossProducts(const NQRectMatrix& r, bool byRows, NQSymMatrix& s) {
+  return byRows ? s.ComputeRByRTrans(r) : s.ComputeRTransByR(r);
+}
+
+}  // namespace
+
+int NQRectMatrix::FindRedundancies(double eps, NQBitSet& nonRedundant, bool byRows) const {
+  NQSymMatrix s;
+  if (!(eps >= 0) || !CrossProducts(*this, byRows, s)) return -1;
+  std::vector<double> t;
+  s.GetDiagonal(t);
+  return s.LTChol(t, eps * eps, nonRedundant, false);
+}
+
+int NQRectMatrix::FindNonRedunIndices(double eps, std::vector<int>& indices, bool byRows) const {
+  NQSymMatrix s;
+  if (!(eps >= 0) || !CrossProducts(*this, byRows, s)) return -1;
+  return s.CholIndNonRed(0, eps * eps, indices);
+}
+
+int NQRectMatrix::ExtractFullRank(double eps, NQRectMatrix& out, std::vector<int>& indices,
+                                  bool byRows) const {
+  std::vector<int> found;
+  const int redundant = FindNonRedunIndices(eps, found, byRows);
+  if (redundant < 0 || !(byRows ? ExtractRows(found, out) : ExtractColumns(found, out))) return -1;
+  indices = std::move(found);
+  return redundant;
+}
+
+int NQRectMatrix::CheckAddColRedundancies(const NQBitSet& set, NQBitSet& newSet) const {
+  NQSymMatrix s;
+  if (set.Size() > fNCols || !s.ComputeRTransByR(*this)) return -1;
+  std::vector<double> t;
+  s.GetDiagonal(t);
+  // A column that was found redundant takes no part: without a row of its own it has no pivot.
+  for (int j = 0; j < set.Size(); ++j) {
+    if (!set.IsIn(j)) s.ZeroOut(j);
+  }
+  NQBitSet found;
+  if (s.LTChol(t, defaultepse, found, false) < 0) return -1;
+  for (int j = 0; j < set.Size(); ++j) found.Set(j, set.IsIn(j));
+  const int added = fNCols - set.Size();
+  newSet = std::move(found);
+  return added - (added > 0 ? newSet.InRange(fNCols - added, fNCols - 1) : 0);
+}
+
+// ---- Estimable functions -----------------------------------------------------------------------
+
+bool NQRectMatrix::IsEstimable(const NQRectMatrix& l, const NQBitSet& set, double eps) const {
+  NQSymMatrix s, factor;
+  if (!(eps >= 0) || set.Size() < fNCols || l.fNCols != fNCols || !s.ComputeRTransByR(*this))
+    return false;
+  std::vector<int> members;
+  for (int j = 0; j < fNCols; ++j) {
+    if (set.IsIn(j)) members.push_back(j);
+  }
+  std::vector<double> t;
+  if (!s.ExtractSubmatrix(members, factor)) return false;
+  factor.GetDiagonal(t);
+  if (factor.LTChol(t, defaultepse, false) != 0) return false;
+
+  std::vector<double> a(members.size());
+  for (int j = 0; j < fNCols; ++j) {
+    if (set.IsIn(j)) continue;
+    for (std::size_t k = 0; k < a.size(); ++k) a[k] = s.GetElem(members[k], j);
+    factor.LTSubstitute(a);
+    factor.TSolveSubst(a);
+    const double norm = std::sqrt(s.GetElem(j, j));
+    for (int i = 0; i < l.fNRows; ++i) {
+      double difference = l.GetElem(i, j), size = std::fabs(difference);
+      for (std::size_t k = 0; k < a.size(); ++k) {
+        const double lk = l.GetElem(i, members[k]);
+        difference -= a[k] * lk;
+        size += std::fabs(lk) * norm / std::sqrt(t[k]);
+      }
+      if (!(std::fabs(difference) <= eps * size)) return false;
+    }
+  }
+  return true;
+}
+
+// ---- Rows of contrasts -------------------------------------------------------------------------
+
+bool NQRectMatrix::IsERowMultipleOfAnother(int i, int k, double eps1, double eps2,
+                                           double& factor) const {
+  if (!HasRow(i) || !HasRow(k) || !(eps1 >= 0) || !(eps2 >= 0)) return false;
+  const auto entry = [&](int row, int j) {
+    const double r = GetElem(row, j);
+    return std::fabs(r) <= eps1 ? 0 : r;
+  };
+  int largest = 0;
+  for (int j = 1; j < fNCols; ++j) {
+    if (std::fabs(entry(k, j)) > std::fabs(entry(k, largest))) largest = j;
+  }
+  const bool zero = fNCols == 0 || entry(k, largest) == 0;
+  const double quotient = zero ? 0 : entry(i, largest) / entry(k, largest);
+  for (int j = 0; j < fNCols; ++j) {
+    const double got = entry(i, j), wanted = zero ? 0 : quotient * entry(k, j);
+    if (!(std::fabs(got - wanted) <= eps2 * std::max(std::fabs(got), std::fabs(wanted))))
+      return false;
+  }
+  factor = quotient;
+  return true;
+}
+
+int NQRectMatrix::FindFirstNonZeroInRow(int i, double eps) const {
+  if (!HasRow(i)) return -1;
+  for (int j = 0; j < fNCols; ++j) {
+    if (std::fabs(GetElem(i, j)) > eps) return j;
+  }
+  return -1;
+}
+
+bool NQRectMatrix::IsRowZeroButOne(int i, int& column) const {
+  if (!HasRow(i)) return false;
+  int found = -1;
+  for (int j = 0; j < fNCols; ++j) {
+    if (GetElem(i, j) == 0) continue;
+    if (found >= 0) return false;
+    found = j;
+  }
+  if (found >= 0) column = found;
+  return found >= 0;
+}
+
+bool NQRectMatrix::ZeroOutPivotRow(int i, int j) {
+  if (!HasRow(i) || !HasCol(j) || GetElem(i, j) == 0) return false;
+  const double* pivotRow = GetRowPtr(i);
+  for (int k = 0; k < fNRows; ++k) {
+    double* row = GetRowPtr(k);
+    if (k == i || row[j] == 0) continue;
+    internal::AddScaled(Cols(), -row[j] / pivotRow[j], pivotRow, row);
+    row[j] = 0;
+  }
+  return ZeroOutRowPart(i, 0, fNCols);
+}
+
+}  // namespace NQMath_940

@@ -1,0 +1,172 @@
+#include <nqcommon/math/matrix/NQRectMatrix.h>
+
+#include <utility>
+
+#include <nqcommon/common/NQMV.h>
+#include <nqcommon/math/matrix/internal/matrix_access.h>
+#include <nqcommon/math/matrix/internal/packed_algebra.h>
+
+namespace NQMath_940 {
+
+using internal::AddScaled;
+using internal::AsDenseRect;
+using internal::ColsOf;
+using internal::DotProduct;
+using internal::Entries;
+using internal::MultiplyInto;
+using internal::RowsAt;
+using internal::RowsOf;
+using internal::TransposeOf;
+using NQCommon_940::NQMV;
+
+// ---- Matrices ----------------------------------------------------------------------------------
+
+bool NQRectMatrix::ComputeMatrixProduct(const INQRectMatrix& b, INQRectMatrix& out) const {
+  if (!IsValidMatrix() || b.GetNRows() != fNCols) return false;
+  const Entries B(b);
+  return B.AreThere() && MultiplyInto(RowsAt(fvData.data(), Cols()), B.Rows(), Rows(), Cols(),
+                                      ColsOf(b), AsDenseRect(out));
+}
+
+bool NQRectMatrix::ComputeMatrixProduct(const INQSymMatrix& b, INQRectMatrix& out) const {
+  return b.ComputeRS(*this, out);
+}
+
+bool NQRectMatrix::ComputeProductMatrixTrans(const INQRectMatrix& b, INQRectMatrix& out) const {
+  if (!IsValidMatrix() || b.GetNCols() != fNCols) return false;
+  const Entries B(b);
+  return B.AreThere() && MultiplyInto(RowsAt(fvData.data(), Cols()), B.Transpose(), Rows(), Cols(),
+                                      RowsOf(b), AsDenseRect(out));
+}
+
+// The blocks S R2_b are put one below the other, so that one product with R1' sums over them.
+bool NQRectMatrix::ComputeR1TransSR2(const INQSymMatrix& s, const NQRectMatrix& r2,
+                                     NQRectMatrix& out) const {
+  const int n = s.GetNRows();
+  const bool wholeBlocks = n > 0 ? fNRows % n == 0 : n == 0 && fNRows == 0;
+  if (!IsValidMatrix() || r2.fNRows != fNRows || !wholeBlocks) return false;
+  NQRectMatrix sr2(fNRows, r2.fNCols, false);
+  const Entries S(s);
+  if (!sr2.IsValidMatrix() || !S.AreThere()) return false;
+  for (int first = 0; first < fNRows; first += n) {
+    internal::Multiply(S.Triangle(), RowsAt(r2.GetRowPtr(first), r2.Cols()), internal::OrderOf(s),
+                       internal::OrderOf(s), r2.Cols(), sr2.GetRowPtr(first));
+  }
+  return MultiplyInto(TransposeOf(fvData.data(), Cols()), RowsAt(sr2.fvData.data(), r2.Cols()),
+                      Cols(), Rows(), r2.Cols(), &out);
+}
+
+bool NQRectMatrix::ComputeRDiagV(const std::vector<double>& v, NQRectMatrix& out) const {
+  return IsValidMatrix() && v.size() == Cols() && internal::ScaleColumns(*this, v, &out);
+}
+
+bool NQRectMatrix::ComputeDiagR(const NQDiagMatrix& d, NQRectMatrix& out) const {
+  std::vector<double> diagonal;
+  d.GetDiagonal(diagonal);
+  return IsValidMatrix() && d.GetNRows() == fNRows && internal::ScaleRows(diagonal, *this, &out);
+}
+
+bool NQRectMatrix::ComputeAXpY(double a, NQRectMatrix& y) const {
+  if (!IsValidMatrix() || y.fNRows != fNRows || y.fNCols != fNCols) return false;
+  AddScaled(fvData.size(), a, fvData.data(), y.fvData.data());
+  return true;
+}
+
+bool NQRectMatrix::ComputeAXpY(double a, NQSymMatrix& y) const {
+  if (!IsValidMatrix() || fNRows != fNCols || y.GetNRows() != fNRows) return false;
+  double* packed = y.AsVector().data();
+  for (std::size_t i = 0; i < Rows(); packed += ++i)
+    AddScaled(i + 1, a, fvData.data() + i * Cols(), packed);
+  return true;
+}
+
+bool NQRectMatrix::SubtractSymMatrix(const INQSymMatrix& s, double a) {
+  if (!IsValidMatrix() || fNRows != fNCols || s.GetNRows() != fNRows) return false;
+  std::vector<double> row;
+  for (int i = 0; i < fNRows; ++i) {
+    s.GetRow(i, row);
+    AddScaled(Cols(), -a, row.data(), GetRowPtr(i));
+  }
+  return true;
+}
+
+bool NQRectMatrix::TraceOfProductSqS(const INQSymMatrix& s, double& trace) const {
+  return fNRows == fNCols && s.GetNRows() == fNRows && TraceOfProductSubMatSym(0, 0, s, trace);
+}
+
+bool NQRectMatrix::TraceOfProductSubMatSym(int row, int col, const INQSymMatrix& s,
+                                           double& trace) const {
+  const int n = s.GetNRows();
+  if (row < 0 || col < 0 || n < 0 || n > fNRows - row || n > fNCols - col) return false;
+  double sum = 0;
+  std::vector<double> symRow;
+  for (int i = 0; i < n; ++i) {
+    s.GetRow(i, symRow);
+    sum += DotProduct(symRow.size(), GetRowPtr(row + i) + col, symRow.data());
+  }
+  trace = sum;
+  return true;
+}
+
+// ---- Vectors -----------------------------------------------------------------------------------
+
+bool NQRectMatrix::ComputeRV(const std::vector<double>& v, std::vector<double>& out) const {
+  if (!IsValidMatrix() || v.size() != Cols()) return false;
+  std::vector<double> product(Rows());
+  internal::Multiply(RowsAt(v.data(), 0), TransposeOf(fvData.data(), Cols()), 1, Cols(), Rows(),
+                     product.data());
+  out = std::move(product);
+  return true;
+}
+
+bool NQRectMatrix::ComputeVR(const std::vector<double>& v, std::vector<double>& out) const {
+  if (!IsValidMatrix() || v.size() != Rows()) return false;
+  std::vector<double> product(Cols());
+  internal::Multiply(RowsAt(v.data(), 0), RowsAt(fvData.data(), Cols()), 1, Rows(), Cols(),
+                     product.data());
+  out = std::move(product);
+  return true;
+}
+
+double NQRectMatrix::ComputeVRW(const std::vector<double>& v, const std::vector<double>& w) const {
+  std::vector<double> product;
+  if (v.size() != Rows() || !ComputeRV(w, product)) return NQMV::Missing();
+  return DotProduct(Rows(), v.data(), product.data());
+}
+
+bool NQRectMatrix::IncrVecByColumn(int j, std::vector<double>& v, int first, int count,
+                                   double factor, bool wholeVector) const {
+  if (!HasCol(j) || first < 0 || count < 0 || count > fNRows - first) return false;
+  if (v.size() != (wholeVector ? Rows() : static_cast<std::size_t>(count))) return false;
+  double* target = v.data() + (wholeVector ? first : 0);
+  for (int i = first; i < first + count; ++i) *target++ += factor * GetElem(i, j);
+  return true;
+}
+
+// ---- Dot products of rows and columns ----------------------------------------------------------
+
+double NQRectMatrix::DotProductCol(int j1, int j2) const { return DotProductColCol(j1, *this, j2); }
+
+double NQRectMatrix::DotProductRows(int i1, int i2) const {
+  return DotProductRowRow(i1, *this, i2);
+}
+
+double NQRectMatrix::DotProductColCol(int j, const INQRectMatrix& b, int k) const {
+  std::vector<double> column;
+  if (!HasCol(j) || b.GetNRows() != fNRows || !b.GetCol(k, column)) return NQMV::Missing();
+  return internal::Dot(fNRows, GetColPtr(j), fNCols, column.data(), 1);
+}
+
+double NQRectMatrix::DotProductRowCol(int i, const INQRectMatrix& b, int j) const {
+  std::vector<double> column;
+  if (!HasRow(i) || b.GetNRows() != fNCols || !b.GetCol(j, column)) return NQMV::Missing();
+  return DotProduct(Cols(), GetRowPtr(i), column.data());
+}
+
+double NQRectMatrix::DotProductRowRow(int i, const INQRectMatrix& b, int k) const {
+  std::vector<double> row;
+  if (!HasRow(i) || b.GetNCols() != fNCols || !b.GetRow(k, row)) return NQMV::Missing();
+  return DotProduct(Cols(), GetRowPtr(i), row.data());
+}
+
+}  // namespace NQMath_940

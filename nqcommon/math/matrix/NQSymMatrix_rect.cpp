@@ -1,0 +1,127 @@
+#include <nqcommon/math/matrix/NQSymMatrix.h>
+
+#include <utility>
+
+#include <nqcommon/common/NQMV.h>
+#include <nqcommon/math/matrix/NQRectMatrix.h>
+#include <nqcommon/math/matrix/internal/matrix_access.h>
+#include <nqcommon/math/matrix/internal/packed_triangle.h>
+
+namespace NQMath_940 {
+
+using internal::AsDenseRect;
+using internal::ColsOf;
+using internal::Entries;
+using internal::MultiplyInto;
+using internal::Operand;
+using internal::RowsAt;
+using internal::RowsOf;
+using internal::TriangleAt;
+using NQCommon_940::NQMV;
+
+namespace {
+
+// Whether a and b have the order of s, and all storage.
+bool SameOrder(const INQSymMatrix& s, const INQSymMatrix& a, const INQSymMatrix& b) {
+  return s.IsValidMatrix() && a.GetNRows() == s.GetNRows() && b.GetNRows() == s.GetNRows();
+}
+
+Operand RowsIn(const NQRectMatrix& r) { return RowsAt(r.GetRowPtr(0), ColsOf(r)); }
+
+}  // namespace
+
+// ---- Products of symmetric matrices ------------------------------------------------------------
+
+bool NQSymMatrix::ComputeSS(const INQSymMatrix& b, INQRectMatrix& out) const {
+  if (!SameOrder(*this, b, b)) return false;
+  const Entries B(b);
+  return B.AreThere() && MultiplyInto(TriangleAt(fvData.data()), B.Triangle(), Order(), Order(),
+                                      Order(), AsDenseRect(out));
+}
+
+bool NQSymMatrix::ComputeMGN(const INQSymMatrix& m, const INQSymMatrix& n,
+                             INQRectMatrix& out) const {
+  if (!SameOrder(*this, m, n)) return false;
+  NQRectMatrix mg;
+  const Entries M(m), N(n);
+  return M.AreThere() && N.AreThere() &&
+         MultiplyInto(M.Triangle(), TriangleAt(fvData.data()), Order(), Order(), Order(), &mg) &&
+         MultiplyInto(RowsIn(mg), N.Triangle(), Order(), Order(), Order(), AsDenseRect(out));
+}
+
+bool NQSymMatrix::ComputeGMGNG(const INQSymMatrix& m, const INQSymMatrix& n,
+                               INQRectMatrix& out) const {
+  NQRectMatrix mgn, gmgn;
+  const Operand g = TriangleAt(fvData.data());
+  return ComputeMGN(m, n, mgn) && MultiplyInto(g, RowsIn(mgn), Order(), Order(), Order(), &gmgn) &&
+         MultiplyInto(RowsIn(gmgn), g, Order(), Order(), Order(), AsDenseRect(out));
+}
+
+// ---- Products with a rectangular matrix --------------------------------------------------------
+
+bool NQSymMatrix::ComputeRS(const INQRectMatrix& r, INQRectMatrix& out) const {
+  if (!IsValidMatrix() || r.GetNCols() != fNRows) return false;
+  const Entries R(r);
+  return R.AreThere() && MultiplyInto(R.Rows(), TriangleAt(fvData.data()), RowsOf(r), Order(),
+                                      Order(), AsDenseRect(out));
+}
+
+bool NQSymMatrix::ComputeRTransS(const INQRectMatrix& r, INQRectMatrix& out) const {
+  if (!IsValidMatrix() || r.GetNRows() != fNRows) return false;
+  const Entries R(r);
+  return R.AreThere() && MultiplyInto(R.Transpose(), TriangleAt(fvData.data()), ColsOf(r), Order(),
+                                      Order(), AsDenseRect(out));
+}
+
+bool NQSymMatrix::ComputeRSRTrans(const INQRectMatrix& r, INQSymMatrix& out) const {
+  NQRectMatrix rs;
+  if (!ComputeRS(r, rs)) return false;
+  const Entries R(r);
+  return R.AreThere() && MultiplyInto(RowsIn(rs), R.Transpose(), RowsOf(r), Order(), AsDense(out));
+}
+
+bool NQSymMatrix::ComputeRTransSR(const INQRectMatrix& r, INQSymMatrix& out) const {
+  NQRectMatrix rs;
+  if (!ComputeRTransS(r, rs)) return false;
+  const Entries R(r);
+  return R.AreThere() && MultiplyInto(RowsIn(rs), R.Rows(), ColsOf(r), Order(), AsDense(out));
+}
+
+bool NQSymMatrix::ComputeRTransSV(const INQRectMatrix& r, const std::vector<double>& v,
+                                  std::vector<double>& out) const {
+  std::vector<double> sv;
+  return r.GetNRows() == fNRows && ComputeSV(v, sv) && r.ComputeVR(sv, out);
+}
+
+double NQSymMatrix::ComputeVSV(const INQRectMatrix& r, int i) const {
+  std::vector<double> row;
+  return r.GetRow(i, row) ? ComputeVSV(row) : NQMV::Missing();
+}
+
+bool NQSymMatrix::ComputeRTransByR(const INQRectMatrix& r) {
+  if (!r.IsValidMatrix()) return false;
+  const Entries R(r);
+  return R.AreThere() && MultiplyInto(R.Transpose(), R.Rows(), ColsOf(r), RowsOf(r), this);
+}
+
+bool NQSymMatrix::ComputeRByRTrans(const INQRectMatrix& r) {
+  if (!r.IsValidMatrix()) return false;
+  const Entries R(r);
+  return R.AreThere() && MultiplyInto(R.Rows(), R.Transpose(), RowsOf(r), ColsOf(r), this);
+}
+
+bool NQSymMatrix::ExpandSymToRect(NQRectMatrix& out) const {
+  NQRectMatrix square(fNRows, fNRows, false);
+  if (!IsValidMatrix() || !square.IsValidMatrix()) return false;
+  const double* s = fvData.data();
+  for (int i = 0; i < fNRows; ++i) {
+    for (int j = 0; j <= i; ++j, ++s) {
+      square.SetElem(i, j, *s);
+      square.SetElem(j, i, *s);
+    }
+  }
+  out = std::move(square);
+  return true;
+}
+
+}  // namespace NQMath_940
