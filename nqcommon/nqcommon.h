@@ -17,6 +17,7 @@
 #include <nqcommon/math/matrix/Linpack.h>
 #include <nqcommon/math/matrix/NQBitSet.h>
 #include <nqcommon/math/matrix/NQDiagMatrix.h>
+#include <nqcommon/math/matrix/NQEigenValues.h>
 #include <nqcommon/math/matrix/NQRectMatrix.h>
 #include <nqcommon/math/matrix/NQSymMatrix.h>
 #include <nqcommon/math/numeric/BoundsList.h>

@@ -1,0 +1,273 @@
+// Eigenvalues: matrices whose spectra are known, the generalised problem, counts and refusals,
+// sorting, positive definiteness.
+#include <gtest/gtest.h>
+
+#include <nqcommon/common/display.h>
+#include <nqcommon/math/matrix/NQEigenValues.h>
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+#include <sstream>
+#include <tuple>
+
+#include "support/compare.h"
+#include "support/rect.h"
+#include "support/special_values.h"
+
+namespace NQMath_940 {
+namespace {
+
+using nqtest::Dense;
+using nqtest::FromPacked;
+using nqtest::kNaN;
+using Values = std::vector<double>;
+
+constexpr double kEps = 0x1p-52;
+
+// The matrix of element(i, j), 0 <= i, j < n.
+template <class Element>
+Dense Square(std::size_t n, Element element) {
+  Dense a(n, Values(n));
+  for (std::size_t i = 0; i < n; ++i) {
+    for (std::size_t j = 0; j < n; ++j)
+      a[i][j] = element(static_cast<double>(i), static_cast<double>(j));
+  }
+  return a;
+}
+
+Dense Diagonal(const Values& d) {
+  Dense a(d.size(), Values(d.size()));
+  for (std::size_t i = 0; i < d.size(); ++i) a[i][i] = d[i];
+  return a;
+}
+
+NQSymMatrix Sym(const Values& diagonal) { return nqtest::ToSym(Diagonal(diagonal)); }
+
+double Band(double i, double j, double diagonal, double beside) {
+  return i == j ? diagonal : std::fabs(i - j) == 1 ? beside : 0;
+}
+
+// The eigenvalues value(k, n), k = 1 .. n, of the matrix of element(i, j), or without one of
+// Q diag(values) Q with the reflection Q = I - 2 v v' / v'v, v = (1, 2, .., n).
+struct Family {
+  const char* name;
+  double (*element)(double i, double j);
+  double (*value)(double k, double n);
+
+  Dense Matrix(std::size_t n) const {
+    if (element != nullptr) return Square(n, element);
+    const double vv = static_cast<double>(n * (n + 1) * (2 * n + 1)) / 6;
+    const Dense q =
+        Square(n, [vv](double i, double j) { return (i == j) - 2 * (i + 1) * (j + 1) / vv; });
+    return q * Diagonal(Spectrum(n)) * q;
+  }
+  Values Spectrum(std::size_t n) const {
+    Values values(n);
+    for (double k = 0; double& x : values) x = value(++k, static_cast<double>(n));
+    std::sort(values.begin(), values.end());
+    return values;
+  }
+};
+
+const Family kFamilies[] = {
+    {"second differences", [](double i, double j) { return Band(i, j, 2, -1); },
+     [](double k, double n) { return 2 - 2 * std::cos(k * std::numbers::pi / (n + 1)); }},
+    {"min(i, j)", [](double i, double j) { return std::min(i, j) + 1; },
+     [](double k, double n) {
+       return std::pow(2 * std::sin((k - 0.5) * std::numbers::pi / (2 * n + 1)), -2);
+     }},
+    {"ones", [](double, double) { return 1.0; }, [](double k, double n) { return k < n ? 0 : n; }},
+    {"graded", nullptr, [](double k, double) { return std::exp2(-2 * k); }},
+    {"clusters", nullptr, [](double k, double) { return std::fmod(k, 3) + k * 0x1p-48; }},
+    {"rank 2", nullptr, [](double k, double) { return k == 2 ? -3.0 : k == 1; }},
+    {"both signs", nullptr, [](double k, double) { return std::fmod(k, 2) == 0 ? k : -k; }}};
+
+struct NQEigenValuesTest : ::testing::Test {
+  Values values;
+  NQRectMatrix vectors;
+  NQSymMatrix out = NQSymMatrix(5, true);
+  bool isPD = true, changed = true;
+};
+
+// H y = lambda y with orthonormal rows y: all errors as one sum of squares, which no NaN escapes,
+// in units of n eps and norm.
+double Error(const Dense& h, double norm, const Values& values, const NQRectMatrix& vectors) {
+  const Dense y = nqtest::ToDense(vectors), yh = y * h, yy = y * Trans(y);
+  double sum = 0;
+  for (std::size_t i = 0; i < h.size(); ++i) {
+    for (std::size_t j = 0; j < h.size(); ++j)
+      sum +=
+          std::pow((yh[i][j] - values[i] * y[i][j]) / norm, 2) + std::pow(yy[i][j] - (i == j), 2);
+  }
+  return std::sqrt(sum) / (static_cast<double>(h.size()) * kEps);
+}
+
+// Those of low rank need more iterations than the default allows.
+TEST_F(NQEigenValuesTest, KnownSpectra) {
+  for (const Family& known : kFamilies) {
+    for (std::size_t n : {1u, 2u, 3u, 8u, 9u, 33u, 100u}) {
+      SCOPED_TRACE(known.name + (" of order " + std::to_string(n)));
+      const Dense h = known.Matrix(n);
+      const Values want = known.Spectrum(n);
+      const double norm = std::max(-want.front(), want.back());
+      const double unit = static_cast<double>(n) * kEps;
+      for (double tolerance : {1e-12, 1e-15}) {
+        NQEigenValues eigen(nqtest::ToSym(h), tolerance, 300);
+        Values alone;
+        ASSERT_EQ(eigen.GetSorted(values, vectors, false), n);
+        EXPECT_LE(Error(h, norm, values, vectors), 4 + std::sqrt(n) * tolerance / unit);
+        for (std::size_t i = 0; i < n; ++i) EXPECT_NEAR(values[i], want[i], 4 * unit * norm) << i;
+        for (int power : {0, -900, 1000}) {  // without vectors; near both ends of the range
+          NQSymMatrix scaled = nqtest::ToSym(h);
+          scaled.MultiplyByNumber(std::ldexp(1.0, power));
+          EXPECT_EQ(NQEigenValues(scaled, tolerance, 300).GetSorted(alone, false), n);
+          for (std::size_t i = 0; i < n; ++i)
+            EXPECT_NEAR(std::ldexp(alone[i], -power), values[i], power ? unit * norm : 0) << power;
+        }
+      }
+    }
+  }
+}
+
+// W21+ (Wilkinson 1965, The Algebraic Eigenvalue Problem): pairs that agree to 13 digits.
+TEST_F(NQEigenValuesTest, WilkinsonsMatrix) {
+  const Dense w = Square(21, [](double i, double j) { return Band(i, j, std::fabs(i - 10), 1); });
+  ASSERT_EQ(NQEigenValues(nqtest::ToSym(w), 1e-15, 30).GetSorted(values, true), 21);
+  EXPECT_CLOSE(values[0], 10.746194182903393, 1e-15);
+  EXPECT_CLOSE(values[1], 10.746194182903322, 1e-15);
+}
+
+// H = X D X' and E = X X' with a unit lower triangular X of integers, where V is the inverse of X
+// and V H V' = D. Made of the first columns of X alone, E leaves the first of D, and zeros.
+TEST_F(NQEigenValuesTest, GeneralisedProblem) {
+  const Dense x = {{1, 0, 0, 0}, {2, 1, 0, 0}, {-1, 3, 1, 0}, {1, 1, -2, 1}};
+  for (std::size_t rank : {1u, 3u, 4u}) {
+    Values kept(4, 1), d = {5, -2, 7, 3};
+    const NQSymMatrix h = nqtest::ToSym(x * Diagonal(d) * Trans(x));
+    for (std::size_t i = rank; i < 4; ++i) kept[i] = d[i] = 0;
+    NQEigenValues eigen(h, nqtest::ToSym(x * Diagonal(kept) * Trans(x)), 1e-15, 30);
+    ASSERT_TRUE(eigen.IsValidEMatrix() && eigen.GetSorted(values, vectors, true) == 4);
+    EXPECT_LE(Error(Diagonal(d), 7, values, vectors), 4) << "rank " << rank;
+  }
+}
+
+TEST_F(NQEigenValuesTest, NothingIsStale) {
+  NQEigenValues eigen(Sym({3, 1}), Sym({1, 4}), 0, 0);  // default tolerance and iterations
+  const auto sorted = [&] {
+    EXPECT_GE(eigen.GetSorted(values, false), 1);
+    return values;
+  };
+  EXPECT_EQ(sorted(), Values({0.25, 3}));
+  EXPECT_EQ(eigen.SetHMatrix(Sym({1, 8})), 2);
+  EXPECT_EQ(sorted(), Values({1, 2})) << "the new H with the old E";
+  EXPECT_EQ(eigen.GetSorted(values, vectors, true), 2) << "vectors after values alone";
+  EXPECT_EQ(nqtest::ToDense(vectors), (Dense{{0, 1}, {1, 0}}));
+  EXPECT_TRUE(eigen.SetEMatrix(Sym({1, 16})));
+  EXPECT_EQ(sorted(), Values({0.5, 1})) << "the new E";
+  for (const NQSymMatrix& bad : {Sym({1}), Sym({0, -1}), Sym({kNaN, kNaN})}) {
+    EXPECT_TRUE(eigen.SetEMatrix(Sym({1, 4})));
+    EXPECT_FALSE(eigen.SetEMatrix(bad) || eigen.IsValidEMatrix());
+    EXPECT_EQ(sorted(), Values({1, 8})) << "E refused and emptied";
+  }
+  EXPECT_TRUE(eigen.SetEMatrix(Sym({4, 4})) && eigen.SetHMatrix(Sym({1, 2, 3})) == 3);
+  EXPECT_FALSE(eigen.IsValidEMatrix()) << "of another order";
+  EXPECT_EQ(sorted(), Values({1, 2, 3}));
+  EXPECT_TRUE(eigen.SetHMatrix(NQSymMatrix()) == 0 && !eigen.SetEMatrix(NQSymMatrix()));
+  EXPECT_TRUE(eigen.Compute(values) == -2 && eigen.GetSorted(values, vectors, true) == -2);
+  EXPECT_TRUE(values.size() == 3 && vectors.GetNRows() == 2) << "left alone";
+}
+
+TEST_F(NQEigenValuesTest, IterationLimit) {
+  // Row 0 has converged before any step; rows 1 and 2 need one.
+  NQEigenValues eigen(FromPacked({3, 0, 0, 0, 1, 0}), 1e-12, 1);
+  EXPECT_FALSE(eigen.SetTolerance(0) || eigen.SetTolerance(kNaN) || eigen.SetMaxIter(0));
+  EXPECT_TRUE(eigen.GetSorted(values, vectors, false) == 1 && vectors.GetElem(0, 0) == 1);
+  EXPECT_EQ(values, Values({3, 0, 0})) << "what was not computed stays behind";
+  EXPECT_FALSE(eigen.IsPDHMatrix(0, isPD) || eigen.GetPDHMatrix(0, out, changed) || changed);
+  EXPECT_EQ(out.AsVector(), Values(6));
+  EXPECT_TRUE(eigen.SetMaxIter(30) && eigen.Compute(values) == 3);
+  EXPECT_EQ(NQEigenValues(nqtest::ToSym(kFamilies[2].Matrix(200)), 1e-12, 30).Compute(values), 200);
+  const std::tuple<Values, double, int, int> rows[] = {
+      {{-7}, 1e-12, 1, 1},
+      {{2, 1, 2}, 1e-12, 1, 0},
+      {{0, 3e-12, 4}, 1e-12, 1, 2},                    // small beside its neighbours together
+      {{1, 0, 1, 1e-200, 1, 1}, 1e-12, 30, 3},         // squares of ratios overflow
+      {{0, 1e-280, 0, 0, 1e-100, 1}, 1e-200, 30, 3}};  // a rotation of 0 and 0
+  for (const auto& [packed, tolerance, maxIter, count] : rows)
+    EXPECT_EQ(NQEigenValues(FromPacked(packed), tolerance, maxIter).Compute(values), count);
+  EXPECT_CLOSE(*std::min_element(values.begin(), values.end()), -1e-200, 1e-12);
+}
+
+TEST_F(NQEigenValuesTest, NaNAndInfinityEnd) {
+  for (double bad : {kNaN, nqtest::kInf, -nqtest::kInf}) {
+    for (std::ptrdiff_t at = 0; at < 10; ++at) {
+      NQSymMatrix h = FromPacked({1, 2, 3, 4, 5, 6, 7, 8, 9, 10});
+      h.SetElem(at, bad);
+      EXPECT_LE(NQEigenValues(h, 1e-12, 30).GetSorted(values, vectors, true), bad == bad ? 4 : 3);
+    }
+  }
+  NQEigenValues eigen(FromPacked({kNaN}), 0, 0);
+  EXPECT_FALSE(eigen.IsPDHMatrix(0, isPD) || isPD || eigen.GetPDHMatrix(0, out));
+}
+
+TEST_F(NQEigenValuesTest, InputOrderAndStableSorting) {
+  NQEigenValues eigen(Sym({2, 5, 2, -1, 5}), 1e-12, 30);
+  EXPECT_TRUE(eigen.Compute(values) == 5 && values == Values({2, 5, 2, -1, 5}));
+  const int order[2][5] = {{3, 0, 2, 1, 4}, {1, 4, 0, 2, 3}};
+  for (bool descending : {false, true}) {
+    EXPECT_EQ(eigen.GetSorted(values, vectors, descending), 5);
+    for (int i = 0; i < 5; ++i)
+      EXPECT_EQ(vectors.GetElem(i, order[descending][i]), 1) << "row " << i << " " << descending;
+  }
+}
+
+TEST_F(NQEigenValuesTest, PositiveDefiniteness) {
+  // matrix, eps, matrix repaired: empty when it is positive definite
+  const std::tuple<const char*, Values, double, Values> rows[] = {
+      {"negative value", {1, 0, -2}, 0, {1, 0, 1e-6}},
+      {"positive definite", {2, 1, 2}, 0, {}},
+      {"at eps", {1, 0, 0.5}, 0.5, {}},
+      {"below eps", {1, 0, 0.25}, 0.5, {1, 0, 0.5}},
+      {"eps below 0", {1e-7, 0, 1}, -1, {1e-6, 0, 1}},
+      // values 3 and -1, with vectors (1, 1) and (1, -1) over sqrt(2)
+      {"full", {1, 2, 1}, 1, {2, 1, 2}},
+  };
+  for (const auto& [name, packed, eps, repaired] : rows) {
+    NQEigenValues eigen(FromPacked(packed), 1e-12, 30);
+    const bool want = repaired.empty();
+    isPD = !want, changed = want;
+    EXPECT_TRUE(eigen.IsPDHMatrix(eps, isPD) && eigen.GetPDHMatrix(eps, out, changed)) << name;
+    ASSERT_TRUE(isPD == want && changed == !want && out.GetNRows() == 2) << name;
+    for (std::size_t k = 0; k < 3; ++k)
+      EXPECT_CLOSE(out.AsVector()[k], (want ? packed : repaired)[k], want ? 0 : 4 * kEps) << name;
+  }
+}
+
+TEST_F(NQEigenValuesTest, DisplaysItsParts) {
+  std::ostringstream shown;
+  std::ostream& before = NQDisplay_940::GetOutStream();
+  NQDisplay_940::SetOutStream(shown);
+  NQEigenValues eigen(Sym({5}), Sym({4}), 1e-12, 30);
+  eigen.GetSorted(values, vectors, false);
+  eigen.Display();
+  NQEigenValues().Display();
+  NQDisplay_940::SetOutStream(before);
+  std::string text = shown.str();
+  for (std::size_t at; (at = text.find("Matrix display start")) != std::string::npos;) {
+    const std::size_t begin = text.rfind('\n', at);
+    text.replace(begin, text.find(" end", at) + 4 - begin, " #");
+  }
+  EXPECT_TRUE(text.starts_with(
+      "\nNQEigenValues display start\nMaximum number of iterations = 30\nCompute eigenvectors "
+      "indicator = true\nMatrix H: #\nMatrix E: #\nfvEDiag (size = 1)\n  4\nChol(E): "
+      "#\nGen.Inverse "
+      "of Chol(E): #\nfmVHV #\nfmOrthInfo #\nRank of the E matrix = 1\nfvDiag3 (size = 1)\n  1.25"
+      "\nfvSubdiag3 (size = 1)\n  0\nfvEigenVal (size = 1)\n  1.25\nNumber of computed eigenvalues "
+      "= 1\nfmEigenVectors: #\nfvEigPairs (size = 1)\n  1.25 0\nNQEigenValues display end\n"))
+      << text;
+  EXPECT_NE(text.find("\nMatrix E is identity\nfmOrthInfo #\n"), std::string::npos) << text;
+}
+
+}  // namespace
+}  // namespace NQMath_940
