@@ -82,8 +82,8 @@ double NQMathFun::Digamma(double x) {
   if (x <= kSmallestArgument) return NQMV::Missing();
   // The series about 0 up to its constant.
   if (x < 1e-5) return -1 / x - kEulerGamma;
-  // The sum below goes back from z in steps of 1. It takes x + k, not z - k: near 0 the rounding of z
-  // would cost digits of 1/x.
+  // The sum below goes back from z in steps of 1. It takes x + k, not z - k: near 0 the rounding of
+  // z would cost digits of 1/x.
   const double z = x + kShift;
   const double s = 1 / (z * z);
   double psi = std::log(z) - 0.5 / z + s * Horner(s, kDigammaSeries);
