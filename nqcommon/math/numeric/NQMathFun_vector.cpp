@@ -103,7 +103,8 @@ void NQMathFun::LTGltl(int n, std::vector<double>& L) {
   // own: each element takes the same terms in the same order as down its two columns, along memory.
   for (Index k = 0; k < n; ++k) {
     double* const row = L.data() + Triangle(k);
-    for (Index i = 0; i < k; ++i) internal::AddScaled(i + 1, row[i], row, L.data() + Triangle(i));
+    for (Index i = 0; i < k; ++i)
+      internal::AddScaled(static_cast<std::size_t>(i) + 1, row[i], row, L.data() + Triangle(i));
     const double diagonal = row[k];
     for (Index j = 0; j <= k; ++j) row[j] = 0 + row[j] * diagonal;
   }

@@ -76,8 +76,8 @@ void Axpy(Index n, double a, const double* x, Index incx, double* y, Index incy)
 }
 
 // y += a x with unit strides, a = 0 included: NaN and infinities in x spread.
-inline void AddScaled(Index n, double a, const double* x, double* y) {
-  for (Index k = 0; k < n; ++k) y[k] += a * x[k];
+inline void AddScaled(std::size_t n, double a, const double* x, double* y) {
+  for (std::size_t k = 0; k < n; ++k) y[k] += a * x[k];
 }
 
 template <Walk walk = Walk::kFixed>
