@@ -16,7 +16,7 @@ namespace NQMath_940 {
 // ---- Life cycle and shape ----------------------------------------------------------------------
 
 // Storage that is new is zero, so there is nothing to do for `zero`.
-NQDiagMatrix::NQDiagMatrix(int n, bool /*zero*/) { Resize(n); }
+NQDiagMatrix::NQDiagMatrix(int n, bool /*zero*/) : fNRows(std::max(n, 0)) { AllocateDiagonal(); }
 
 NQDiagMatrix::NQDiagMatrix(const std::vector<double>& diagonal) {
   const bool counted = diagonal.size() <= static_cast<std::size_t>(std::numeric_limits<int>::max());
@@ -54,7 +54,7 @@ bool NQDiagMatrix::AllocateDiagonal() {
     fvDiagonal = {};
     fNRows = -1;
   }
-  return IsValidMatrix();
+  return fNRows >= 0;
 }
 
 bool NQDiagMatrix::Resize(int n) {

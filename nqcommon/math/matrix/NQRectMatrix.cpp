@@ -20,7 +20,10 @@ INQRectMatrix::~INQRectMatrix() = default;
 // ---- Life cycle and shape ----------------------------------------------------------------------
 
 // Storage that is new is zero, so there is nothing to do for `zero`.
-NQRectMatrix::NQRectMatrix(int m, int n, bool /*zero*/) { Resize(m, n); }
+NQRectMatrix::NQRectMatrix(int m, int n, bool /*zero*/)
+    : fNRows(std::max(m, 0)), fNCols(std::max(n, 0)) {
+  AllocateEntries();
+}
 
 NQRectMatrix::NQRectMatrix(const NQRectMatrix& other) : INQRectMatrix() { *this = other; }
 
@@ -55,7 +58,7 @@ bool NQRectMatrix::AllocateEntries() {
     fvData = {};
     fNRows = fNCols = -1;
   }
-  return IsValidMatrix();
+  return fNRows >= 0;
 }
 
 bool NQRectMatrix::Resize(int m, int n) {

@@ -38,6 +38,7 @@ bool SolveWithRows(const NQSymMatrix& s, const std::vector<int>& rows, const std
   NQSymMatrix part;
   if (!s.ExtractSubmatrix(rows, part)) return false;
   std::vector<double> values;
+  values.reserve(rows.size());
   for (int row : rows) values.push_back(b[static_cast<std::size_t>(row)]);
   if (!rows.empty() && !part.SolveIndefinite(values, eps, values)) return false;
   x.assign(static_cast<std::size_t>(s.GetNRows()), 0.0);
