@@ -8,9 +8,8 @@ namespace NQMath_940 {
 
 // Rectangular matrix R of m rows and n columns, whatever its storage: dense or sparse.
 //
-// Names     R is this matrix, r(i,j) its elements; B another one; v, w vectors; "Trans" a
-// transpose. Indices   0-based. GetElem and SetElem are not range-checked (they assert in debug
-// builds); the
+// Names     R is this matrix, r(i,j) its elements; B another one; v, w vectors; "Trans" a transpose.
+// Indices   0-based. GetElem and SetElem are not range-checked (they assert in debug builds); the
 //           other operations refuse a row or column that does not exist.
 // Failure   by return value. Unless stated, false means that an argument did not fit and that
 //           nothing was changed; an operation that returns a number gives the system-missing value.

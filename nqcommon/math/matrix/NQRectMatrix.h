@@ -21,8 +21,7 @@ class NQSymMatrix;
 //           a few rows or columns is taken for granted.
 // Threads   one object, one thread at a time.
 //
-// Contents  NQRectMatrix.cpp               life cycle, shape, elements, norms, mechanical
-// operations
+// Contents  NQRectMatrix.cpp               shape, elements, norms, mechanical operations
 //           NQRectMatrix_copy.cpp          rows, columns and parts in and out
 //           NQRectMatrix_product.cpp       products, traces
 //           NQRectMatrix_solve.cpp         linear systems, least squares, QR, projection

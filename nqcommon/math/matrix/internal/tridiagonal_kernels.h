@@ -33,8 +33,8 @@ struct TridiagonalKernels {
   // The steps of the reduction. The vectors here, the triangle apart, have zeros behind their
   // length up to a whole line.
 
-  // row[j] <- row[j] - (u[i] q[j] + q[i] u[j]), j <= i: the last row of a triangle, of length i
-  // + 1.
+  // row[j] <- row[j] - (u[i] q[j] + q[i] u[j]), j <= i: the last row of a triangle, of length
+  // i + 1.
   void (*updateRow)(double* row, std::size_t length, const double* u, const double* q);
 
   // x <- v such that I - v v' / h takes x to `reflected` times the last unit vector. Scaled by the
@@ -53,9 +53,8 @@ struct TridiagonalKernels {
   // Plane rotations of the rows of a strip, a matrix of stripColumns columns without gaps. At step
   // t = 0 .. steps-1 and for k = 0 .. waves-1, in this order, with the next pair c, s of `pairs`
   // and i = k - t:
-  //   row[i+1] <- s row[i] + c row[i+1],  row[i] <- c row[i] - s row[i+1]  (old values on the
-  //   right)
-  // row[0] is at `rows`; rows waves down to 1 - steps are read and written.
+  //   row[i+1] <- s row[i] + c row[i+1],  row[i] <- c row[i] - s row[i+1]
+  // with the old values on the right. row[0] is at `rows`; rows waves down to 1 - steps are read and written.
   void (*rotateStrip)(double* rows, const double* pairs, std::size_t steps, std::size_t waves);
   std::size_t stripColumns;
 
