@@ -21,8 +21,7 @@ using internal::RowStart;
 
 INQSymMatrix::~INQSymMatrix() = default;
 
-// ---- Life cycle and shape
-// ----------------------------------------------------------------------------
+// ---- Life cycle and shape -----------------------------------------------------------------------
 
 // Storage that is new is zero, so the constructors have nothing to do for `zero`.
 NQSymMatrix::NQSymMatrix(int n, bool /*zero*/) : fNRows(std::max(n, 0)), fBlockSize(fNRows) {
@@ -97,8 +96,7 @@ bool NQSymMatrix::SetNBlocks(int nb) {
   return true;
 }
 
-// ---- Elements and rows
-// -------------------------------------------------------------------------------
+// ---- Elements and rows --------------------------------------------------------------------------
 
 namespace {
 
@@ -180,8 +178,7 @@ bool NQSymMatrix::IsZeroRow(int i, const NQBitSet& set) const {
   return zero;
 }
 
-// ---- Mechanical operations
-// ---------------------------------------------------------------------------
+// ---- Mechanical operations ----------------------------------------------------------------------
 
 namespace {
 

@@ -13,8 +13,7 @@ namespace NQMath_940 {
 
 using NQCommon_940::NQMV;
 
-// ---- Factor
-// ------------------------------------------------------------------------------------------
+// ---- Factor -------------------------------------------------------------------------------------
 
 // Both vector forms; aliasedRows, when asked for, flags the rows without a positive pivot.
 int NQSymMatrix::Factor(const std::vector<double>& t, double eps, bool check,
@@ -64,8 +63,7 @@ int NQSymMatrix::LTChol(double eps, double& minPivot, bool check) {
   return aliased;
 }
 
-// ---- Determinant and inverses of a factor
-// --------------------------------------------------------------
+// ---- Determinant and inverses of a factor -------------------------------------------------------
 
 int NQSymMatrix::LTDetInverse(NQDeterminant& det, int job) {
   std::vector<double> diagonal;
@@ -91,8 +89,7 @@ void NQSymMatrix::LTLLTrans() { internal::LowerTimesTrans(fvData.data(), Order()
 
 void NQSymMatrix::LTLTransL() { NQMathFun::LTGltl(fNRows, fvData); }
 
-// ---- Determinant and inverses of the matrix
-// ------------------------------------------------------------
+// ---- Determinant and inverses of the matrix -----------------------------------------------------
 
 bool NQSymMatrix::ComputeDeterminant(double eps, NQDeterminant& det) const {
   if (fNRows < 1) return false;

@@ -27,8 +27,7 @@ bool Fill(int n, NQSymMatrix& out, F f) {
 
 }  // namespace
 
-// ---- Out
-// ---------------------------------------------------------------------------------------------
+// ---- Out ----------------------------------------------------------------------------------------
 
 bool NQSymMatrix::ExtractFirstNRows(INQSymMatrix& out) const {
   NQSymMatrix* dense = AsDense(out);
@@ -75,8 +74,7 @@ bool NQSymMatrix::GetRegCoeffs(std::vector<double>& out, const NQBitSet& set) co
   return true;
 }
 
-// ---- In
-// ----------------------------------------------------------------------------------------------
+// ---- In -----------------------------------------------------------------------------------------
 
 bool NQSymMatrix::ReplaceFirstRows(const NQSymMatrix& src, int k) {
   if (k < 0 || k > fNRows || k > src.fNRows) return false;

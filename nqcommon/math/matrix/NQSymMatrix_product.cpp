@@ -62,8 +62,7 @@ std::vector<double> Densify(const std::vector<int>& indices, const std::vector<d
 
 }  // namespace
 
-// ---- Rows and vectors
-// --------------------------------------------------------------------------------
+// ---- Rows and vectors --------------------------------------------------------------------------
 
 double NQSymMatrix::ComputeDotProduct2Rows(int i, int j) const {
   return ComputeRowDotProductS(i, *this, j);
@@ -165,8 +164,7 @@ bool NQSymMatrix::ComputeLTransV(const std::vector<int>& indices, const std::vec
   return true;
 }
 
-// ---- Quadratic and bilinear forms
-// --------------------------------------------------------------------
+// ---- Quadratic and bilinear forms --------------------------------------------------------------
 
 double NQSymMatrix::ComputeVSV(const std::vector<double>& v) const {
   return HasOrder(v.size()) ? NQMathFun::VSV(fvData, fNRows, v) : NQMV::Missing();
@@ -213,8 +211,8 @@ double NQSymMatrix::ComputeVSWParts(const double* v, int nv, int row, const doub
   return sum;
 }
 
-// ---- Products of matrices
-// ----------------------------------------------------------------------------
+// ---- Products of matrices ----------------------------------------------------------------------
+// Row by row, which needs no room for a full square.
 
 bool NQSymMatrix::ComputeGMG(const INQSymMatrix& m, INQSymMatrix& out) const {
   return Sandwich(*this, m, AsDense(out));
@@ -248,20 +246,6 @@ bool NQSymMatrix::ComputeLTransSL(const INQSymMatrix& l, INQSymMatrix& out) cons
       [this](const std::vector<double>& a, std::vector<double>& w) { return ComputeSV(a, w); },
       [&](const std::vector<double>& w, std::vector<double>& r) { return l.ComputeLTransV(w, r); },
       AsDense(out));
-}
-
-bool NQSymMatrix::ComputeSTransS(INQSymMatrix& out) const {
-  NQSymMatrix* dense = AsDense(out);
-  NQSymMatrix product(fNRows, false);
-  if (!dense || !IsValidMatrix() || !product.IsValidMatrix()) return false;
-  std::vector<double> row;
-  for (int i = 0; i < fNRows; ++i) {
-    GetRow(i, row);
-    internal::SymTimesVector(fvData.data(), Order(), row.data(), static_cast<std::size_t>(i) + 1,
-                             product.fvData.data() + RowStart(static_cast<std::size_t>(i)));
-  }
-  *dense = std::move(product);
-  return true;
 }
 
 double NQSymMatrix::TraceOfProduct(const INQSymMatrix& a) const {

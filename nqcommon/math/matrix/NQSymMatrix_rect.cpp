@@ -39,6 +39,11 @@ bool NQSymMatrix::ComputeSS(const INQSymMatrix& b, INQRectMatrix& out) const {
                                       Order(), AsDenseRect(out));
 }
 
+bool NQSymMatrix::ComputeSTransS(INQSymMatrix& out) const {
+  const Operand s = TriangleAt(fvData.data());
+  return IsValidMatrix() && MultiplyInto(s, s, Order(), Order(), AsDense(out));
+}
+
 bool NQSymMatrix::ComputeMGN(const INQSymMatrix& m, const INQSymMatrix& n,
                              INQRectMatrix& out) const {
   if (!SameOrder(*this, m, n)) return false;

@@ -9,8 +9,7 @@
 
 namespace NQMath_940 {
 
-// ---- Solves
-// ------------------------------------------------------------------------------------------
+// ---- Solves -------------------------------------------------------------------------------------
 
 int NQSymMatrix::LTSolve(const std::vector<double>& b, double eps, std::vector<double>& x) {
   if (!HasOrder(b.size()) || !(eps >= 0)) return -1;
@@ -37,8 +36,7 @@ bool NQSymMatrix::TSolveSubst(std::vector<double>& x) const {
   return true;
 }
 
-// ---- Positive-definite repair
-// ------------------------------------------------------------------------
+// ---- Positive-definite repair -------------------------------------------------------------------
 
 namespace {
 

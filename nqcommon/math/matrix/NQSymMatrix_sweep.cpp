@@ -33,8 +33,7 @@ std::vector<int> FirstRows(int count) {
 
 }  // namespace
 
-// ---- One row
-// -----------------------------------------------------------------------------------------
+// ---- One row ------------------------------------------------------------------------------------
 
 // Both forms of the single sweep: sweepRow works on n membership flags.
 template <class SweepRow>
@@ -63,8 +62,7 @@ bool NQSymMatrix::SweepOrig(int k, double eps, const double* t, NQBitSet& swept,
   return SweepOne(k, eps, t, swept, check, internal::SweepRowPlain);
 }
 
-// ---- Drivers
-// -----------------------------------------------------------------------------------------
+// ---- Drivers ------------------------------------------------------------------------------------
 
 // The caller's values, or the current diagonal copied into `diagonal`.
 std::vector<double>& NQSymMatrix::ReferenceValues(std::vector<double>* t,

@@ -185,8 +185,7 @@ TEST(Substitution, EveryOperationAsOnTheDenseExpansion) {
   }
 }
 
-// ---- The diagonal matrix's own rules
-// -------------------------------------------------------------
+// ---- The diagonal matrix's own rules ------------------------------------------------------------
 
 TEST(NQDiagMatrix, DeterminantIsTheProduct) {
   const std::pair<Values, NQDeterminant> rows[] = {{{25, 4}, {1, 2}},

@@ -10,6 +10,8 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
+#include <exception>
+#include <memory>
 #include <vector>
 
 namespace NQMath_940::internal {
@@ -39,6 +41,15 @@ class AlignedDoubles {
   }
   AlignedDoubles(const AlignedDoubles&) = delete;
   AlignedDoubles& operator=(const AlignedDoubles&) = delete;
+
+  // Null when there is no memory for them.
+  static std::unique_ptr<AlignedDoubles> Try(std::size_t size) {
+    try {
+      return std::make_unique<AlignedDoubles>(size);
+    } catch (const std::exception&) {
+      return nullptr;
+    }
+  }
 
   double* data() { return fpData; }
 
@@ -105,6 +116,16 @@ struct CholeskyJob {
   }
 };
 
+// Cases one a row: n values and whatever follows them, the next row `step` further on. Memory is
+// read up to `end`, which may cut a tile of the last rows.
+struct CaseRows {
+  const double* first;
+  const double* end;
+  std::size_t step;
+  std::size_t count;
+  std::size_t n;
+};
+
 struct PackedKernels {
   // s(i,j) <- s(i,j) + u_0[j] v_0[i] + u_1[j] v_1[i] + ..., j <= i, added one by one in this order;
   // u and v are panels of the same depth of which the first `count` vectors are used.
@@ -115,6 +136,19 @@ struct PackedKernels {
   // rows are `step` apart.
   void (*addProduct)(double* c, std::size_t step, std::size_t m, std::size_t n, const double* a,
                      const double* b, std::size_t depth, std::size_t count);
+
+  // sums[j] += w[p] x_p[j], case after case; same[j] <- 0 when an x_p[j] differs from value[j]. All
+  // arrays of n are padded to whole tiles here and in packCases.
+  void (*sumCases)(const CaseRows& cases, const double* w, const double* value, std::int64_t* same,
+                   double* sums);
+
+  // The cases as vectors of two panels: u_p[j] <- x_p[j] - center[j], v_p[j] <- w[p] u_p[j], and
+  // sums[j] += v_p[j]. u and v may be one panel when all w are 1.
+  void (*packCases)(const CaseRows& cases, const double* w, const double* center, double* u,
+                    double* v, std::size_t depth, double* sums);
+
+  // s(i,j) += (w (x[i] - center[i])) (x[j] - center[j]), j <= i: one case, without panels.
+  void (*addCase)(double* s, std::size_t n, const double* x, const double* center, double w);
 
   // Sweeps row k of the packed triangle, in or out, without any test and without allocating.
   void (*sweepRow)(double* s, std::size_t n, std::size_t k);
