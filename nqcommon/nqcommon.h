@@ -1,14 +1,19 @@
 // Every public header.
 #pragma once
 
+#include <nqcommon/common/MemoryRecordIterator.h>
 #include <nqcommon/common/NQCancelInfo.h>
+#include <nqcommon/common/NQDynamicLoadedLibrary.h>
 #include <nqcommon/common/NQException.h>
 #include <nqcommon/common/NQMV.h>
 #include <nqcommon/common/NQQueryCancel.h>
 #include <nqcommon/common/NQStatus.h>
 #include <nqcommon/common/NQWarnings.h>
 #include <nqcommon/common/ProgressReport.h>
+#include <nqcommon/common/Record.h>
+#include <nqcommon/common/RecordIterator.h>
 #include <nqcommon/common/Value.h>
+#include <nqcommon/common/ValueRecord.h>
 #include <nqcommon/common/display.h>
 #include <nqcommon/common/text_conversion.h>
 #include <nqcommon/math/matrix/Blas1.h>

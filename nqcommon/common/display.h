@@ -26,8 +26,8 @@
 //
 // Value lines  A line starts as one blank and takes ten values, each with a blank before it; an
 //              empty vector has none.
-// Missing      The system-missing value is the word miss; NaN and infinities are as printf has
-// them. Locale       Conversions are those of printf, so "%g" takes the decimal character of the C
+// Missing      The system-missing value is the word miss; NaN and infinities are as printf has them.
+// Locale       Conversions are those of printf, so "%g" takes the decimal character of the C
 //              locale in force.
 // Failure      None: these functions report nothing, and accept every argument.
 // Threads      The stream is one for the process and is not synchronised.

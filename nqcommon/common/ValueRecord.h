@@ -1,0 +1,74 @@
+#pragma once
+
+#include <map>
+#include <string>
+#include <vector>
+
+#include <nqcommon/common/Value.h>
+#include <nqcommon/export.h>
+
+namespace NQCommon_940 {
+
+// A row of values with names, at positions in the order in which the names were added.
+//
+// Failure   an absent name or position gives -1, false or a null value. Operations of Value that are
+//           called may throw NQException.
+// Threads   one object, one thread at a time.
+//
+// The virtual operations are declared in a fixed order, the library's binary interface.
+class NQ_API ValueRecord {
+ public:
+  ValueRecord() = default;
+  ValueRecord(const ValueRecord&) = default;
+  ValueRecord& operator=(const ValueRecord&) = default;
+  virtual ~ValueRecord();
+
+  // Equal sizes, and equal values when both records are walked in the order of their names. The
+  // names are deliberately not compared: a = 1, b = 2 equals x = 1, y = 2. A record equals itself,
+  // even where its values do not.
+  virtual bool operator==(const ValueRecord& other) const;
+  // Gives the name a value, at its position or, for a new name, at the end. Returns the position.
+  virtual int Add(const std::string& name, const Value& value);
+  // Adds all entries of `other` in the order of their names. Returns true.
+  virtual bool AddAll(const ValueRecord& other);
+  // Replaces the value of a name that is there. With sameType a value that is not null takes only
+  // one of its own type.
+  virtual bool Set(const std::string& name, const Value& value, bool sameType);
+  // Takes an entry out; those behind it move up. False for an absent name.
+  virtual bool Remove(const std::string& name);
+  virtual void Clear();
+  // Value::ClearValue for every value.
+  virtual void ClearValues();
+  // Makes value i null. Not range-checked.
+  virtual void SetMissingValue(int i);
+  // Copies.
+  virtual Value Get(const std::string& name) const;
+  virtual Value Get(int i) const;
+  virtual int IndexOf(const std::string& name) const;
+  virtual bool Contains(const std::string& name) const;
+  virtual int Size() const;
+  // The names in byte order when sorted, otherwise by position.
+  virtual std::vector<std::string> Names(bool sorted) const;
+  // The name at a position; "" when there is none.
+  virtual std::string GetName(int i) const;
+  // Value i takes the value and its type. Not range-checked.
+  virtual void SetValue(int i, bool value);
+  virtual void SetValue(int i, int value);
+  virtual void SetValue(int i, long long value);
+  virtual void SetValue(int i, double value);
+  virtual void SetValue(int i, const char* value);
+  virtual void SetValue(int i, const std::string& value);
+  // The values by position.
+  virtual const std::vector<Value>& GetRecord() const;
+
+  // Diagnostic display: name = value, by position.
+  void Display() const;
+
+ private:
+  Value& At(int i);
+
+  std::vector<Value> fvValues;
+  std::map<std::string, int> fNameIndex;
+};
+
+}  // namespace NQCommon_940

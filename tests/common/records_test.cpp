@@ -1,0 +1,126 @@
+// Rows, named values and the iterator over arrays in memory.
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+
+#include <limits>
+#include <sstream>
+
+#include <nqcommon/common/MemoryRecordIterator.h>
+#include <nqcommon/common/ValueRecord.h>
+#include <nqcommon/common/display.h>
+
+namespace NQCommon_940 {
+namespace {
+
+using Numbers = std::vector<double>;
+
+Numbers Of(const Record* record) {
+  return record ? Numbers(record->GetAll(), record->GetAll() + record->Size()) : Numbers();
+}
+
+TEST(Record, LengthsAndCopies) {
+  Record record(-3);
+  EXPECT_EQ(Of(&record), Numbers{0});
+  record[0] = 5;
+  EXPECT_TRUE(record.Resize(1));
+  EXPECT_EQ(record[0], 5) << "the same length keeps the contents";
+  EXPECT_TRUE(record.Resize(2));
+  record[0] = 1, record[1] = 2;
+  Record copy(0);
+  copy = record;
+  record[0] = 9;
+  EXPECT_EQ(Of(&copy), (Numbers{1, 2}));
+  EXPECT_TRUE(record.Resize(-1) && record.Size() == 0);
+  copy = record;
+  EXPECT_EQ(copy.Size(), 0);
+  RawRecord raw(2);
+  EXPECT_TRUE(raw[1].fValue == 0 && raw[1].fFlag && raw[1].fText.empty());
+  raw[1].fText = "x";
+  EXPECT_EQ(RawRecord(raw)[1].fText, "x");
+}
+
+#ifndef __SANITIZE_ADDRESS__  // whose allocator ends the process instead
+TEST(Record, AllocationFailureIsAbsorbed) {
+  rlimit before{};
+  ASSERT_EQ(getrlimit(RLIMIT_AS, &before), 0);
+  const rlimit low{rlim_t{1} << 30, before.rlim_max};
+  RawRecord small(1);
+  ASSERT_EQ(setrlimit(RLIMIT_AS, &low), 0);
+  const int largest = std::numeric_limits<int>::max();
+  const int length = RawRecord(largest).Size();
+  const bool resized = small.Resize(largest);
+  ASSERT_EQ(setrlimit(RLIMIT_AS, &before), 0);
+  EXPECT_EQ(length, 0);
+  EXPECT_TRUE(!resized && small.Size() == 1);
+}
+#endif
+
+TEST(MemoryRecordIterator, Passes) {
+  double ids[] = {11, 12, 13}, values[] = {1, 2, 3, 4, 5, 6}, weights[] = {0.5, 1, 2};
+  MemoryRecordIterator plain(3, 2, ids, values, nullptr), weighted(3, 2, ids, values, weights);
+  for (int pass = 0; pass < 2; ++pass) {
+    for (const Numbers& row : {Numbers{11, 1, 2}, Numbers{12, 3, 4}, Numbers{13, 5, 6}}) {
+      EXPECT_TRUE(plain.HasMore());
+      EXPECT_EQ(Of(plain.Next()), row);
+    }
+    EXPECT_FALSE(plain.HasMore());
+    EXPECT_EQ(plain.GetFailReason(), 1);
+    EXPECT_EQ(plain.Next(), nullptr);
+    EXPECT_EQ(plain.NewPass(), 0);
+  }
+  weighted.Next();
+  EXPECT_EQ(Of(weighted.Next()), (Numbers{12, 3, 4, 1}));
+  MemoryRecordIterator empty(0, 2, nullptr, nullptr, nullptr);
+  EXPECT_FALSE(empty.HasMore());
+  empty.NewPass();
+  int rounds = 0;
+  for (; empty.HasMore(); ++rounds) EXPECT_EQ(empty.Next(), nullptr);
+  EXPECT_EQ(rounds, 1);
+}
+
+TEST(ValueRecord, NamesAndPositions) {
+  ValueRecord record, other;
+  EXPECT_EQ(record.Add("b", Value(2)), 0);
+  EXPECT_EQ(record.Add("a", Value("text")), 1);
+  EXPECT_EQ(record.Add("b", Value(3)), 0);
+  EXPECT_FALSE(record.Set("c", Value(1), false) || record.Set("a", Value(1), true));
+  EXPECT_EQ(record.Get("a").GetString(), "text");
+  record.SetMissingValue(1);
+  EXPECT_TRUE(record.Set("a", Value(1.5), true)) << "a null value takes any type";
+  EXPECT_TRUE(record.Get("c").IsNull() && record.Get(2).IsNull() && record.Get(-1).IsNull());
+  record.AddAll(record);
+  other.Add("0", Value(7));
+  other.AddAll(record);
+  EXPECT_EQ(other.Names(false), (std::vector<std::string>{"0", "a", "b"}));
+  EXPECT_EQ(record.Names(true), (std::vector<std::string>{"a", "b"}));
+  EXPECT_TRUE(other.Remove("0") && !other.Remove("0"));
+  EXPECT_TRUE(other.IndexOf("a") == 0 && other.IndexOf("b") == 1 && other.GetName(1) == "b");
+  EXPECT_TRUE(other.GetName(2).empty());
+  EXPECT_TRUE(other.Add("new", Value(true)) == 2 && other.Size() == 3);
+}
+
+TEST(ValueRecord, EqualityGoesByTheOrderOfNames) {
+  ValueRecord ab, xy, ba;
+  ab.Add("a", Value(1)), ab.Add("b", Value(2));
+  xy.Add("y", Value(2)), xy.Add("x", Value(1));
+  ba.Add("a", Value(2)), ba.Add("b", Value(1));
+  EXPECT_TRUE(ab == xy && !(ab == ba));
+  xy.Remove("y");
+  EXPECT_FALSE(ab == xy);
+  ab.ClearValues();
+  EXPECT_TRUE(ab == ab && !(ab == ValueRecord(ab))) << "null equals nothing";
+}
+
+TEST(ValueRecord, Displays) {
+  ValueRecord record;
+  record.Add("x", Value(0.5)), record.Add("a", Value());
+  std::ostringstream text;
+  std::ostream& before = NQDisplay_940::GetOutStream();
+  NQDisplay_940::SetOutStream(text);
+  record.Display();
+  NQDisplay_940::SetOutStream(before);
+  EXPECT_EQ(text.str(), "\nValueRecord display start\nx = 0.5\na = miss\nValueRecord display end");
+}
+
+}  // namespace
+}  // namespace NQCommon_940
