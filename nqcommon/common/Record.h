@@ -29,8 +29,8 @@ class RowOf {
   Cell* GetAll() { return fpCells.get(); }
   const Cell* GetAll() const { return fpCells.get(); }
   // Not range-checked.
-  Cell& operator[](int i) { return fpCells[i]; }
-  const Cell& operator[](int i) const { return fpCells[i]; }
+  Cell& operator[](int i) { return fpCells.get()[i]; }
+  const Cell& operator[](int i) const { return fpCells.get()[i]; }
 
   // Length max(n, 0). At another length the contents are lost, and numbers are left unset, for the
   // caller to fill.
