@@ -1,0 +1,236 @@
+#include <nqcommon/math/stats/NQAccumXProdPair.h>
+
+#include <algorithm>
+#include <cmath>
+
+#include <nqcommon/common/NQMV.h>
+#include <nqcommon/common/display.h>
+#include <nqcommon/math/matrix/internal/packed_triangle.h>
+#include <nqcommon/math/stats/internal/merge_list.h>
+
+namespace NQMath_940 {
+
+using internal::DiagIndex;
+using internal::LowerIndex;
+using internal::RowStart;
+using NQDisplay_940::DisplayI;
+using NQDisplay_940::DisplayText;
+
+// ---- Life cycle ---------------------------------------------------------------------------------
+
+NQAccumXProdPair::NQAccumXProdPair(int nVars, int nAccum) : fNVars(std::max(nVars, 0)) {
+  SetNAccum(nAccum);
+  Resize(fNVars - 1);
+}
+
+NQAccumXProdPair::~NQAccumXProdPair() = default;
+
+// Cells of 0 for a packed triangle of nRows.
+void NQAccumXProdPair::Resize(int nRows) {
+  if (!fmCovar.SetNRows(nRows, true)) fmCovar.SetNRows(0, true);
+  fvBatches.assign(fmCovar.AsVector().size(), {});
+  fvStats.assign(fmCovar.AsVector().size(), {});
+}
+
+void NQAccumXProdPair::InitAll() { Resize(fNVars); }
+
+void NQAccumXProdPair::InitAccumCounts(int cell) {
+  if (HasCell(cell)) fvBatches[static_cast<std::size_t>(cell)] = {};
+}
+
+void NQAccumXProdPair::SetNAccum(int nAccum) {
+  if (nAccum > 0) fNAccum = nAccum;
+}
+
+std::size_t NQAccumXProdPair::Pairs() const {
+  const std::size_t pairs = fNVars < 2 ? 0 : RowStart(static_cast<std::size_t>(fNVars) - 1);
+  return std::min(pairs, fmCovar.AsVectorConst().size());
+}
+
+// ---- Cases --------------------------------------------------------------------------------------
+
+bool NQAccumXProdPair::Update(int i, double x, int j, double y, double w) {
+  if (i < j) return Update(j, y, i, x, w);
+  if (j < 0 || i == j || i >= fNVars) return false;
+  const std::size_t cell = LowerIndex(static_cast<std::size_t>(i) - 1, static_cast<std::size_t>(j));
+  return HasCell(cell) && AddToBatch(cell, x, y, w);
+}
+
+bool NQAccumXProdPair::Update(int cell, double x, double y, double w) {
+  return HasCell(cell) && AddToBatch(static_cast<std::size_t>(cell), x, y, w);
+}
+
+bool NQAccumXProdPair::AddToBatch(std::size_t cell, double x, double y, double w) {
+  Batch& batch = fvBatches[cell];
+  const double wx = w * x;
+  const double wy = w * y;
+  batch.count += 1;
+  batch.w += w;
+  batch.x += wx;
+  batch.y += wy;
+  batch.xx += wx * x;
+  batch.yy += wy * y;
+  batch.xy += wx * y;
+  return batch.count < fNAccum || Fold(cell);
+}
+
+bool NQAccumXProdPair::IncrStats(int cell) {
+  return HasCell(cell) && Fold(static_cast<std::size_t>(cell));
+}
+
+bool NQAccumXProdPair::Fold(std::size_t cell) {
+  Batch& batch = fvBatches[cell];
+  Stats& stats = fvStats[cell];
+  const double w0 = stats.nCases;
+  const double w1 = w0 + batch.w;
+  if (!(w1 > 1)) return false;
+  if (!(batch.w > 0)) return true;
+
+  const double x = stats.meanX;
+  const double y = stats.meanY;
+  const double sumX = w0 * x + batch.x;
+  const double sumY = w0 * y + batch.y;
+  double& covariance = fmCovar.AsVector()[cell];
+  stats.nCases = w1;
+  stats.meanX = sumX / w1;
+  stats.meanY = sumY / w1;
+  stats.varX = (stats.varX * (w0 - 1) + w0 * x * x + batch.xx - sumX * stats.meanX) / (w1 - 1);
+  stats.varY = (stats.varY * (w0 - 1) + w0 * y * y + batch.yy - sumY * stats.meanY) / (w1 - 1);
+  covariance = (w0 * x * y + (w0 - 1) * covariance + batch.xy - stats.meanX * sumY) / (w1 - 1);
+  batch = {};
+  return true;
+}
+
+bool NQAccumXProdPair::Finish() {
+  bool all = true;
+  for (std::size_t cell = 0; cell < Pairs(); ++cell) all = Fold(cell) && all;
+  return all;
+}
+
+// ---- Merging ------------------------------------------------------------------------------------
+
+// The same statistics of both sets of cases (Chan, Golub and LeVeque 1983).
+void NQAccumXProdPair::MergeFolded(std::size_t cell, Stats theirs, double covariance) {
+  Stats& ours = fvStats[cell];
+  double& ourCovariance = fmCovar.AsVector()[cell];
+  if (theirs.nCases == 0) return;
+  if (ours.nCases == 0) {
+    ours = theirs;
+    ourCovariance = covariance;
+    return;
+  }
+  const double w1 = ours.nCases;
+  const double w2 = theirs.nCases;
+  const double w = w1 + w2;
+  const double dx = theirs.meanX - ours.meanX;
+  const double dy = theirs.meanY - ours.meanY;
+  // W1 (m - m1)^2 + W2 (m - m2)^2
+  const double between = w1 * w2 / w;
+  const auto pool = [&](double a, double b, double product) {
+    return ((w1 - 1) * a + (w2 - 1) * b + between * product) / (w - 1);
+  };
+  ours = {w, ours.meanX + dx * w2 / w, ours.meanY + dy * w2 / w,
+          pool(ours.varX, theirs.varX, dx * dx), pool(ours.varY, theirs.varY, dy * dy)};
+  ourCovariance = pool(ourCovariance, covariance, dx * dy);
+}
+
+bool NQAccumXProdPair::Merge(const NQAccumXProdPair& other) {
+  if (fNVars == 0) {
+    fNVars = other.fNVars;
+    Resize(fNVars - 1);
+  }
+  if (fNVars != other.fNVars || Pairs() != other.Pairs()) return false;
+  for (std::size_t cell = 0; cell < Pairs(); ++cell) {
+    // A copy: the other one may be this one.
+    const Batch theirs = other.fvBatches[cell];
+    MergeFolded(cell, other.fvStats[cell], other.fmCovar.AsVectorConst()[cell]);
+    Batch& batch = fvBatches[cell];
+    batch.count += theirs.count;
+    batch.w += theirs.w;
+    batch.x += theirs.x;
+    batch.y += theirs.y;
+    batch.xx += theirs.xx;
+    batch.yy += theirs.yy;
+    batch.xy += theirs.xy;
+    Fold(cell);
+  }
+  return true;
+}
+
+bool NQAccumXProdPair::Merge(const std::vector<const NQAccumXProdPair*>& others) {
+  return internal::MergeList(*this, others);
+}
+
+bool NQAccumXProdPair::Merge(const std::vector<NQAccumXProdPair*>& others) {
+  return internal::MergeList(*this, others);
+}
+
+// ---- Results ------------------------------------------------------------------------------------
+
+NQAccumXProdPair::Stats NQAccumXProdPair::GetStats(int cell) const {
+  return HasCell(cell) ? fvStats[static_cast<std::size_t>(cell)] : Stats{};
+}
+
+bool NQAccumXProdPair::SetStats(int cell, const Stats& stats, double covariance) {
+  if (!HasCell(cell) || !(stats.nCases == 0 || stats.nCases > 1)) return false;
+  const auto at = static_cast<std::size_t>(cell);
+  fvStats[at] = stats;
+  fmCovar.AsVector()[at] = covariance;
+  return true;
+}
+
+const NQSymMatrix& NQAccumXProdPair::GetCorr() {
+  fmCorr.SetNRows(fNVars, true);
+  const std::vector<double>& covar = fmCovar.AsVectorConst();
+  double* corr = fmCorr.AsVector().data();
+  const auto n = static_cast<std::size_t>(fmCorr.GetNRows());
+  // sqrt(cov(r, r)), 0 where there is no such cell
+  const auto root = [&](std::size_t r) {
+    return DiagIndex(r) < covar.size() ? std::sqrt(covar[DiagIndex(r)]) : 0.0;
+  };
+  for (std::size_t r = 0; r < n; ++r) {
+    for (std::size_t c = 0; c <= r; ++c) {
+      const double a = root(r);
+      const double b = root(c);
+      *corr++ = a > 0 && b > 0 ? covar[LowerIndex(r, c)] / std::sqrt(a) / std::sqrt(b)
+                               : NQCommon_940::Getsysmis();
+    }
+  }
+  return fmCorr;
+}
+
+// ---- Diagnostic display -------------------------------------------------------------------------
+
+template <class Cell>
+void NQAccumXProdPair::DisplayCells(const char* name, const std::vector<Cell>& cells,
+                                    double Cell::*value) const {
+  NQSymMatrix matrix(fmCovar);
+  for (std::size_t k = 0; k < matrix.AsVector().size(); ++k) matrix.AsVector()[k] = cells[k].*value;
+  DisplayText(1, name);
+  matrix.Display();
+}
+
+void NQAccumXProdPair::Display() const {
+  DisplayText(1, "NQAccumXProdPair display start");
+  DisplayI("Number of variables", fNVars);
+  DisplayI("Number of accumulations", fNAccum);
+  DisplayCells("The matrix of counts of accumulations", fvBatches, &Batch::count);
+  DisplayCells("The matrix of accumulated numbers of cases", fvBatches, &Batch::w);
+  DisplayCells("The matrix of accumulated sums of first variable", fvBatches, &Batch::x);
+  DisplayCells("The matrix of accumulated sums of second variable", fvBatches, &Batch::y);
+  DisplayCells("The matrix of accumulated sums of squares of first variable", fvBatches,
+               &Batch::xx);
+  DisplayCells("The matrix of accumulated sums of cross-products", fvBatches, &Batch::xy);
+  DisplayCells("The matrix of total numbers of cases", fvStats, &Stats::nCases);
+  DisplayCells("The matrix of means of first variable", fvStats, &Stats::meanX);
+  DisplayCells("The matrix of means of second variable", fvStats, &Stats::meanY);
+  DisplayCells("The matrix of variances of first variable", fvStats, &Stats::varX);
+  DisplayCells("The matrix of variances of second variable", fvStats, &Stats::varY);
+  DisplayText(1, "The matrix of covariances");
+  fmCovar.Display();
+  DisplayText(1, "The matrix of correlations");
+  fmCorr.Display();
+  DisplayText(1, "NQAccumXProdPair display end");
+}
+
+}  // namespace NQMath_940

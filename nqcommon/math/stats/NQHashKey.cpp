@@ -1,0 +1,64 @@
+#include <nqcommon/math/stats/NQHashKey.h>
+
+#include <limits>
+#include <string>
+
+#include <nqcommon/common/display.h>
+
+namespace NQMath_940 {
+namespace {
+
+constexpr int kElementLimit = 9377657;
+
+// What element i adds to the hash.
+unsigned Term(std::size_t i, int value, int offset) {
+  constexpr auto& kPrimes = NQHashKey::PRIME_FACTOR;
+  if (i == 0) return 0;
+  return (static_cast<unsigned>(value) + static_cast<unsigned>(offset)) *
+         static_cast<unsigned>(kPrimes[i % kPrimes.size()]);
+}
+
+unsigned Hash(const std::vector<int>& elements, int offset) {
+  unsigned hash = 0;
+  for (std::size_t i = 0; i < elements.size(); ++i) hash ^= Term(i, elements[i], offset);
+  return hash;
+}
+
+}  // namespace
+
+int NQHashKey::ADD_LOWER_BOUND = 0;
+
+NQHashKey::NQHashKey(int size)
+    : fvElement(size < 1 ? 0 : static_cast<std::size_t>(size)),
+      fHash(Hash(fvElement, ADD_LOWER_BOUND)),
+      fOffset(ADD_LOWER_BOUND) {}
+
+void NQHashKey::Set(std::size_t i, int value) {
+  if (fOffset != ADD_LOWER_BOUND) {
+    fOffset = ADD_LOWER_BOUND;
+    fHash = Hash(fvElement, fOffset);
+  }
+  fHash ^= Term(i, fvElement[i], fOffset) ^ Term(i, value, fOffset);
+  fvElement[i] = value;
+}
+
+int NQHashKey::GetHash() const {
+  return static_cast<int>(fOffset == ADD_LOWER_BOUND ? fHash : Hash(fvElement, ADD_LOWER_BOUND));
+}
+
+bool NQHashKey::SetElementOffset(int offset) {
+  const long long upperBound = static_cast<long long>(kElementLimit) - offset;
+  if (upperBound < 1 || upperBound > std::numeric_limits<int>::max()) return false;
+  ADD_LOWER_BOUND = offset;
+  return true;
+}
+
+int NQHashKey::GetElementUpperBound() { return kElementLimit - ADD_LOWER_BOUND; }
+
+void NQHashKey::Display() const {
+  std::string line = "\t Key: ";
+  for (const int element : fvElement) line += "  " + std::to_string(element);
+  NQDisplay_940::DisplayText(1, line);
+}
+
+}  // namespace NQMath_940

@@ -1,0 +1,200 @@
+#pragma once
+
+#include <iosfwd>
+#include <string>
+#include <vector>
+
+#include <nqcommon/export.h>
+#include <nqcommon/model/ClonePtr.h>
+#include <nqcommon/model/INQEncoder.h>
+#include <nqcommon/model/INQVariable.h>
+
+namespace NQXML_940 {
+
+// The variables of one model, in positions 0 .. GetNumVars() - 1.
+//
+// Positions  stay what they are: RemoveVar leaves an empty slot. Empty slots are skipped by every
+//            search and count; they are not saved.
+// Counts     of variables are taken from the variables when asked for, so that they are right after
+//            any change made through GetVarAt too.
+// Ownership  The list owns its variables and its field-formats element; a copy has copies of all.
+// Failure    Without a variable at the position: null, false or -1, nothing changed. ReadObjectXML
+//            as that of INQVariable, with "Failure reading NQVarList!".
+// Threads    one object, one thread at a time; const operations may run together.
+//
+//   NQVarList.cpp         life cycle, adding, removing, finding, counts
+//   NQVarList_roles.cpp   roles, target, response
+//   NQVarList_save.cpp    save file, display
+class NQ_API NQVarList {
+ public:
+  NQVarList();
+  NQVarList(const NQVarList&);
+  NQVarList& operator=(const NQVarList&);
+  ~NQVarList();
+
+  // ---- Adding: the position of the new variable, or -1 ------------------------------------------
+
+  int AddContVar(const std::string& name, const std::string& label, double min, double max,
+                 INQVariable::VariableRole role, bool isBinned, int bins);
+  int AddContVar(const std::string& name, const std::string& label, double min, double max,
+                 INQVariable::VariableRole role, const std::vector<double>& cutPoints);
+
+  // -1 for a level that is not categorical.
+  int AddCatVar(const std::string& name, const std::string& label, int categories,
+                INQVariable::MeasureLevel level, INQVariable::VariableRole role, bool isOrdinal);
+
+  // With these categories, each once, in their order; numeric or string ones. One frequency for each
+  // value, or -1: they add up, by category, to the variable's sums of frequency weights.
+  int AddCatVar(const std::string& name, const std::string& label,
+                const std::vector<double>& values, INQVariable::VariableRole role, bool isOrdinal);
+  int AddCatVar(const std::string& name, const std::string& label,
+                const std::vector<double>& values, const std::vector<double>& frequencies,
+                INQVariable::VariableRole role, bool isOrdinal);
+  int AddCatVar(const std::string& name, const std::string& label,
+                const std::vector<std::string>& texts, INQVariable::VariableRole role,
+                bool isOrdinal);
+  int AddCatVar(const std::string& name, const std::string& label,
+                const std::vector<std::string>& texts, const std::vector<double>& frequencies,
+                INQVariable::VariableRole role, bool isOrdinal);
+
+  // Takes the place of the weight that the list has, if any: there is one at most.
+  int SetWeightVar(const std::string& name, const std::string& label,
+                   INQVariable::WRoundingOption option);
+
+  // Adds a clone. -1 for null, for a measure level outside 1 .. 4, for a level of an NQCatVar that is
+  // not categorical, and for a second weight.
+  int AddNewVar(const INQVariable* variable);
+
+  // ---- Removing and finding ---------------------------------------------------------------------
+
+  bool RemoveVar(int i);
+  bool RemoveVar(const std::string& name);  // the first of this name
+
+  // Slots, the empty ones included.
+  int GetNumVars() const { return static_cast<int>(fvVariables.size()); }
+
+  // The position of the first variable whose name is this byte for byte, or -1.
+  int FindVariable(const std::string& name) const;
+
+  const INQVariable* GetVarAt(int i) const;
+  INQVariable* GetVarAt(int i);
+  const INQVariable* GetVariable(const std::string& name) const;
+  INQVariable* GetVariable(const std::string& name);
+  const INQEncoder* GetEncoderAt(int i) const;
+  INQEncoder* GetEncoderAt(int i);
+
+  // -1 without a weight.
+  int GetWeightVarIndex() const;
+
+  // In list order: all, or those of a role.
+  std::vector<std::string> GetVarNames() const;
+  std::vector<std::string> GetVarNames(INQVariable::VariableRole role) const;
+
+  // ---- Counts of variables ----------------------------------------------------------------------
+
+  int GetNumContVar() const;            // of level 1
+  int GetNumCatVar() const;             // of levels 2 and 3
+  int GetNumInputVars() const;          // of role Input
+  int GetNumPossibleInputVars() const;  // of role Possible Input
+
+  // The categories of all categorical variables of role Input: the indicator columns they make.
+  long long GetNInputCats() const;
+
+  void UpdateNumbersOfCategories();
+
+  // ---- Roles ------------------------------------------------------------------------------------
+
+  // RoleUndefined without a variable. A weight keeps its own role: false for another.
+  INQVariable::VariableRole GetVariableRole(int i) const;
+  bool SetVariableRole(int i, INQVariable::VariableRole role);
+
+  // For the selection of inputs: true makes a possible input an input, false an input a possible
+  // one. A variable of any other role is refused, one that has the role asked for is left: true.
+  bool ChangeVariableRole(bool isInput, int i);
+
+  // Makes a variable a target response; a weight is refused. There may be several. Removing is
+  // refused for other roles; the variable is then unused, not an input: a former response must not
+  // slip into the model that predicts another one.
+  bool AddResponseVariable(int i);
+  bool RemoveResponseVariable(int i);
+
+  // Gives the first target, or without one the first target response, this encoder. The list takes
+  // it over; false, and it stays the caller's, when there is neither, or null is given.
+  bool ChangeTargetEncoder(INQEncoder* encoder);
+
+  bool SetMissingValueReplacement(int i, const std::string& text);
+
+  // ---- Cases, and what they were used for -------------------------------------------------------
+
+  bool GetListwiseDeletion() const { return fListwiseDeletion; }
+  void SetListwiseDeletion(bool isListwise) { fListwiseDeletion = isListwise; }
+
+  double GetUnweightedCount() const { return fUnweightedCount; }
+  void SetUnweightedCount(double count) { fUnweightedCount = count; }
+  double GetWeightedCount() const { return fWeightedCount; }
+  void SetWeightedCount(double count) { fWeightedCount = count; }
+  double GetDroppedCount() const { return fDroppedCount; }
+  void SetDroppedCount(double count) { fDroppedCount = count; }
+  double GetBadWeightCount() const { return fBadWeightCount; }
+  void SetBadWeightCount(double count) { fBadWeightCount = count; }
+  double GetWeightedDroppedCount() const { return fWeightedDroppedCount; }
+  void SetWeightedDroppedCount(double count) { fWeightedDroppedCount = count; }
+
+  // The element that describes the formats of all fields. The list takes it over; null for none, the
+  // one it has for no change.
+  void SetFieldFormatsElement(XMLElement* element);
+  const XMLElement* GetFieldFormatsElement() const { return fFormatsElement.Get(); }
+  XMLElement* GetFieldFormatsElement() { return fFormatsElement.Get(); }
+
+  // ---- Save file --------------------------------------------------------------------------------
+
+  // The variables, each after its measure level; then the numbers of continuous and categorical
+  // variables, of inputs and of possible inputs. Return the lines, those of nested blocks included.
+  //
+  // Reading destroys the old variables. The old weight alone lives on, as the object of the weight
+  // that is read; when none is, it is destroyed too. The flag, the counts of cases and the formats
+  // element stay. Failures are also: a negative number of variables, a level outside 1 .. 4, a
+  // second weight, a block of another level than the one before it, a number of continuous or of
+  // categorical variables other than that of the variables read. The last two numbers are free.
+  // After a failure the list holds the variables up to the one that failed, which it may hold in
+  // part; when the start line failed, it is unchanged.
+  int WriteObjectXML(std::ostream& os, int indent) const;
+  int ReadObjectXML(std::ifstream& in);
+
+  // Writes the list and its variables through the diagnostic display.
+  void Display() const;
+
+ private:
+  // The position of the first variable that meets the condition, or -1; the number of those that do.
+  template <class Condition>
+  int Find(Condition meets) const {
+    for (int i = 0; i < GetNumVars(); ++i) {
+      if (const INQVariable* variable = GetVarAt(i); variable && meets(*variable)) return i;
+    }
+    return -1;
+  }
+  template <class Condition>
+  int Count(Condition meets) const {
+    int count = 0;
+    for (const auto& variable : fvVariables) count += variable && meets(*variable);
+    return count;
+  }
+
+  int Add(ClonePtr<INQVariable> variable);
+  template <class T>
+  int AddCategories(const std::string& name, const std::string& label, const std::vector<T>& values,
+                    const std::vector<double>* frequencies, INQVariable::VariableRole role,
+                    bool isOrdinal);
+  bool ChangeRole(int i, INQVariable::VariableRole from, INQVariable::VariableRole to);
+
+  std::vector<ClonePtr<INQVariable>> fvVariables;
+  bool fListwiseDeletion = false;
+  double fUnweightedCount = 0;
+  double fWeightedCount = 0;
+  double fDroppedCount = 0;
+  double fBadWeightCount = 0;
+  double fWeightedDroppedCount = 0;
+  ClonePtr<XMLElement> fFormatsElement;
+};
+
+}  // namespace NQXML_940

@@ -1,0 +1,164 @@
+#include <nqcommon/xml/save_format.h>
+
+#include <algorithm>
+#include <charconv>
+#include <limits>
+#include <locale>
+#include <memory>
+#include <optional>
+#include <sstream>
+#include <string_view>
+#include <system_error>
+#include <utility>
+
+#include <nqcommon/common/NQMV.h>
+#include <nqcommon/xml/SaveXMLTags.h>
+#include <nqcommon/xml/XMLAttribute.h>
+#include <nqcommon/xml/internal/save_line.h>
+#include <nqcommon/xml/internal/value_kinds.h>
+#include <nqcommon/xml/write_tree.h>
+
+namespace NQXML_940 {
+namespace {
+
+using internal::kValueKind;
+using internal::SaveLine;
+using internal::ValueKind;
+
+// What separates the words of the lines. They differ in > and in quotes, which decides what passes.
+constexpr std::string_view kHeaderDelimiters = " \t\r\n<>=\"";
+constexpr std::string_view kStartDelimiters = " \t\r\n<=\"";
+constexpr std::string_view kEndDelimiters = " \t\r\n<>";
+constexpr std::string_view kAttributeDelimiters = "=\"";
+constexpr std::string_view kTextDelimiters = "\r\n\"";
+
+// Does the next line start with this word?
+bool ReadWord(std::ifstream& is, std::string_view delimiters, std::string_view word) {
+  SaveLine line;
+  return line.Read(is) && line.Next(delimiters) == word;
+}
+
+// Reads a line up to its value: <Int value=
+bool ReadToValue(std::ifstream& is, const ValueKind& kind, SaveLine& line) {
+  return line.Read(is) && line.Next(kStartDelimiters) == kind.fElement &&
+         line.Next(kAttributeDelimiters) == kind.fAttribute;
+}
+
+// The value of a line as `convert` reads its text.
+template <class T, class Convert>
+bool ReadValue(std::ifstream& is, T& value, Convert convert) {
+  SaveLine line;
+  if (!ReadToValue(is, kValueKind<T>, line)) return false;
+  const std::optional<std::string_view> text = line.Next(kStartDelimiters);
+  if (!text) return false;
+  value = convert(*text);
+  return true;
+}
+
+// The standard's conversions take neither the blanks nor the plus sign that C's do. The blanks are
+// those that do not end a token.
+std::string_view WithoutBlanksAndPlus(std::string_view text) {
+  text.remove_prefix(std::min(text.find_first_not_of("\v\f"), text.size()));
+  if (text.starts_with('+') && !text.starts_with("+-")) text.remove_prefix(1);
+  return text;
+}
+
+template <class Integer>
+Integer ToInteger(std::string_view text) {
+  text = WithoutBlanksAndPlus(text);
+  Integer value = 0;
+  const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
+  if (result.ec != std::errc::result_out_of_range) return value;
+  return text.starts_with('-') ? std::numeric_limits<Integer>::min()
+                               : std::numeric_limits<Integer>::max();
+}
+
+unsigned ToUnsigned(std::string_view text) {
+  constexpr unsigned kLargest = std::numeric_limits<unsigned>::max();
+  text = WithoutBlanksAndPlus(text);
+  double value = 0;
+  const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
+  if (result.ec == std::errc::result_out_of_range) {
+    // No line is long enough to leave the range without an exponent, whose sign tells which way.
+    const std::string_view number(text.data(), static_cast<std::size_t>(result.ptr - text.data()));
+    return number.find('-') == std::string_view::npos ? kLargest : 0;
+  }
+  if (!(value > 0)) return 0;
+  return value < kLargest ? static_cast<unsigned>(value) : kLargest;
+}
+
+double ToDouble(std::string_view text) {
+  if (text == SaveXMLTags::XML_VAL_MISSING) return NQCommon_940::NQMV::Missing();
+  std::istringstream stream{std::string(text)};
+  stream.imbue(std::locale::classic());
+  double value = 0;
+  stream >> value;
+  return value;
+}
+
+}  // namespace
+
+int StartRoot(std::ostream& os, std::string copyright) {
+  const std::unique_ptr<XMLAttribute> attribute(
+      XMLAttribute::Create(SaveXMLTags::XML_ATT_COPYRIGHT, std::move(copyright)));
+  ExportFormat format;
+  std::string tag = "<" + SaveXMLTags::XML_ELE_ROOT + " ";
+  attribute->ToString(tag, format);
+  Write(os, tag += ">");
+  return 0;
+}
+
+int WriteHeader(std::ostream& os, std::string copyright) {
+  return StartRoot(os, std::move(copyright));
+}
+
+int EndRoot(std::ostream& os) {
+  Write(os, "\n</" + SaveXMLTags::XML_ELE_ROOT + ">");
+  return 0;
+}
+
+int EndHeader(std::ostream& os) { return EndRoot(os); }
+
+bool ParseStartXML(std::ifstream& is) {
+  return ReadWord(is, kHeaderDelimiters, "?xml") && ReadWord(is, kHeaderDelimiters, "!DOCTYPE") &&
+         ReadWord(is, kHeaderDelimiters, SaveXMLTags::XML_ELE_HEADER);
+}
+
+bool ParseStartObj(std::ifstream& is, const std::string& name) {
+  SaveLine line;
+  // The empty line is there when no root's start tag stands before the object's line feed.
+  if (!line.Read(is) || (line.Rest().empty() && !line.Read(is))) return false;
+  return line.Next(kStartDelimiters) == SaveXMLTags::XML_ELE_OBJ &&
+         line.Next(kStartDelimiters) == SaveXMLTags::XML_ATT_OBJ && line.Next("\"") == name;
+}
+
+bool ParseValue(std::ifstream& is, int& value) { return ReadValue(is, value, ToInteger<int>); }
+
+bool ParseValue(std::ifstream& is, unsigned int& value) { return ReadValue(is, value, ToUnsigned); }
+
+bool ParseValue(std::ifstream& is, long& value) { return ReadValue(is, value, ToInteger<long>); }
+
+bool ParseValue(std::ifstream& is, double& value) { return ReadValue(is, value, ToDouble); }
+
+bool ParseValue(std::ifstream& is, std::string& value) {
+  SaveLine line;
+  if (!ReadToValue(is, kValueKind<std::string>, line)) return false;
+  const std::string_view rest = line.Rest();
+  const std::string_view text = line.Next(kTextDelimiters).value_or("");
+  // Quotes separate, so that of value=""/> the tag's end is found instead of the text.
+  value = text == "/>" && rest.substr(0, rest.find(text)).ends_with("\"\"") ? "" : text;
+  return true;
+}
+
+bool ParseValue(std::ifstream& is, bool& value) {
+  int number = 0;
+  if (!ParseValue(is, number) || (number != 0 && number != 1)) return false;
+  value = number == 1;
+  return true;
+}
+
+bool ParseEndObj(std::ifstream& is) {
+  return ReadWord(is, kEndDelimiters, "/" + SaveXMLTags::XML_ELE_OBJ);
+}
+
+}  // namespace NQXML_940

@@ -1,0 +1,131 @@
+#include <nqcommon/math/stats/NQHashKey.h>
+#include <nqcommon/math/stats/NQIterationReporter.h>
+#include <nqcommon/math/stats/NQPackedInt.h>
+#include <nqcommon/math/stats/NQTimeUtil.h>
+
+#include <gtest/gtest.h>
+
+#include <climits>
+
+#include "support/displayed.h"
+#include "support/special_values.h"
+
+using namespace NQMath_940;
+using nqtest::Displayed;
+using testing::PrintToString;
+
+namespace {
+
+using Ints = std::vector<int>;
+
+TEST(NQPackedInt, PacksAndUnpacks) {
+  const struct {
+    int lower;
+    Ints numbers, values, packed;
+  } rows[] = {
+#include "golden/packed_codes.inc"
+  };
+  for (const auto& row : rows) {
+    const NQPackedInt packer(static_cast<int>(row.numbers.size()), row.lower, row.numbers);
+    Ints packed(5, -1), values, both = row.values;
+    EXPECT_TRUE(packer.Pack(row.values, packed, true) && packer.Unpack(values, packed));
+    EXPECT_TRUE(packed == row.packed && values == row.values)
+        << PrintToString(row.numbers) << PrintToString(packed) << PrintToString(values);
+    EXPECT_TRUE(packer.Pack(both, both, false) && both == row.packed) << PrintToString(both);
+    EXPECT_TRUE(packer.Unpack(both, both) && both == row.values) << PrintToString(both);
+  }
+}
+
+TEST(NQPackedInt, RefusesAndLeavesTheOutput) {
+  NQPackedInt packer(3, 1, {3, 4, 5, 6});
+  const Ints before = {7, 7};
+  Ints out = before;
+  for (const Ints& values : {Ints{4, 1, 1}, Ints{1, 0, 1}, Ints{1, 1, INT_MIN}, Ints{1, 1}})
+    EXPECT_FALSE(packer.Pack(values, out, true)) << PrintToString(values);
+  EXPECT_FALSE(packer.Pack({1, 1}, out, false) || packer.Unpack(out, {}) || out != before);
+  EXPECT_TRUE(packer.Pack({INT_MAX, INT_MIN, INT_MAX}, out, false));  // wraps around
+  EXPECT_EQ(packer.GetNDiffVal(-1) + packer.GetNDiffVal(2) + packer.GetNDiffVal(3), -1 + 5 - 1);
+  for (const auto& [n, numbers] :
+       {std::pair{0, Ints{1}}, {-1, Ints{1}}, {2, Ints{1}}, {2, Ints{1, 0}}, {1, Ints{INT_MIN}}}) {
+    out = before;
+    EXPECT_FALSE(packer.SetForSequence(n, 0, numbers) || packer.Pack({0, 0}, out, true) ||
+                 packer.Unpack(out, {0, 0}) || out != before)
+        << n << PrintToString(numbers);
+    EXPECT_EQ(packer.GetNDiffVal(0), -1);
+  }
+}
+
+TEST(NQHashKey, HashFollowsElementsAndOffset) {
+  NQHashKey key(3), other(3), wide(51);
+  for (const int i : {2, 0, 1, 2}) key[i] = 100 - i;
+  other[0] = -1;
+  other[1] = key[1];
+  other[2] = key[2];
+  EXPECT_EQ(key.GetHash(), (99 * 5) ^ (98 * 7));
+  EXPECT_TRUE(other.GetHash() == key.GetHash() && other < key && key != other);
+  for (int i = 0; i < 51; ++i) wide[i] = i == 49 ? INT_MAX : i == 50 ? -2 : 0;
+  EXPECT_EQ(wide.GetHash(), 2147483645 ^ -10);  // 3 (2^31 - 1) modulo 2^32, and 5 again
+
+  ASSERT_TRUE(NQHashKey::SetElementOffset(-9));
+  for (const int refused : {9377657, INT_MAX, INT_MIN, 9377657 - INT_MAX - 1})
+    EXPECT_FALSE(NQHashKey::SetElementOffset(refused)) << refused;
+  EXPECT_EQ(NQHashKey::GetElementUpperBound(), 9377666);
+  EXPECT_EQ(key.GetHash(), (90 * 5) ^ (89 * 7));
+  other[0] = 100;
+  EXPECT_TRUE(other == key && other.GetHash() == key.GetHash());
+  EXPECT_EQ(NQHashKey(2).GetHash() + NQHashKey(-3).Size(), -9 * 5);
+  ASSERT_TRUE(NQHashKey::SetElementOffset(9377657 - 100));  // units of up to 100 combinations
+  Ints packed;
+  EXPECT_TRUE(NQPackedInt(3, 0, {10, 10, 2}).Pack({9, 9, 1}, packed, true));
+  EXPECT_EQ(packed, Ints({99, 1}));
+  ASSERT_TRUE(NQHashKey::SetElementOffset(0));
+}
+
+TEST(NQTimeUtil, TicksStayInRange) {
+  NQTimeUtil timer;
+  int ticks = 0, calls = 0;
+  double seconds = 0;
+  for (const std::clock_t end = std::clock() + 2000; std::clock() < end;) continue;
+  timer.Accumulate();
+  timer.Accumulate();  // the start goes on: the same ticks again
+  timer.GetTime(ticks, seconds, calls);
+  EXPECT_TRUE(ticks >= 4000 && seconds == ticks / 1e6 && calls == 2) << ticks;
+  for (const auto& [taken, want] : {std::pair{INT_MIN, INT_MAX},
+                                    {-1, INT_MAX},
+                                    {INT_MAX, 0},
+                                    {INT_MAX, -INT_MAX},
+                                    {2, INT_MIN}}) {
+    timer.Decrement(taken);
+    timer.GetTime(ticks, seconds, calls);
+    EXPECT_EQ(ticks, want) << taken;
+  }
+  timer.Reset();
+  timer.GetTime(ticks, seconds, calls);
+  EXPECT_EQ(Ints({ticks, calls}), Ints({0, 0}));
+}
+
+TEST(AccumulatorUtilities, DisplayAndNameTheirParts) {
+  const std::vector<double> a = {1}, b = {2}, c = {3};
+  NQIterationReporter report;
+  report.SetInfo(&c, 4, 5, 6.5, 7.5);
+  EXPECT_EQ(report.VectorMeasure("paramEstim2"), nullptr);
+  EXPECT_EQ(report.ScaleMeasure("loglik") + report.ScaleMeasure("time"), 14);
+  report.SetInfo(&a, &b, &c, 8, 9.5, nqtest::kMissing);
+  EXPECT_EQ(report.DiscreteMeasure("iterNum") + report.DiscreteMeasure("stepHalving"), 13);
+  EXPECT_TRUE(report.DiscreteMeasure("x") == -1 && report.ScaleMeasure("x") == nqtest::kMissing &&
+              report.VectorMeasure("x") == nullptr && report.VectorMeasure("paramEstim") == &a &&
+              report.VectorMeasure("paramEstim3") == &c);
+  NQTimeUtil timer("sweep");
+  timer.Decrement(-7);
+  NQHashKey key(2);
+  key[1] = -5;
+  const struct {
+    const char* name;
+    std::string shown, want;
+  } rows[] = {
+#include "golden/accumulator_displays.inc"
+  };
+  for (const auto& row : rows) EXPECT_EQ(row.shown, row.want) << row.name;
+}
+
+}  // namespace

@@ -1,0 +1,164 @@
+// The variables: kinds, status, bins, and what they own.
+#include <nqcommon/model/NQCatNumEncoder.h>
+#include <nqcommon/model/NQCatVar.h>
+#include <nqcommon/model/NQContEncoder.h>
+#include <nqcommon/model/NQContVar.h>
+#include <nqcommon/model/NQWeightVar.h>
+#include <nqcommon/xml/XMLElement.h>
+
+#include <climits>
+#include <memory>
+
+#include "support/compare.h"
+#include "support/displayed.h"
+#include "support/special_values.h"
+
+using namespace NQXML_940;
+using namespace nqtest;
+
+using V = INQVariable;
+using Doubles = std::vector<double>;
+
+TEST(NQCatVar, EncoderOfTheLevelAndStatus) {
+  const int rows[][7] = {
+      // level, categories, seen; type of the encoder, categories, status, may be a flag
+      {2, 3, 5, 2, 5, 0, 1},  {3, 3, 2, 3, 3, 0, 1}, {3, 0, 0, 3, 0, 2, 1}, {2, 1, 0, 2, 1, 1, 1},
+      {2, -4, 1, 2, 1, 1, 1}, {1, 0, 2, 3, 2, 0, 0}, {4, 0, 0, 3, 0, 2, 0},
+  };
+  for (const auto& [level, categories, seen, type, count, status, isFlag] : rows) {
+    SCOPED_TRACE(testing::Message() << "level " << level << " of " << categories);
+    NQCatVar variable("v", "", categories, V::MeasureLevel(level), V::RoleInput, false);
+    for (int i = 0; i < seen; ++i) {
+      variable.GetEncoder()->Encode(i);
+      variable.GetEncoder()->Encode(std::to_string(i));
+    }
+    EXPECT_EQ(variable.GetEncoder()->GetEncoderType(), type);
+    EXPECT_EQ(variable.GetVarStatus(), status);
+    EXPECT_EQ(variable.GetNumberOfCategories(), count) << "updated for the status";
+    EXPECT_EQ(variable.SetFlagVariable(true), isFlag);
+    EXPECT_EQ(variable.IsFlagVariable(), isFlag);
+    variable.ChangeEncoder(nullptr);
+    EXPECT_EQ(variable.UpdateNumberOfCategories(), count) << "never lowered";
+  }
+}
+
+TEST(NQCatVar, CategoriesGivenAndBinaryFlag) {
+  NQCatVar texts("v", "", 1, V::LevelStringCategorical, V::RoleInput, false,
+                 {2.5, 1, kMissing, 2.5});
+  EXPECT_EQ(texts.GetNumberOfCategories(), 2);
+  EXPECT_EQ(texts.GetEncoder()->EncodeConst("2.5"), 0);
+  const int rows[][4] = {{1, 1, 1, 1}, {1, 2, 0, -1}, {1, 0, 1, 0}, {0, 1, 0, -1}, {1, -1, 0, -1}};
+  for (const auto& [on, index, isOn, stored] : rows) {
+    texts.SetBinaryFlag(on, index);
+    EXPECT_EQ(texts.IsBinaryFlag(), isOn) << on << index;
+    EXPECT_EQ(texts.GetTrueIndex(), stored) << on << index;
+  }
+}
+
+TEST(NQContVar, RangeBinsAndStatus) {
+  const double rows[][6] = {
+      // min, max, is binned, bins; bins of the encoder, status
+      {0, 10, 1, 5, 5, 0}, {0, 10, 0, 5, 0, 0}, {3, 3, 1, 5, 0, 1},    {3, 2, 1, 5, 0, 2},
+      {0, 1, 1, 1, 0, 0},  {0, 1, 1, -2, 0, 0}, {kNaN, 1, 1, 5, 0, 0},
+  };
+  for (const auto& [min, max, isBinned, bins, count, status] : rows) {
+    SCOPED_TRACE(testing::Message() << min << " .. " << max << " in " << bins);
+    NQContVar variable("v", "", min, max, V::RoleInput, isBinned == 1, static_cast<int>(bins));
+    EXPECT_EQ(variable.GetNumberOfCategories(), count);
+    EXPECT_EQ(variable.GetVarStatus(), status);
+    EXPECT_FALSE(variable.SetFlagVariable(true));
+    variable.ChangeEncoder(nullptr);
+    EXPECT_EQ(variable.GetNumberOfCategories(), std::max(bins, 0.0));
+  }
+}
+
+TEST(NQContVar, BinsFollowTheRange) {
+  NQContVar variable("v", "", 0, 10, V::RoleInput, true, 5);
+  variable.SetMinMax(0, 20);
+  EXPECT_EQ(variable.GetCutPoints(), (Doubles{4, 8, 12, 16}));
+  variable.SetNBins(2);
+  EXPECT_EQ(variable.GetCutPoints(), (Doubles{10}));
+  variable.SetMinMax(1, 1);
+  variable.SetMinMax(0, 20);
+  EXPECT_EQ(variable.GetCutPoints(), Doubles());
+  variable.ChangeEncoder(new NQContEncoder(Doubles{7, 3}));
+  variable.SetMinMax(0, 30);
+  EXPECT_EQ(variable.GetCutPoints(), (Doubles{3, 7})) << "given ones stay";
+  variable.SetNBins(variable.GetNBins());
+  EXPECT_EQ(variable.GetCutPoints(), (Doubles{10, 20})) << "three bins from the encoder";
+}
+
+// The sanitizers watch the deletes.
+template <class Variable>
+static void CheckOwnership(Variable variable) {
+  variable.SetFieldFormatElement(XMLElement::Create("old"));
+  variable.SetFieldFormatElement(XMLElement::Create("format"));
+  variable.SetFieldFormatElement(variable.GetFieldFormatElement());
+  variable.SetMissingValueReplacement("r");
+  const std::unique_ptr<INQVariable> copy(variable.Clone());
+  Variable assigned = variable;
+  assigned = *&assigned;
+  for (INQVariable* other : {copy.get(), static_cast<INQVariable*>(&assigned)}) {
+    EXPECT_EQ(Displayed(*other), Displayed(variable));
+    EXPECT_TRUE(other->GetFieldFormatElement() &&
+                other->GetFieldFormatElement() != variable.GetFieldFormatElement());
+    other->GetEncoder()->AddDiscreteUserMissing(4, "");
+    other->GetEncoder()->AddDiscreteUserMissing("4", "");
+    EXPECT_NE(Displayed(*other), Displayed(variable)) << "the encoder is its own";
+  }
+}
+
+TEST(INQVariable, OwnsEncoderAndFormatAndCopiesThem) {
+  NQCatVar categorical("c", "", 2, V::LevelNumericCategorical, V::RoleInput, true, {4, 5});
+  NQContVar continuous("n", "", 0, 1, V::RoleInput, true, 3);
+  categorical.ChangeEncoder(new NQCatNumEncoder(Doubles{1, 5}));
+  categorical.ChangeEncoder(categorical.GetEncoder());
+  continuous.ChangeEncoder(continuous.GetEncoder());
+  EXPECT_EQ(categorical.GetEncoder()->EncodeConst(5), 1);
+  CheckOwnership(categorical);
+  CheckOwnership(continuous);
+  CheckOwnership(NQCatVar("s", "", 2, V::RoleTarget, false, {"a", "b"}));
+  CheckOwnership(NQWeightVar("w", "", V::RoundClosest));
+}
+
+struct Words : V, INQEncoder {
+  using INQEncoder::DisplayCode;
+  using V::DisplayCode;
+};
+
+template <class Code>
+struct CodeWord {
+  int code;
+  void Display() const { Words::DisplayCode("", static_cast<Code>(code)); }
+};
+
+template <class Code>
+static std::string WordsOf(const std::vector<int>& codes) {
+  std::string words;
+  for (int code : codes) words += Displayed(CodeWord<Code>{code}).substr(1) + ";";
+  return words;
+}
+
+TEST(INQVariable, WordsOfCodes) {
+  const std::string no = " = unrecognized;";
+  EXPECT_EQ(WordsOf<V::MeasureLevel>({-1, 0, 1, 2, 3, 4, 5}),
+            no +
+                " = Unknown measure level; = Continuous; = Numeric Categorical;"
+                " = String Categorical; = Frequency weight;" +
+                no);
+  EXPECT_EQ(WordsOf<V::VariableRole>({0, 1, 2, 3, 4, 5, 6, 7, 8}),
+            " = Undefined variable role; = Target; = Target Response; = Frequency weight; = Input;"
+            " = Possible Input; = Unused variable; = Record ID variable;" +
+                no);
+  EXPECT_EQ(WordsOf<V::VariableStorage>({0, 1, 2, 3, 4, 5, 6, 7}),
+            " = Undefined variable storage; = Integer; = Real; = String; = Date; = Time;"
+            " = Timestamp;" +
+                no);
+  EXPECT_EQ(WordsOf<V::WRoundingOption>({0, 1, 2, 3}),
+            " = Truncate to smaller int; = Round to closest int; = As is - no change;" + no);
+  EXPECT_EQ(WordsOf<V::VarStatus>({0, 1, 2, 3}), " = OK; = Constant; = Invalid;" + no);
+  EXPECT_EQ(WordsOf<INQEncoder::EncoderType>({0, 1, 2, 3, 4, 5, 14, 15, -1, INT_MAX, INT_MIN}),
+            " = Unknown; = Binning of numeric values; = Categorical with numeric category values;"
+            " = Categorical with string category values; = ounding for frequency weights;"
+            "coder type;e;;;;;");
+}

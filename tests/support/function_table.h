@@ -1,0 +1,50 @@
+// Runs functions of doubles, chosen by name, over the rows of a reference table.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <iostream>
+#include <map>
+#include <string>
+#include <vector>
+
+#include <support/compare.h>
+
+namespace nqtest {
+
+struct FunctionRow {
+  const char* function;
+  std::vector<double> in;
+  double want;
+  double tolerance;
+  long status = 0;
+};
+
+using Arguments = std::vector<double>;
+using FunctionTable = std::map<std::string, std::function<double(const Arguments&, long&)>>;
+
+// Every row against its tolerance and status, and every function by at least one row. Prints the
+// worst row of each function.
+inline void CheckFunctions(const FunctionTable& functions, const std::vector<FunctionRow>& rows) {
+  struct Worst {
+    double error = -1;
+    Arguments in;
+  };
+  std::map<std::string, Worst> worst;
+  for (const FunctionRow& r : rows) {
+    long status = 0;
+    const double got = functions.at(r.function)(r.in, status);
+    EXPECT_CLOSE(got, r.want, r.tolerance) << r.function << ::testing::PrintToString(r.in);
+    EXPECT_EQ(status, r.status) << r.function << ::testing::PrintToString(r.in);
+    Worst& w = worst[r.function];
+    if (const double error = RelativeError(got, r.want); error > w.error) w = {error, r.in};
+  }
+  for (const auto& [name, function] : functions) {
+    EXPECT_TRUE(worst.count(name)) << name;
+    std::cout << name << ": worst " << worst[name].error << " at "
+              << ::testing::PrintToString(worst[name].in) << '\n';
+  }
+}
+
+}  // namespace nqtest

@@ -1,0 +1,69 @@
+#include <nqcommon/xml/JsonObject.h>
+
+#include <gtest/gtest.h>
+
+#include "support/comma_locale.h"
+#include "support/special_values.h"
+
+using namespace NQXML_940;
+
+namespace {
+
+TEST(JsonObject, ExactBytes) {
+  using Items = std::vector<JsonObject>;
+  JsonObject pairs("b", "x");
+  pairs.AddPair("a", true);
+  pairs.AddPair("\xe4", 3.0);
+  pairs.AddPair("b", JsonObject(Items{JsonObject("c", 0.1), Items{}, JsonObject()}));
+  JsonObject list(Items{false});
+  list.AddToList("y");
+  list.AddToList(list);
+  JsonObject ignored("z");
+  ignored.AddPair("k", 1.0);
+  ignored.AddToList(2.0);
+  struct {
+    const char* name;
+    JsonObject object;
+    std::string open, close;
+  } rows[] = {
+#include "golden/json_text.inc"
+  };
+  const nqtest::CommaCLocale comma;
+  for (const auto& row : rows) {
+    EXPECT_EQ(row.object.GetJsonString(false), row.open) << row.name;
+    EXPECT_EQ(row.object.GetJsonString(true), row.open + row.close) << row.name;
+  }
+}
+
+TEST(JsonObject, CopiesAreValues) {
+  JsonObject inner("a", 1.0), outer("inner", inner);
+  const JsonObject copy = outer;
+  const std::string before = copy.GetJsonString(true);
+  inner.AddPair("a", 2.0);
+  outer.AddPair("self", outer);
+  outer.AddPair("inner", inner);
+  EXPECT_EQ(copy.GetJsonString(true), before);
+  EXPECT_EQ(outer.GetJsonString(true),
+            "{\n\t\"inner\" : {\n\t\"a\" : 2\n}\n,\n\t\"self\" : " + before + "\n}\n");
+  EXPECT_EQ(outer.GetDepth(), 2);  // of the last object added
+  outer.AddPair("copy", JsonObject("deeper", copy));
+  outer.AddPair("b", true);
+  EXPECT_EQ(outer.GetDepth(), 4);
+}
+
+TEST(JsonObject, DeepTrees) {
+  JsonObject tree;
+  std::string begin, end;
+  for (int level = 0; level < 100000; ++level) {
+    tree = JsonObject("k", JsonObject(std::vector<JsonObject>{tree}));
+    begin += "{\n\t\"k\" : [";
+    end += "]\n}\n";
+  }
+  JsonObject copy = JsonObject(std::vector<JsonObject>{tree, tree});
+  tree.Clear();
+  EXPECT_EQ(tree.GetJsonString(true), "{\n\n}\n");
+  const std::string want = begin + "{\n\n}\n" + end;
+  EXPECT_EQ(copy.GetJsonString(true), "[" + want + ",\n" + want + "]");
+}
+
+}  // namespace
