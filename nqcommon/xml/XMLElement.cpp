@@ -65,7 +65,7 @@ void XMLElement::AddElement(XMLString* text) {
 }
 
 void XMLElement::AddAttribute(XMLAttribute* attribute) {
-  if (attribute != nullptr) fvAttributes.emplace_back(attribute);
+  if (attribute != nullptr) fvAttributes.emplace_back(std::unique_ptr<XMLAttribute>(attribute));
 }
 
 void XMLElement::AddAttribute(std::string name, const std::string& value) {

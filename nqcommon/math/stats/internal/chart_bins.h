@@ -1,0 +1,48 @@
+// Bins of equal length, and the weighted means in them.
+#pragma once
+
+#include <cmath>
+#include <cstddef>
+#include <exception>
+#include <vector>
+
+#include <nqcommon/common/NQMV.h>
+
+namespace NQMath_940::internal {
+
+// The length of nBins bins over min .. max, 0 for a single bin. Without bins, and where the range
+// is none or its length no finite number, nBins becomes 1.
+inline double FitBins(int& nBins, double min, double max) {
+  if (nBins < 1 || !(min < max) || !std::isfinite(max - min)) nBins = 1;
+  return nBins < 2 ? 0 : (max - min) / nBins;
+}
+
+// The bin of x; the first or the last for what lies outside the range, the first for NaN.
+inline std::size_t BinOf(double x, double min, double length, int nBins) {
+  if (nBins < 2) return 0;
+  const double bin = (x - min) / length;
+  if (!(bin >= 1)) return 0;
+  // Compared before it is converted: no integer holds every double.
+  return static_cast<std::size_t>(bin < nBins ? static_cast<int>(bin) : nBins - 1);
+}
+
+// n cells as they are at first. False, and none, where the memory is not there.
+template <class Cell>
+bool MakeCells(std::vector<Cell>& cells, std::size_t n) {
+  try {
+    cells.resize(n);
+  } catch (const std::exception&) {  // no storage, or more than a vector can count
+    return false;
+  }
+  return true;
+}
+
+// Moves a mean by a case of weight w; sum is that of the weights, this one included. A mean that is
+// missing starts from 0. A weight of 0 does nothing, for with all weights 0 there is no mean.
+inline void MoveMean(double& mean, double x, double w, double sum) {
+  if (w == 0) return;
+  if (NQCommon_940::NQMV::IsMissing(mean)) mean = 0;
+  mean += (x - mean) * w / sum;
+}
+
+}  // namespace NQMath_940::internal
