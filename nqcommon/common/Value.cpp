@@ -2,15 +2,19 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <ostream>
 #include <sstream>
 #include <stdexcept>
 
 #include <nqcommon/common/NQException.h>
+#include <nqcommon/common/internal/three_way.h>
+#include <nqcommon/common/internal/truncate.h>
 #include <nqcommon/common/text_conversion.h>
 
 namespace NQCommon_940 {
+
+using internal::Sign;
+using internal::Truncate;
 
 static_assert(sizeof(Value) == 16);
 
@@ -29,23 +33,10 @@ bool AreEqualReals(double a, double b) {
   return NQMV::IsMissing(a) == NQMV::IsMissing(b) && IsNear(a, b, kEqualRealsStep);
 }
 
-long long Truncate(double x) {
-  // -2^63 is in range and 2^63 is not; NaN fails both comparisons.
-  constexpr double kLimit = 9223372036854775808.0;
-  if (x >= -kLimit && x < kLimit) return static_cast<long long>(x);
-  return std::numeric_limits<long long>::min();
-}
-
 template <typename T>
 T ReadText(const std::string& text, T fallBack) {
   Str2T(text, fallBack);
   return fallBack;
-}
-
-// -1 for a < b, 1 for b < a, 0 for neither.
-template <typename T>
-int Sign(const T& a, const T& b) {
-  return static_cast<int>(b < a) - static_cast<int>(a < b);
 }
 
 // Lexicographic order from the three-way order of two items. Each pair of items is visited once:
@@ -182,7 +173,7 @@ long long Value::GetInteger() const {
     case IntegerType:
       return fPayload.fInteger;
     case RealType:
-      return Truncate(fPayload.fReal);
+      return Truncate<long long>(fPayload.fReal);
     case StringType:
       return ReadText(*fPayload.fpString, 0LL);
     default:

@@ -7,6 +7,7 @@
 #include <nqcommon/common/display.h>
 #include <nqcommon/model/NQCatNumEncoder.h>
 #include <nqcommon/model/NQStringEncoder.h>
+#include <nqcommon/model/internal/measure_level.h>
 #include <nqcommon/model/internal/saved_fields.h>
 #include <nqcommon/xml/number_format.h>
 
@@ -78,7 +79,7 @@ void NQCatVar::SetBinaryFlag(bool on, int trueIndex) {
 }
 
 bool NQCatVar::SetFlagVariable(bool isFlag) {
-  if (fLevel != LevelNumericCategorical && fLevel != LevelStringCategorical) return false;
+  if (!internal::IsCategorical(fLevel)) return false;
   fIsFlagVariable = isFlag;
   return true;
 }
@@ -110,7 +111,7 @@ int NQCatVar::ReadObjectXML(std::ifstream& in) {
     internal::ReadCount(reader, fNCategories);
     auto level = LevelUnknown;
     internal::ReadCode(reader, level);
-    reader.Require(level == LevelNumericCategorical || level == LevelStringCategorical);
+    reader.Require(internal::IsCategorical(level));
     fLevel = level;
     reader.Value(fIsOrdinal);
     reader.Value(fIsBinaryFlag);

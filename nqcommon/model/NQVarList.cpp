@@ -7,18 +7,16 @@
 #include <nqcommon/model/NQCatVar.h>
 #include <nqcommon/model/NQContVar.h>
 #include <nqcommon/model/NQWeightVar.h>
+#include <nqcommon/model/internal/measure_level.h>
 #include <nqcommon/xml/XMLElement.h>
 
 namespace NQXML_940 {
 
+using internal::IsCategorical;
+
 namespace {
 
 constexpr int kNoPosition = -1;
-
-bool IsCategorical(INQVariable::MeasureLevel level) {
-  return level == INQVariable::LevelNumericCategorical ||
-         level == INQVariable::LevelStringCategorical;
-}
 
 std::unique_ptr<NQCatVar> MakeCatVar(const std::string& name, const std::string& label,
                                      INQVariable::VariableRole role, bool isOrdinal,

@@ -20,6 +20,8 @@ class ObjectWriter;
 // encoder and format element.
 class NQ_API NQVariableBase : public INQVariable {
  public:
+  ~NQVariableBase() override;
+
   const std::string& GetVariableName() const override { return fName; }
   const std::string& GetVariableLabel() const override { return fLabel; }
   void SetVariableLabel(const std::string& label) override { fLabel = label; }
@@ -48,7 +50,6 @@ class NQ_API NQVariableBase : public INQVariable {
                  std::unique_ptr<INQEncoder> encoder);
   NQVariableBase(const NQVariableBase&);
   NQVariableBase& operator=(const NQVariableBase&);
-  ~NQVariableBase() override;
 
   INQEncoder* Encoder() const { return fEncoder.Get(); }
   void ReplaceEncoder(INQEncoder* encoder) { fEncoder.Reset(encoder); }

@@ -1,0 +1,90 @@
+#include <nqcommon/math/random/NQRNGBeta.h>
+
+#include <algorithm>
+#include <cmath>
+
+#include <nqcommon/math/numeric/NQDistFun.h>
+#include <nqcommon/math/numeric/internal/log_gamma.h>
+#include <nqcommon/math/random/NQRNGNormal.h>
+#include <nqcommon/math/random/internal/uniform_link.h>
+
+namespace NQMath_940 {
+
+namespace {
+
+// The most that a shape counts, so that sums of two stay finite.
+constexpr double kLargestShape = 1e300;
+
+// The normal accepts about 2 sqrt(mode (1 - mode)) of its points for large shapes, and few for
+// shapes near 1: where it would be less than half, the inverse is the better way.
+bool SuitsNormal(double a, double b) {
+  if (!(a > 1 && b > 1)) return false;
+  const double total = (a - 1) + (b - 1);
+  const double mode = (a - 1) / total;
+  return total >= 1 && 16 * mode * (1 - mode) >= 1;
+}
+
+}  // namespace
+
+struct NQRNGBeta::Impl {
+  // Algorithm BN of J. H. Ahrens and U. Dieter, "Computer methods for sampling from gamma, beta,
+  // Poisson and binomial distributions", Computing 12 (1974) 223-246. The logarithm of the density
+  // relative to the mode, A ln(x / mode) + B ln((1 - x) / (1 - mode)), is written with
+  // e - ln(1 + e): its linear terms cancel, which for large shapes would take all digits.
+  double DrawByNormal(double a, double b) {
+    NQRNGenerator& uniforms = fUniforms.Get();
+    fNormal.SetURNGenerator(uniforms);
+    const double powerX = a - 1, powerY = b - 1;
+    const double total = powerX + powerY;
+    const double root = std::sqrt(total);
+    for (;;) {
+      const double s = fNormal.GetNext();
+      const double up = s * root / (2 * powerX);     // (x - mode) / mode
+      const double down = -s * root / (2 * powerY);  // the same of 1 - x
+      if (!(up > -1 && down > -1)) continue;
+      const double defect =
+          powerX * internal::LogDefect(up, 1 + up) + powerY * internal::LogDefect(down, 1 + down);
+      if (std::log(uniforms.GetNext()) <= s * s / 2 - defect) return powerX / total * (1 + up);
+    }
+  }
+
+  internal::UniformLink fUniforms;
+  NQRNGNormal fNormal{0, 1};
+  double fA = 1;
+  double fB = 1;
+};
+
+NQRNGBeta::NQRNGBeta(double a, double b) : fpImpl(std::make_unique<Impl>()) { SetParameters(a, b); }
+
+NQRNGBeta::NQRNGBeta(const NQRNGBeta& other)
+    : NQRNGenerator(other), fpImpl(std::make_unique<Impl>(*other.fpImpl)) {}
+
+NQRNGBeta& NQRNGBeta::operator=(const NQRNGBeta& other) {
+  *fpImpl = *other.fpImpl;
+  return *this;
+}
+
+NQRNGBeta::~NQRNGBeta() = default;
+
+void NQRNGBeta::SetURNGenerator(NQRNGenerator& uniforms) { fpImpl->fUniforms.Set(uniforms); }
+
+void NQRNGBeta::SetSeed(double seed) { fpImpl->fUniforms.Get().SetSeed(seed); }
+
+bool NQRNGBeta::SetParameters(double a, double b) {
+  const bool valid = a > 0 && b > 0;
+  fpImpl->fA = valid ? a : 1;
+  fpImpl->fB = valid ? b : 1;
+  return a <= 0;
+}
+
+double NQRNGBeta::GetNext() { return GetNext(fpImpl->fA, fpImpl->fB); }
+
+double NQRNGBeta::GetNext(double a, double b) {
+  if (!(a > 0 && b > 0)) a = b = 1;
+  a = std::min(a, kLargestShape);
+  b = std::min(b, kLargestShape);
+  if (SuitsNormal(a, b)) return fpImpl->DrawByNormal(a, b);
+  return NQDistFun::IdfBeta(fpImpl->fUniforms.Get().GetNext(), a, b);
+}
+
+}  // namespace NQMath_940

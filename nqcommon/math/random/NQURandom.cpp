@@ -1,0 +1,160 @@
+#include <nqcommon/math/random/NQURandom.h>
+
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+#include <string>
+
+#include <nqcommon/common/display.h>
+#include <nqcommon/math/random/internal/congruential.h>
+#include <nqcommon/xml/internal/saved_object.h>
+#include <nqcommon/xml/save_format.h>
+
+namespace NQMath_940 {
+
+namespace {
+
+constexpr char kClassName[] = "NQURandom";
+constexpr int kNLines = 5;
+
+constexpr char kTag[] = {'N', 'Q', 'U', 'R'};
+
+// The binary record behind its tag.
+struct Record {
+  double seed;
+  std::int32_t usePortable;
+  std::int32_t useTwister;
+};
+static_assert(sizeof(Record) == 16, "the record has no padding");
+constexpr int kRecordSize = sizeof(kTag) + sizeof(Record);
+
+unsigned long ToSeed(double x) {
+  constexpr double kEnd = 0x1p64;
+  if (!(x > 0)) return 0;
+  return x < kEnd ? static_cast<unsigned long>(x) : ~0ul;
+}
+
+}  // namespace
+
+NQURandom::NQURandom(unsigned long seed, bool usePortable, bool useTwister,
+                     NQCommon_940::NQRandom* userRNG)
+    : fSeed(seed),
+      fUsePortable(usePortable),
+      fUseTwister(usePortable && useTwister && userRNG == nullptr),
+      fpUserRNG(userRNG) {
+  if (fUseTwister) StartTwister();
+}
+
+NQURandom::NQURandom(const NQURandom& other) : NQURandom(other.fSeed, true, false) {
+  *this = other;
+}
+
+NQURandom& NQURandom::operator=(const NQURandom& other) {
+  if (this == &other) return *this;
+  fSeed = other.fSeed;
+  fUsePortable = other.fUsePortable;
+  fUseTwister = other.fUseTwister;
+  fpUserRNG = other.fpUserRNG;
+  fpTwister.reset();
+  if (fUseTwister) StartTwister();
+  return *this;
+}
+
+NQRandomTwister& NQURandom::StartTwister() {
+  if (fpTwister == nullptr) fpTwister = std::make_unique<NQRandomTwister>();
+  fpTwister->Initialize(fSeed);
+  return *fpTwister;
+}
+
+void NQURandom::SetSeed(unsigned long s) {
+  fSeed = s;
+  if (!fUsePortable) {
+    std::srand(static_cast<unsigned>(s));
+  } else if (fUseTwister) {
+    StartTwister();
+  }
+}
+
+void NQURandom::SetUsePortable(bool b) {
+  fUsePortable = b;
+  if (b) return;
+  fUseTwister = false;
+  fpTwister.reset();
+}
+
+double NQURandom::GetRandom() {
+  if (fpUserRNG != nullptr) return fpUserRNG->GetNext();
+  if (!fUsePortable) return std::rand() / 2147483647.0;
+  if (fUseTwister) return (fpTwister != nullptr ? *fpTwister : StartTwister()).GetRealOpen();
+  std::uint64_t state = fSeed;
+  internal::CongruentialStep(state);
+  fSeed = state;
+  return internal::CongruentialUniform(state);
+}
+
+// ---- Saving -------------------------------------------------------------------------------------
+
+int NQURandom::WriteObject(std::fstream& file) const {
+  if (!file) return 0;
+  const Record record{static_cast<double>(fSeed), fUsePortable, fUseTwister};
+  char bytes[kRecordSize];
+  std::memcpy(bytes, kTag, sizeof kTag);
+  std::memcpy(bytes + sizeof kTag, &record, sizeof record);
+  file.write(bytes, kRecordSize);
+  return file ? kRecordSize : 0;
+}
+
+int NQURandom::ReadObject(std::fstream& file) {
+  char tag[sizeof kTag];
+  if (!file.read(tag, sizeof tag) || std::memcmp(tag, kTag, sizeof tag) != 0) return 0;
+  char bytes[sizeof(Record)];
+  if (!file.read(bytes, sizeof bytes)) return 0;
+  Record record;
+  std::memcpy(&record, bytes, sizeof record);
+  fSeed = ToSeed(record.seed);
+  fUsePortable = record.usePortable == 1;
+  fUseTwister = record.useTwister == 1;
+  return kRecordSize;
+}
+
+int NQURandom::WriteObjectXML(std::ostream& out, int indent) const {
+  if (!out) return 0;
+  NQXML_940::internal::ObjectWriter writer(out, kClassName, indent);
+  writer.Value(static_cast<double>(fSeed));
+  writer.Value(fUsePortable);
+  writer.Value(fUseTwister);
+  const int nLines = writer.End();
+  return out ? nLines : 0;
+}
+
+int NQURandom::ReadObjectXML(std::ifstream& file) {
+  const auto readSeed = [&] {
+    double seed = 0;
+    if (!NQXML_940::ParseValue(file, seed)) return false;
+    fSeed = ToSeed(seed);
+    return true;
+  };
+  const auto readFlag = [&](bool& flag) {
+    int value = 0;
+    if (!NQXML_940::ParseValue(file, value)) return false;
+    flag = value == 1;
+    return true;
+  };
+  if (NQXML_940::ParseStartObj(file, kClassName) && readSeed() && readFlag(fUsePortable) &&
+      readFlag(fUseTwister) && NQXML_940::ParseEndObj(file))
+    return kNLines;
+  NQXML_940::internal::ReportReadFailure(kClassName);
+  return 0;
+}
+
+void NQURandom::Display() const {
+  using namespace NQDisplay_940;
+  DisplayText(1, "NQURandom display start");
+  DisplayS("Seed", std::to_string(fSeed));
+  DisplayB("Use portable", fUsePortable);
+  DisplayB("Use twister", fUseTwister);
+  DisplayB("User generator", fpUserRNG != nullptr);
+  DisplayText(1, "NQURandom display end");
+}
+
+}  // namespace NQMath_940

@@ -1,0 +1,276 @@
+#include <nqcommon/output/NQPMMLExporter.h>
+
+#include <nqcommon/model/NQCatVar.h>
+#include <nqcommon/model/NQVarList.h>
+#include <nqcommon/model/internal/measure_level.h>
+#include <nqcommon/output/NQDataModelTags.h>
+#include <nqcommon/output/NQPMMLTags.h>
+#include <nqcommon/output/internal/new_element.h>
+
+namespace NQCommon_940 {
+
+using namespace NQPMMLTags;
+using NQXML_940::INQEncoder;
+using NQXML_940::INQVariable;
+using NQXML_940::NQCatVar;
+using NQXML_940::NQVarList;
+using NQXML_940::XMLElement;
+using NQXML_940::internal::ElementPtr;
+using NQXML_940::internal::NewElement;
+using NQXML_940::internal::NonEmpty;
+
+namespace {
+
+// ---- Fields of either list ----------------------------------------------------------------------
+
+bool IsCategorical(const INQVariable& variable) {
+  return NQXML_940::internal::IsCategorical(variable.GetMeasureLevel());
+}
+
+// An application's own class of variables is neither ordinal nor a binary flag.
+bool IsOrdinal(const INQVariable& variable) {
+  const auto* categorical = dynamic_cast<const NQCatVar*>(&variable);
+  return categorical && categorical->IsOrdinal();
+}
+
+// Null for a variable that is none.
+const NQCatVar* AsBinaryFlag(const INQVariable& variable) {
+  const auto* categorical = dynamic_cast<const NQCatVar*>(&variable);
+  return categorical && categorical->IsBinaryFlag() ? categorical : nullptr;
+}
+
+// The indices, or without any the positions of the variables to be included.
+template <class Included>
+std::vector<int> Selected(const NQVarList& variables, const std::vector<int>& indices,
+                          Included isIncluded) {
+  if (!indices.empty()) return indices;
+  std::vector<int> positions;
+  for (int i = 0; i < variables.GetNumVars(); ++i) {
+    const INQVariable* variable = variables.GetVarAt(i);
+    if (variable && isIncluded(*variable)) positions.push_back(i);
+  }
+  return positions;
+}
+
+NQStatus FieldError(const NQVarList& variables, int index) {
+  const bool isInRange = index >= 0 && index < variables.GetNumVars();
+  NQStatus status(
+      isInRange ? NQPMMLExporter::kNoVariableAtIndex : NQPMMLExporter::kFieldIndexOutOfRange,
+      false);
+  status.SetDiscreteDatum(0, index);
+  return status;
+}
+
+// Adds the element that `make` makes of each field, up to the first error; then, in any case, the
+// attribute of their number.
+template <class Make>
+NQStatus AddFields(XMLElement& parent, const NQVarList& variables, const std::vector<int>& indices,
+                   const std::string& countName, Make make) {
+  NQStatus status;
+  int count = 0;
+  for (const int i : indices) {
+    const INQVariable* variable = variables.GetVarAt(i);
+    if (!variable) {
+      status = FieldError(variables, i);
+      break;
+    }
+    parent.AddElement(make(*variable).release());
+    ++count;
+  }
+  NQXML_940::internal::AddAttribute(parent, countName, count);
+  return status;
+}
+
+// ---- Data dictionary ----------------------------------------------------------------------------
+
+const std::string& OpType(const INQVariable& variable) {
+  if (!IsCategorical(variable)) return XML_VAL_CONTINUOUS;
+  return IsOrdinal(variable) ? XML_VAL_ORDINAL : XML_VAL_CATEGORICAL;
+}
+
+const std::string& DataType(INQVariable::VariableStorage storage) {
+  switch (storage) {
+    case INQVariable::StorageInteger:
+      return XML_VAL_INTEGER;
+    case INQVariable::StorageString:
+      return XML_VAL_STRING;
+    case INQVariable::StorageDate:
+      return XML_VAL_DATEDAYSINCE1970;
+    case INQVariable::StorageTime:
+      return XML_VAL_TIMESECONDS;
+    case INQVariable::StorageTimestamp:
+      return XML_VAL_DATETIMESECONDSINCE1970;
+    default:
+      return XML_VAL_DOUBLE;
+  }
+}
+
+// The extender comes first here and last in ExportExtension: both orders are kept.
+template <class Value>
+void AddExtension(XMLElement& field, const std::string& name, const Value& value) {
+  field.AddElement(NewElement(XML_ELE_EXTENSION, XML_ATT_EXTENDER, XML_VAL_TARNCOM, XML_ATT_NAME,
+                              name, XML_ATT_VALUE, value)
+                       .release());
+}
+
+// A true category that the encoder has not met yet has no value to be told.
+void AddTrueValue(XMLElement& field, const NQCatVar& flag, const INQEncoder& encoder) {
+  const int code = flag.GetTrueIndex();
+  if (code < 0 || code >= encoder.GetNumberOfCategories()) return;
+  if (flag.GetMeasureLevel() == INQVariable::LevelStringCategorical) {
+    AddExtension(field, XML_VAL_FLAGTYPE, encoder.Decode(code));
+  } else {
+    AddExtension(field, XML_VAL_FLAGTYPE, encoder.DecodeNum(code));
+  }
+}
+
+template <class Value>
+void AddValue(XMLElement& field, const Value& value, const std::string& label,
+              const std::string& property) {
+  field.AddElement(NewElement(XML_ELE_VALUE, XML_ATT_VALUE, value, XML_ATT_DISPLAYVALUE,
+                              NonEmpty{label}, XML_ATT_PROPERTY, property)
+                       .release());
+}
+
+void AddCategories(XMLElement& field, const INQEncoder& encoder) {
+  std::vector<std::string> texts;
+  bool hasBlankEnd = false;
+  for (int code = 0; code < encoder.GetNumberOfCategories(); ++code) {
+    texts.push_back(encoder.Decode(code));
+    hasBlankEnd = hasBlankEnd || texts.back().ends_with(' ');
+  }
+  if (hasBlankEnd) AddExtension(field, XML_VAL_NOSPACETRIM, XML_VAL_NOSPACE_TRUE);
+  const std::vector<std::string>& labels = encoder.GetValueLabels();
+  const bool isLabelled = labels.size() == texts.size();
+  for (std::size_t i = 0; i < texts.size(); ++i)
+    AddValue(field, texts[i], isLabelled ? labels[i] : "", XML_VAL_VALID);
+}
+
+void AddMissingBound(XMLElement& field, const std::string& name, double bound) {
+  if (NQMV::IsMissing(bound)) return;
+  XMLElement* extension;
+  ExportExtensionImpl(name, "", bound, true, extension);
+  field.AddElement(extension);
+}
+
+// An encoder declares texts missing, or numbers; the one list of labels is in this order.
+void AddMissing(XMLElement& field, const INQEncoder& encoder) {
+  const std::vector<std::string>& labels = encoder.GetMissValueLabels();
+  std::size_t i = 0;
+  const auto addEach = [&](const auto& values) {
+    for (const auto& value : values) {
+      AddValue(field, value, i < labels.size() ? labels[i] : "", XML_VAL_MISSING);
+      ++i;
+    }
+  };
+  addEach(encoder.GetDiscreteMissValuesStr());
+  addEach(encoder.GetDiscreteMissValues());
+  double lower, upper;
+  if (encoder.GetMissingInterval(lower, upper)) {
+    AddMissingBound(field, XML_VAL_NAME_MSLO, lower);
+    AddMissingBound(field, XML_VAL_NAME_MSUP, upper);
+  }
+}
+
+ElementPtr NewDataField(const INQVariable& variable) {
+  ElementPtr field =
+      NewElement(XML_ELE_DATAFIELD, XML_ATT_NAME, variable.GetVariableName(), XML_ATT_DISPLAYNAME,
+                 NonEmpty{variable.GetVariableLabel()}, XML_ATT_OPTYPE, OpType(variable),
+                 XML_ATT_DATATYPE, DataType(variable.GetVariableStorage()));
+  const INQEncoder* encoder = variable.GetEncoder();
+  if (!encoder) return field;
+  if (const NQCatVar* flag = AsBinaryFlag(variable)) AddTrueValue(*field, *flag, *encoder);
+  if (variable.GetMeasureLevel() == INQVariable::LevelStringCategorical) {
+    AddCategories(*field, *encoder);
+    AddMissing(*field, *encoder);
+  }
+  return field;
+}
+
+// ---- Data model ---------------------------------------------------------------------------------
+
+const std::string& Measure(const INQVariable& variable) {
+  if (!IsCategorical(variable)) return NQDataModelTags::XML_VAL_CONTINUOUS;
+  if (AsBinaryFlag(variable)) return NQDataModelTags::XML_VAL_FLAG;
+  return IsOrdinal(variable) ? NQDataModelTags::XML_VAL_ORDINAL : NQDataModelTags::XML_VAL_NOMINAL;
+}
+
+const std::string& Storage(INQVariable::VariableStorage storage) {
+  switch (storage) {
+    case INQVariable::StorageInteger:
+      return NQDataModelTags::XML_VAL_INTEGER;
+    case INQVariable::StorageString:
+      return NQDataModelTags::XML_VAL_STRING;
+    case INQVariable::StorageDate:
+      return NQDataModelTags::XML_VAL_DATE;
+    case INQVariable::StorageTime:
+      return NQDataModelTags::XML_VAL_TIME;
+    case INQVariable::StorageTimestamp:
+      return NQDataModelTags::XML_VAL_TIMESTAMP;
+    default:
+      return NQDataModelTags::XML_VAL_REAL;
+  }
+}
+
+const std::string& Role(INQVariable::VariableRole role) {
+  switch (role) {
+    case INQVariable::RoleTarget:
+    case INQVariable::RoleTargetResponse:
+      return NQDataModelTags::XML_VAL_TARGET;
+    case INQVariable::RoleFrequencyWeight:
+      return NQDataModelTags::XML_VAL_FREQWEIGHT;
+    case INQVariable::RoleUnused:
+      return NQDataModelTags::XML_VAL_NONE;
+    case INQVariable::RoleRecordID:
+      return NQDataModelTags::XML_VAL_RECORDID;
+    default:
+      return NQDataModelTags::XML_VAL_INPUT;
+  }
+}
+
+void AddClone(XMLElement& parent, const XMLElement* format) {
+  if (format) parent.AddElement(format->Clone());
+}
+
+ElementPtr NewField(const INQVariable& variable) {
+  ElementPtr field = NewElement(
+      NQDataModelTags::XML_ELE_FIELD, NQDataModelTags::XML_ATT_NAME, variable.GetVariableName(),
+      NQDataModelTags::XML_ATT_DISPLAYLABEL, NonEmpty{variable.GetVariableLabel()},
+      NQDataModelTags::XML_ATT_MEASURE, Measure(variable), NQDataModelTags::XML_ATT_STORAGE,
+      Storage(variable.GetVariableStorage()), NQDataModelTags::XML_ATT_ROLE,
+      Role(variable.GetVariableRole()));
+  AddClone(*field, variable.GetFieldFormatElement());
+  return field;
+}
+
+}  // namespace
+
+NQStatus NQPMMLExporter::ExportDataDictionary(const NQVarList& variables,
+                                              const std::vector<int>& indices,
+                                              XMLElement*& out) const {
+  out = nullptr;
+  ElementPtr dictionary = NewElement(XML_ELE_DATADICTIONARY);
+  const auto isUsed = [](const INQVariable& variable) {
+    return variable.GetVariableRole() != INQVariable::RoleUnused;
+  };
+  const NQStatus status = AddFields(*dictionary, variables, Selected(variables, indices, isUsed),
+                                    XML_ATT_NUMBEROFFIELDS, NewDataField);
+  out = dictionary.release();
+  return status;
+}
+
+NQStatus NQPMMLExporter::ExportDataModel(const NQVarList& variables,
+                                         const std::vector<int>& indices, XMLElement*& out) const {
+  out = nullptr;
+  ElementPtr model = NewElement(NQDataModelTags::XML_ELE_DATAMODEL);
+  AddClone(*model, variables.GetFieldFormatsElement());
+  ElementPtr fields = NewElement(NQDataModelTags::XML_ELE_FIELDS);
+  const auto any = [](const INQVariable&) { return true; };
+  const NQStatus status = AddFields(*fields, variables, Selected(variables, indices, any),
+                                    NQDataModelTags::XML_ATT_COUNT, NewField);
+  model->AddElement(fields.release());
+  out = model.release();
+  return status;
+}
+
+}  // namespace NQCommon_940

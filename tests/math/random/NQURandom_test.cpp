@@ -1,0 +1,145 @@
+#include <nqcommon/math/random/NQURandom.h>
+
+#include <cstdlib>
+#include <cstring>
+#include <sstream>
+
+#include <support/compare.h>
+#include <support/memory_file.h>
+#include <support/special_values.h>
+
+namespace NQMath_940 {
+namespace {
+
+using Values = std::vector<double>;
+
+Values Draw(NQURandom& source, int n) {
+  Values values;
+  while (n-- > 0) values.push_back(source.GetRandom());
+  return values;
+}
+
+Values Stream(unsigned long seed, bool useTwister, int n) {
+  NQURandom source(seed, true, useTwister);
+  return Draw(source, n);
+}
+
+struct BinaryStream : std::fstream {
+  explicit BinaryStream(const std::string& bytes) : fBuffer(bytes) { std::ios::rdbuf(&fBuffer); }
+  std::stringbuf fBuffer;
+};
+
+// The layout of the record, byte for byte.
+std::string Record(double seed, int portable, int twister) {
+  char bytes[] = "NQUR....SEED....INT.";
+  std::memcpy(bytes + 4, &seed, 8);
+  std::memcpy(bytes + 12, &portable, 4);
+  std::memcpy(bytes + 16, &twister, 4);
+  return std::string(bytes, 20);
+}
+
+std::string Written(const NQURandom& source) {
+  BinaryStream file("");
+  EXPECT_EQ(source.WriteObject(file), 20);
+  return file.fBuffer.str();
+}
+
+int ReadText(NQURandom& source, const std::string& text) {
+  std::ifstream file = nqtest::MemoryFile(text).Open();
+  ::testing::internal::CaptureStderr();
+  const int read = source.ReadObjectXML(file);
+  const std::string message = ::testing::internal::GetCapturedStderr();
+  EXPECT_EQ(message, read == 0 ? "Failure reading NQURandom!\n" : "") << text;
+  return read;
+}
+
+TEST(NQURandom, BinaryRecords) {
+  const std::string before = Record(7, 1, 0), whole = Record(34567, 1, 1);
+  std::vector<std::pair<std::string, std::string>> rows = {
+      {whole, whole},
+      {Record(5, 2, -1) + "NQ", Record(5, 0, 0)},
+      {Record(2.75, 0, 1), Record(2, 0, 1)},
+      {Record(-3, 1, 0), Record(0, 1, 0)},
+      {Record(nqtest::kNaN, 1, 0), Record(0, 1, 0)},
+      {Record(nqtest::kInf, 1, 0), Record(0x1p64, 1, 0)},  // the end of the range, rounded
+      {"NQUr" + whole.substr(4), before}};
+  for (std::size_t n = 0; n < whole.size(); ++n) rows.push_back({whole.substr(0, n), before});
+  for (const auto& [bytes, after] : rows) {
+    NQURandom source(7, true, false);
+    BinaryStream file(bytes);
+    EXPECT_EQ(source.ReadObject(file), after == before ? 0 : 20) << bytes;
+    EXPECT_EQ(Written(NQURandom(source)), after) << bytes;
+  }
+  const NQURandom source((1ul << 53) + 1, true, true);
+  EXPECT_EQ(Written(source), Record(0x1p53, 1, 1));
+  BinaryStream failed(whole);
+  failed.setstate(std::ios::failbit);
+  EXPECT_EQ(source.WriteObject(failed) + NQURandom(source).ReadObject(failed), 0);
+}
+
+TEST(NQURandom, TextRecords) {
+  struct Row {
+    std::string good, bad;  // a replacement in the text
+    int read;
+    std::string after;
+  } kRows[] = {
+      {"", "", 5, Record(1234567, 1, 1)},
+      {"1234567", "1e999", 5, Record(0x1p64, 1, 1)},
+      {"1\"/>\n\t<", "2\"/>\n\t<", 5, Record(1234567, 1, 0)},
+      {"NQURandom", "NQURANDOM", 0, Record(7, 1, 0)},
+      {"Double", "Int", 0, Record(7, 1, 0)},
+      {"1\"/>\n\t\t<Int", "0\"/>\n\t\t<Long", 0, Record(1234567, 0, 0)},  // keeps what it read
+      {"</Obj>", "</Int>", 0, Record(1234567, 1, 1)}};
+  const std::string text =
+      "\n\t<Obj name=\"NQURandom\">\n\t\t<Double value=\"1234567\"/>"
+      "\n\t\t<Int value=\"1\"/>\n\t\t<Int value=\"1\"/>\n\t</Obj>";
+  for (const Row& row : kRows) {
+    NQURandom source(7, true, false);
+    std::string changed = text;
+    changed.replace(changed.find(row.good), row.good.size(), row.bad);
+    EXPECT_EQ(ReadText(source, changed), row.read) << changed;
+    EXPECT_EQ(Written(source), row.after) << changed;
+  }
+  NQURandom source(1234567, true, true);
+  std::ostringstream out;
+  EXPECT_EQ(source.WriteObjectXML(out, 1), 5);
+  EXPECT_EQ(out.str(), text);
+  out.setstate(std::ios::failbit);
+  EXPECT_EQ(source.WriteObjectXML(out, 0), 0);
+  for (std::size_t n = 0; n + 4 < text.size(); ++n)
+    EXPECT_EQ(ReadText(source, text.substr(0, n)), 0);
+}
+
+TEST(NQURandom, Streams) {
+  const Values fromSeed = Stream(99, true, 6), fromOther = Stream(11, true, 3);
+  NQURandom source(99, true, true), copy(11, true, true), congruential(5, true, false);
+  Draw(source, 3);
+  copy = NQURandom(source);
+  EXPECT_EQ(Draw(copy, 6), fromSeed);
+
+  // A stream in progress goes on over a restored record; where there is none, it starts at the
+  // seed.
+  BinaryStream file(Record(11, 1, 1) + Record(11, 1, 1));
+  source.ReadObject(file);
+  EXPECT_EQ(Draw(source, 3), Values(fromSeed.begin() + 3, fromSeed.end()));
+  congruential.ReadObject(file);
+  EXPECT_EQ(Draw(congruential, 3), fromOther);
+  source.SetSeed(11);
+  EXPECT_EQ(Draw(source, 3), fromOther);
+  source.SetUsePortable(false);
+  source.SetUsePortable(true);
+  EXPECT_EQ(Draw(source, 3), Stream(11, false, 3));
+
+  struct : NQCommon_940::NQRandom {
+    double GetNext() override { return 0.5; }
+  } user;
+  NQURandom given(5, false, true, &user), platform(5, false, true);
+  EXPECT_EQ(NQURandom(given).GetRandom(), 0.5);
+  std::srand(77);
+  const double want = std::rand() / 2147483647.0;
+  platform.SetSeed((1ul << 32) + 77);
+  EXPECT_EQ(platform.GetRandom(), want);
+}
+
+}  // namespace
+}  // namespace NQMath_940
