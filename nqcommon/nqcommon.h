@@ -25,6 +25,10 @@
 #include <nqcommon/math/matrix/NQDiagMatrix.h>
 #include <nqcommon/math/matrix/NQEigenValues.h>
 #include <nqcommon/math/matrix/NQRectMatrix.h>
+#include <nqcommon/math/matrix/NQSparseRectMatrix.h>
+#include <nqcommon/math/matrix/NQSparseVector.h>
+#include <nqcommon/math/matrix/NQSymBlockDiagMatrix.h>
+#include <nqcommon/math/matrix/NQSymBlockMatrix.h>
 #include <nqcommon/math/matrix/NQSymMatrix.h>
 #include <nqcommon/math/numeric/BoundsList.h>
 #include <nqcommon/math/numeric/IIntegrand.h>

@@ -21,6 +21,7 @@
 #include <string>
 #include <vector>
 
+#include "math/numeric/evaluations.h"
 #include "support/ratio_reporter.h"
 
 namespace {
@@ -139,18 +140,7 @@ void Run(const Work& work, const char* peer, Evaluate evaluate, const std::vecto
     if (ours > 0) worst = std::max(worst, std::fabs(evaluate(q) / ours - 1));
   }
   std::printf("%-9s %-6s differs by %.1e\n", work.name, peer, worst);
-  const std::string name =
-      std::string(work.name) + "/" + peer + "/" + std::to_string(points.size());
-  benchmark::RegisterBenchmark(name.c_str(),
-                               [evaluate, points](benchmark::State& state) {
-                                 for (auto _ : state) {
-                                   for (const Point& q : points)
-                                     benchmark::DoNotOptimize(evaluate(q));
-                                 }
-                               })
-      ->Unit(benchmark::kMicrosecond)
-      ->MinTime(0.05)
-      ->Repetitions(3);
+  nqbench::RegisterEvaluations(work.name, peer, evaluate, points);
 }
 
 }  // namespace

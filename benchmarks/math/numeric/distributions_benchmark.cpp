@@ -20,6 +20,7 @@
 #include <string>
 #include <vector>
 
+#include "math/numeric/evaluations.h"
 #include "support/ratio_reporter.h"
 
 namespace {
@@ -235,22 +236,6 @@ void PrintAccuracy(const Work& work, const Points& points) {
   print("r", work.r);
 }
 
-void Register(const Work& work, const char* peer, Evaluate<double> evaluate, const Points& points) {
-  if (evaluate == nullptr) return;
-  const std::string name =
-      std::string(work.name) + "/" + peer + "/" + std::to_string(points.size());
-  benchmark::RegisterBenchmark(name.c_str(),
-                               [evaluate, points](benchmark::State& state) {
-                                 for (auto _ : state) {
-                                   for (const Point& q : points)
-                                     benchmark::DoNotOptimize(evaluate(q));
-                                 }
-                               })
-      ->Unit(benchmark::kMicrosecond)
-      ->MinTime(0.05)
-      ->Repetitions(3);
-}
-
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -258,10 +243,10 @@ int main(int argc, char** argv) {
   for (const Work& work : kWorks) {
     const Points points = Draws(work);
     PrintAccuracy(work, points);
-    Register(work, "ours", work.ours, points);
-    Register(work, "boost", work.boost, points);
-    Register(work, "gsl", work.gsl, points);
-    Register(work, "r", work.r, points);
+    nqbench::RegisterEvaluations(work.name, "ours", work.ours, points);
+    nqbench::RegisterEvaluations(work.name, "boost", work.boost, points);
+    nqbench::RegisterEvaluations(work.name, "gsl", work.gsl, points);
+    nqbench::RegisterEvaluations(work.name, "r", work.r, points);
   }
   return nqbench::RunWithRatios(argc, argv);
 }

@@ -6,6 +6,8 @@
 
 namespace NQMath_940 {
 
+class NQSparseVector;
+
 // Rectangular matrix R of m rows and n columns, whatever its storage: dense or sparse.
 //
 // Names     R is this matrix, r(i,j) its elements; B another one; v, w vectors; "Trans" a transpose.
@@ -37,6 +39,9 @@ class NQ_API INQRectMatrix {
   // One more row, of zeros. Returns the new m; -1 when there is no storage for it, the matrix then
   // being invalid.
   virtual int AddRow() = 0;
+  // The same with the row v; -1, nothing changed, when v is not valid or has an index past the last
+  // column.
+  virtual int AddRow(const NQSparseVector& v) = 0;
   // All entries 0.
   virtual void Clear() = 0;
 
@@ -58,7 +63,8 @@ class NQ_API INQRectMatrix {
   virtual bool CopyColToVec(int j, std::vector<double>& out) const = 0;
   // R <- rows first .. first+count-1 of src.
   virtual bool CopyRows(const INQRectMatrix& src, int first, int count) = 0;
-  // Row `to` of dst <- row `from` of R; both have n columns.
+  // Row `to` of dst <- row `from` of R; both have n columns. dst may be sparse too, and must then
+  // have slots for all that is not 0 in the row.
   virtual bool CopyRowToRow(int from, int to, INQRectMatrix& dst) const = 0;
   // out = k copies of R along the diagonal, k m x k n.
   virtual bool CreateBlockDiagonal(int k, INQRectMatrix& out) const = 0;
@@ -87,6 +93,8 @@ class NQ_API INQRectMatrix {
   virtual bool SetElem(int i, int j, double x) = 0;
   // As Resize, then all entries 0 when `clear` is set.
   virtual bool SetNRowsCols(int m, int n, bool clear) = 0;
+  // Row i <- v. False too where a sparse matrix has not as many slots.
+  virtual bool SetRow(int i, const NQSparseVector& v) = 0;
   // out has R's shape: out(i, j + k) = r(i, j), and out(i + k, j) = r(i, j), as far as they are
   // inside, and 0 where nothing comes. k may be negative.
   virtual bool ShiftColumns(int k, INQRectMatrix& out) const = 0;

@@ -5,14 +5,11 @@
 
 #include <nqcommon/export.h>
 #include <nqcommon/math/matrix/NQBitSet.h>
+#include <nqcommon/math/numeric/tolerances.h>
 
 namespace NQMath_940 {
 
 class INQRectMatrix;
-
-// Default relative singularity tolerance, and default zero tolerance.
-inline constexpr double defaultepse = 1e-12;
-inline constexpr double defaultepsz = 1e-20;
 
 // A determinant as mantissa x 10^power, with 1 <= |mantissa| < 10, or (0, 0) for a determinant of
 // 0.

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include <nqcommon/common/display.h>
+#include <nqcommon/math/matrix/internal/display_rows.h>
 #include <nqcommon/math/matrix/internal/matrix_access.h>
 #include <nqcommon/math/matrix/internal/packed_algebra.h>
 #include <nqcommon/math/matrix/internal/scaling.h>
@@ -143,11 +144,7 @@ bool NQDiagMatrix::ComputeAXpY(double a, const INQSymMatrix& x) {
 }
 
 void NQDiagMatrix::GetNCheckDiagonal(std::vector<double>& out, double /*a*/, double /*b*/) const {
-  double max = 0;
-  for (double d : fvDiagonal) {
-    if (d > max) max = d;
-  }
-  out.assign(Order(), max);
+  out.assign(Order(), internal::LargestFromZero(fvDiagonal));
 }
 
 void NQDiagMatrix::MaxMinDiag(double& max, double& min) const {
@@ -181,14 +178,6 @@ void NQDiagMatrix::Display() const {
   NQDisplay_940::DisplayText(1, "NQDiagMatrix display end");
 }
 
-void NQDiagMatrix::DisplayF() const {
-  NQDisplay_940::DisplayText(1, "NQDiagMatrix full matrix display start");
-  std::vector<double> row;
-  for (int i = 0; i < fNRows; ++i) {
-    GetRow(i, row);
-    NQDisplay_940::DisplayDAS(row.data(), fNRows);
-  }
-  NQDisplay_940::DisplayText(1, "NQDiagMatrix full matrix display end");
-}
+void NQDiagMatrix::DisplayF() const { internal::DisplayAllRows("NQDiagMatrix", *this); }
 
 }  // namespace NQMath_940

@@ -50,6 +50,9 @@ class NQ_API NQDiagMatrix : public INQSymMatrix {
   void GetDiagonal(std::vector<double>& out) const override;
   // The entries <- v, of n values.
   bool ReplaceDiagonal(const std::vector<double>& v);
+  // The array of entries itself. Its length is the matrix's: do not resize it.
+  std::vector<double>& AsVector() { return fvDiagonal; }
+  const std::vector<double>& AsVectorConst() const { return fvDiagonal; }
   bool GetRow(int i, std::vector<double>& out) const override;
   bool PutRow(int i, const std::vector<double>& v) override;
   bool SetRowColToConst(int i, double x) override;

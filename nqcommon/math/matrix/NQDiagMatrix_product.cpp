@@ -6,19 +6,15 @@
 #include <nqcommon/common/NQMV.h>
 #include <nqcommon/math/matrix/internal/matrix_access.h>
 #include <nqcommon/math/matrix/internal/packed_algebra.h>
+#include <nqcommon/math/matrix/internal/symmetric_forms.h>
 
 namespace NQMath_940 {
 
 using internal::AsDenseRect;
 using internal::AsDenseSym;
 using internal::AsDiagonal;
-using internal::ColsOf;
-using internal::Entries;
-using internal::MultiplyInto;
 using internal::PutDiagonal;
 using internal::PutRows;
-using internal::RowsAt;
-using internal::RowsOf;
 using NQCommon_940::NQMV;
 
 namespace {
@@ -47,10 +43,7 @@ double NQDiagMatrix::ComputeRowDotProductS(int i, const std::vector<double>& v) 
 }
 
 double NQDiagMatrix::ComputeRVD(int r, const std::vector<double>& x, int inc) const {
-  const std::size_t step =
-      inc >= 0 ? static_cast<std::size_t>(inc) : -static_cast<std::size_t>(inc);
-  if (Order() > 0 && x.size() < (Order() - 1) * step + 1) return NQMV::Missing();
-  return ComputeRVD(r, x.data(), inc);
+  return internal::StridedRowProduct(*this, r, x, inc);
 }
 
 double NQDiagMatrix::ComputeRVD(int r, const double* x, int inc) const {
@@ -78,9 +71,7 @@ bool NQDiagMatrix::ComputeLV(const std::vector<double>& v, std::vector<double>& 
 
 bool NQDiagMatrix::ComputeLV(const std::vector<int>& indices, const std::vector<double>& values,
                              std::vector<double>& out) const {
-  const auto isRow = [this](int i) { return HasRow(i); };
-  if (!IsValidMatrix() || indices.size() != values.size() ||
-      !std::all_of(indices.begin(), indices.end(), isRow))
+  if (!IsValidMatrix() || indices.size() != values.size() || !internal::AllBelow(fNRows, indices))
     return false;
   std::vector<double> product(Order());
   for (std::size_t k = 0; k < indices.size(); ++k)
@@ -102,8 +93,7 @@ bool NQDiagMatrix::ComputeLTransV(const std::vector<int>& indices,
 double NQDiagMatrix::ComputeVSV(const std::vector<double>& v) const { return ComputeVSW(v, v); }
 
 double NQDiagMatrix::ComputeVSV(const INQRectMatrix& r, int i) const {
-  std::vector<double> row;
-  return r.GetRow(i, row) ? ComputeVSV(row) : NQMV::Missing();
+  return internal::FormOfRectRow(*this, r, i);
 }
 
 double NQDiagMatrix::ComputeVSW(const std::vector<double>& v, const std::vector<double>& w) const {
@@ -116,27 +106,18 @@ double NQDiagMatrix::ComputeVSW(const double* v, int nv, const double* w, int nw
 }
 
 double NQDiagMatrix::ComputeVSW(const std::vector<double>& v, int first, int second) const {
-  const auto holds = [&](int start) {
-    return start >= 0 && v.size() >= Order() &&
-           static_cast<std::size_t>(start) <= v.size() - Order();
-  };
-  if (!IsValidMatrix() || !holds(first) || !holds(second)) return NQMV::Missing();
-  return ComputeVSW(v.data() + first, fNRows, v.data() + second, fNRows);
+  return internal::FormInOneVector(*this, v, first, second);
 }
 
 double NQDiagMatrix::ComputeVSWParts(const std::vector<double>& v, int row,
                                      const std::vector<double>& w, int col) const {
-  if (!IsValidMatrix() || v.size() > Order() || w.size() > Order()) return NQMV::Missing();
-  return ComputeVSWParts(v.data(), static_cast<int>(v.size()), row, w.data(),
-                         static_cast<int>(w.size()), col);
+  return internal::FormOfPart(*this, v, row, w, col);
 }
 
 double NQDiagMatrix::ComputeVSWParts(const double* v, int nv, int row, const double* w, int nw,
                                      int col) const {
-  const auto fits = [this](int first, int count) {
-    return first >= 0 && count >= 0 && count <= fNRows - first;
-  };
-  if (!fits(row, nv) || !fits(col, nw)) return NQMV::Missing();
+  if (!internal::IsRun(fNRows, row, nv) || !internal::IsRun(fNRows, col, nw))
+    return NQMV::Missing();
   double sum = 0;
   for (int i = std::max(row, col); i < std::min(row + nv, col + nw); ++i)
     sum += v[i - row] * (GetElem(i) * w[i - col]);
@@ -173,24 +154,12 @@ bool NQDiagMatrix::ComputeGSG(const INQSymMatrix& g, INQSymMatrix& out) const {
 
 bool NQDiagMatrix::ComputeLSLTrans(const INQSymMatrix& l, INQSymMatrix& out) const {
   if (l.GetType() == 1) return ComputeGSG(l, out);
-  if (!IsValidMatrix() || l.GetNRows() != fNRows) return false;
-  // Up to the diagonal, L w takes the elements of w, the scaled row, up to there.
-  return PutRows(fNRows, AsDenseSym(out), [&](int i, std::vector<double>& row) {
-    l.GetRow(i, row);
-    ScaleBy(fvDiagonal, row);
-    l.ComputeLV(row, row);
-  });
+  return internal::ConjugateByLower(*this, l, out);
 }
 
 bool NQDiagMatrix::ComputeLTransSL(const INQSymMatrix& l, INQSymMatrix& out) const {
   if (l.GetType() == 1) return ComputeGSG(l, out);
-  if (!IsValidMatrix() || l.GetNRows() != fNRows) return false;
-  return PutRows(fNRows, AsDenseSym(out), [&](int i, std::vector<double>& row) {
-    l.GetRow(i, row);
-    std::fill(row.begin(), row.begin() + i, 0.0);
-    ScaleBy(fvDiagonal, row);
-    l.ComputeLTransV(row, row);
-  });
+  return internal::ConjugateByUpper(*this, l, out);
 }
 
 bool NQDiagMatrix::ComputeMGN(const INQSymMatrix& m, const INQSymMatrix& n,
@@ -257,25 +226,16 @@ bool NQDiagMatrix::ComputeRTransS(const INQRectMatrix& r, INQRectMatrix& out) co
 }
 
 bool NQDiagMatrix::ComputeRSRTrans(const INQRectMatrix& r, INQSymMatrix& out) const {
-  NQRectMatrix rs;
-  if (!ComputeRS(r, rs)) return false;
-  const Entries R(r);
-  return R.AreThere() && MultiplyInto(RowsAt(rs.GetRowPtr(0), Order()), R.Transpose(), RowsOf(r),
-                                      Order(), AsDenseSym(out));
+  return internal::RSRTrans(*this, r, out);
 }
 
 bool NQDiagMatrix::ComputeRTransSR(const INQRectMatrix& r, INQSymMatrix& out) const {
-  NQRectMatrix rs;
-  if (!ComputeRTransS(r, rs)) return false;
-  const Entries R(r);
-  return R.AreThere() && MultiplyInto(RowsAt(rs.GetRowPtr(0), Order()), R.Rows(), ColsOf(r),
-                                      Order(), AsDenseSym(out));
+  return internal::RTransSR(*this, r, out);
 }
 
 bool NQDiagMatrix::ComputeRTransSV(const INQRectMatrix& r, const std::vector<double>& v,
                                    std::vector<double>& out) const {
-  std::vector<double> sv;
-  return r.GetNRows() == fNRows && ComputeSV(v, sv) && r.ComputeVR(sv, out);
+  return internal::RTransSV(*this, r, v, out);
 }
 
 namespace {

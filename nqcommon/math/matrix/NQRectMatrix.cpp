@@ -8,6 +8,7 @@
 #include <utility>
 
 #include <nqcommon/common/NQMV.h>
+#include <nqcommon/math/matrix/internal/sparse_run.h>
 #include <nqcommon/math/numeric/internal/strided.h>
 
 namespace NQMath_940 {
@@ -83,6 +84,12 @@ int NQRectMatrix::AddRow() {
   if (!IsValidMatrix() || fNRows == kMostLines) return -1;
   ++fNRows;
   AllocateEntries();
+  return fNRows;
+}
+
+int NQRectMatrix::AddRow(const NQSparseVector& v) {
+  if (!IsValidMatrix() || !internal::FitsIn(v, Cols()) || AddRow() < 0) return -1;
+  SetRow(fNRows - 1, v);
   return fNRows;
 }
 

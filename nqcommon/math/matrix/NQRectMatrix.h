@@ -50,6 +50,7 @@ class NQ_API NQRectMatrix : public INQRectMatrix {
   bool Resize(int m, int n) override;
   bool SetNRowsCols(int m, int n, bool clear) override;
   int AddRow() override;
+  int AddRow(const NQSparseVector& v) override;
   // One more column, of zeros, the old entries staying at their (i, j). Returns the new n; -1 when
   // there is no storage for it, the matrix then being invalid.
   int AddColumn();
@@ -92,6 +93,7 @@ class NQ_API NQRectMatrix : public INQRectMatrix {
 
   bool GetRow(int i, std::vector<double>& out) const override;
   bool GetCol(int j, std::vector<double>& out) const override;
+  bool SetRow(int i, const NQSparseVector& v) override;
   bool CopyColToVec(int j, std::vector<double>& out) const override;
   bool CopyRows(const INQRectMatrix& src, int first, int count) override;
   bool CopyRowToRow(int from, int to, INQRectMatrix& dst) const override;
@@ -125,10 +127,16 @@ class NQ_API NQRectMatrix : public INQRectMatrix {
   bool ComputeVR(const std::vector<double>& v, std::vector<double>& out) const override;
   // v' R w.
   double ComputeVRW(const std::vector<double>& v, const std::vector<double>& w) const;
+  // The same with sparse vectors, over their entries only; they must fit in m rows and n columns.
+  double ComputeSpVRSpW(const NQSparseVector& v, const NQSparseVector& w) const;
   // out(i,j) = r(i,j) v[j], R times the diagonal matrix of v.
   bool ComputeRDiagV(const std::vector<double>& v, NQRectMatrix& out) const;
   // out = D R: out(i,j) = d(i) r(i,j).
   bool ComputeDiagR(const NQDiagMatrix& d, NQRectMatrix& out) const;
+  // out = diag(S, S, ..., S) R: the products S R_b one below the other, where R_b is rows b n ..
+  // b n + n-1 of R, n being the order of S. A structured S costs what it stores. False unless m is
+  // a multiple of n.
+  bool ComputeBlockDiagSR(const INQSymMatrix& s, NQRectMatrix& out) const;
   // R1' S R2 over blocks, with R1 this matrix: out = the sum over b of R1_b' S R2_b, where the
   // matrices R1_b and R2_b are rows b n .. b n + n-1 of R1 and R2, n being the order of S. False
   // unless R1 and R2 have equally many rows, a multiple of n.

@@ -1,48 +1,28 @@
 #include <nqcommon/math/matrix/NQRectMatrix.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <numeric>
 #include <utility>
 
+#include <nqcommon/math/matrix/internal/argument_checks.h>
 #include <nqcommon/math/matrix/internal/matrix_access.h>
+#include <nqcommon/math/matrix/internal/sparse_run.h>
 
 namespace NQMath_940 {
 
+using internal::AllBelow;
 using internal::AsDenseRect;
+using internal::Displaced;
+using internal::IsRun;
+using internal::Make;
+using internal::MembersOf;
 
 namespace {
-
-// out <- the m x n matrix that `fill` makes of zeros, through a result of its own: `fill` may read
-// from out.
-template <class F>
-bool Make(long long m, long long n, NQRectMatrix* out, F fill) {
-  if (!out || !internal::FitsInt(m) || !internal::FitsInt(n)) return false;
-  NQRectMatrix result(static_cast<int>(m), static_cast<int>(n), true);
-  if (!result.IsValidMatrix()) return false;
-  fill(result);
-  *out = std::move(result);
-  return true;
-}
-
-bool AllBelow(int n, const std::vector<int>& indices) {
-  return std::all_of(indices.begin(), indices.end(), [n](int i) { return i >= 0 && i < n; });
-}
-
-bool IsRun(int n, int first, int count) { return first >= 0 && count >= 0 && count <= n - first; }
 
 std::vector<int> Run(int first, int count) {
   std::vector<int> indices(static_cast<std::size_t>(count));
   std::iota(indices.begin(), indices.end(), first);
   return indices;
-}
-
-std::vector<int> MembersOf(const NQBitSet& set) {
-  std::vector<int> members;
-  for (int i = 0; i < set.Size(); ++i) {
-    if (set.IsIn(i)) members.push_back(i);
-  }
-  return members;
 }
 
 // to(i, j) <- from(rows[i], columns[j]).
@@ -82,13 +62,32 @@ bool NQRectMatrix::GetCol(int j, std::vector<double>& out) const {
   return true;
 }
 
+bool NQRectMatrix::SetRow(int i, const NQSparseVector& v) {
+  if (!HasRow(i) || !internal::FitsIn(v, Cols())) return false;
+  double* row = GetRowPtr(i);
+  std::fill_n(row, fNCols, 0.0);
+  internal::RunOf(v).ForEach([row](std::size_t j, double x) { row[j] = x; });
+  return true;
+}
+
 bool NQRectMatrix::CopyColToVec(int j, std::vector<double>& out) const { return GetCol(j, out); }
 
 bool NQRectMatrix::CopyRowToRow(int from, int to, INQRectMatrix& dst) const {
-  NQRectMatrix* dense = AsDenseRect(dst);
-  if (!dense || !HasRow(from) || !dense->HasRow(to) || dense->fNCols != fNCols) return false;
-  if (dense != this || to != from) std::copy_n(GetRowPtr(from), fNCols, dense->GetRowPtr(to));
-  return true;
+  if (!HasRow(from) || to < 0 || to >= dst.GetNRows() || dst.GetNCols() != fNCols) return false;
+  const double* row = GetRowPtr(from);
+  if (NQRectMatrix* dense = AsDenseRect(dst)) {
+    if (dense != this || to != from) std::copy_n(row, fNCols, dense->GetRowPtr(to));
+    return true;
+  }
+  std::vector<int> indices;
+  std::vector<double> values;
+  for (int j = 0; j < fNCols; ++j) {
+    if (row[j] == 0) continue;
+    indices.push_back(j);
+    values.push_back(row[j]);
+  }
+  return indices.empty() ? dst.ZeroOutRowPart(to, 0, fNCols)
+                         : dst.SetRow(to, NQSparseVector(indices, values));
 }
 
 bool NQRectMatrix::CopyColToCol(int from, int to, NQRectMatrix& dst) const {
@@ -133,20 +132,6 @@ bool NQRectMatrix::ExtractRows(const std::vector<int>& indices, INQRectMatrix& o
 }
 
 // ---- Displaced, repeated, spread ---------------------------------------------------------------
-
-namespace {
-
-// What is left of 0 .. n-1 when it is displaced by k: `count` places from `from` on go to `to` on.
-struct Displaced {
-  Displaced(int n, int k) {
-    const int lost = static_cast<int>(std::min<long long>(std::abs(static_cast<long long>(k)), n));
-    count = n - lost;
-    (k < 0 ? from : to) = lost;
-  }
-  int from = 0, to = 0, count = 0;
-};
-
-}  // namespace
 
 bool NQRectMatrix::ShiftColumns(int k, INQRectMatrix& out) const {
   return IsValidMatrix() && Make(fNRows, fNCols, AsDenseRect(out), [&](NQRectMatrix& result) {

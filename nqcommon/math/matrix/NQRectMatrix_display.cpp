@@ -1,6 +1,6 @@
 #include <nqcommon/math/matrix/NQRectMatrix.h>
 
-#include <nqcommon/common/display.h>
+#include <nqcommon/math/matrix/internal/display_rows.h>
 
 namespace NQMath_940 {
 
@@ -16,10 +16,6 @@ void NQRectMatrix::Display() const {
   DisplayText(1, "NQRectMatrix display end");
 }
 
-void NQRectMatrix::DisplayF() const {
-  DisplayText(1, "NQRectMatrix full matrix display start");
-  for (int i = 0; i < fNRows; ++i) DisplayDAS(GetRowPtr(i), fNCols);
-  DisplayText(1, "NQRectMatrix full matrix display end");
-}
+void NQRectMatrix::DisplayF() const { internal::DisplayAllRows("NQRectMatrix", *this); }
 
 }  // namespace NQMath_940

@@ -5,14 +5,18 @@
 #include <nqcommon/common/NQMV.h>
 #include <nqcommon/math/matrix/internal/matrix_access.h>
 #include <nqcommon/math/matrix/internal/packed_algebra.h>
+#include <nqcommon/math/matrix/internal/sparse_products.h>
+#include <nqcommon/math/matrix/internal/symmetric_times.h>
 
 namespace NQMath_940 {
 
 using internal::AddScaled;
 using internal::AsDenseRect;
+using internal::AsSparse;
 using internal::ColsOf;
 using internal::DotProduct;
 using internal::Entries;
+using internal::FitsIn;
 using internal::MultiplyInto;
 using internal::RowsAt;
 using internal::RowsOf;
@@ -23,6 +27,8 @@ using NQCommon_940::NQMV;
 
 bool NQRectMatrix::ComputeMatrixProduct(const INQRectMatrix& b, INQRectMatrix& out) const {
   if (!IsValidMatrix() || b.GetNRows() != fNCols) return false;
+  if (const NQSparseRectMatrix* sparse = AsSparse(b))
+    return internal::TimesSparse(*this, *sparse, AsDenseRect(out));
   const Entries B(b);
   return B.AreThere() && MultiplyInto(RowsAt(fvData.data(), Cols()), B.Rows(), Rows(), Cols(),
                                       ColsOf(b), AsDenseRect(out));
@@ -34,25 +40,30 @@ bool NQRectMatrix::ComputeMatrixProduct(const INQSymMatrix& b, INQRectMatrix& ou
 
 bool NQRectMatrix::ComputeProductMatrixTrans(const INQRectMatrix& b, INQRectMatrix& out) const {
   if (!IsValidMatrix() || b.GetNCols() != fNCols) return false;
+  if (const NQSparseRectMatrix* sparse = AsSparse(b))
+    return internal::TimesSparseTrans(*this, *sparse, AsDenseRect(out));
   const Entries B(b);
   return B.AreThere() && MultiplyInto(RowsAt(fvData.data(), Cols()), B.Transpose(), Rows(), Cols(),
                                       RowsOf(b), AsDenseRect(out));
 }
 
-// The blocks S R2_b are put one below the other, so that one product with R1' sums over them.
-bool NQRectMatrix::ComputeR1TransSR2(const INQSymMatrix& s, const NQRectMatrix& r2,
-                                     NQRectMatrix& out) const {
+bool NQRectMatrix::ComputeBlockDiagSR(const INQSymMatrix& s, NQRectMatrix& out) const {
   const int n = s.GetNRows();
   const bool wholeBlocks = n > 0 ? fNRows % n == 0 : n == 0 && fNRows == 0;
-  if (!IsValidMatrix() || r2.fNRows != fNRows || !wholeBlocks) return false;
-  NQRectMatrix sr2(fNRows, r2.fNCols, false);
-  const Entries S(s);
-  if (!sr2.IsValidMatrix() || !S.AreThere()) return false;
-  for (int first = 0; first < fNRows; first += n) {
-    internal::Multiply(S.Triangle(), RowsAt(r2.GetRowPtr(first), r2.Cols()), internal::OrderOf(s),
-                       internal::OrderOf(s), r2.Cols(), sr2.GetRowPtr(first));
-  }
-  return MultiplyInto(TransposeOf(fvData.data(), Cols()), RowsAt(sr2.fvData.data(), r2.Cols()),
+  NQRectMatrix result(fNRows, fNCols, false);
+  if (!IsValidMatrix() || !wholeBlocks || !result.IsValidMatrix()) return false;
+  for (int first = 0; first < fNRows; first += n)
+    internal::SymmetricTimes(s, RowsAt(GetRowPtr(first), Cols()), Cols(), result.GetRowPtr(first));
+  out = std::move(result);
+  return true;
+}
+
+// One product with R1' sums over the blocks S R2_b, put one below the other.
+bool NQRectMatrix::ComputeR1TransSR2(const INQSymMatrix& s, const NQRectMatrix& r2,
+                                     NQRectMatrix& out) const {
+  NQRectMatrix sr2;
+  return IsValidMatrix() && r2.fNRows == fNRows && r2.ComputeBlockDiagSR(s, sr2) &&
+         MultiplyInto(TransposeOf(fvData.data(), Cols()), RowsAt(sr2.fvData.data(), r2.Cols()),
                       Cols(), Rows(), r2.Cols(), &out);
 }
 
@@ -132,6 +143,15 @@ double NQRectMatrix::ComputeVRW(const std::vector<double>& v, const std::vector<
   std::vector<double> product;
   if (v.size() != Rows() || !ComputeRV(w, product)) return NQMV::Missing();
   return DotProduct(Rows(), v.data(), product.data());
+}
+
+double NQRectMatrix::ComputeSpVRSpW(const NQSparseVector& v, const NQSparseVector& w) const {
+  if (!IsValidMatrix() || !FitsIn(v, Rows()) || !FitsIn(w, Cols())) return NQMV::Missing();
+  double sum = 0;
+  internal::RunOf(v).ForEach([&](std::size_t i, double x) {
+    sum += x * DotProduct(internal::RunOf(w), fvData.data() + i * Cols());
+  });
+  return sum;
 }
 
 bool NQRectMatrix::IncrVecByColumn(int j, std::vector<double>& v, int first, int count,

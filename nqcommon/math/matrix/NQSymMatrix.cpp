@@ -8,6 +8,7 @@
 #include <utility>
 
 #include <nqcommon/common/NQMV.h>
+#include <nqcommon/math/matrix/internal/matrix_access.h>
 #include <nqcommon/math/matrix/internal/packed_algebra.h>
 #include <nqcommon/math/matrix/internal/packed_triangle.h>
 #include <nqcommon/math/matrix/internal/scaling.h>
@@ -17,6 +18,7 @@ namespace NQMath_940 {
 using internal::DiagIndex;
 using internal::Extremes;
 using internal::ForEachInRow;
+using internal::LargestFromZero;
 using internal::RowStart;
 
 INQSymMatrix::~INQSymMatrix() = default;
@@ -205,7 +207,7 @@ void NQSymMatrix::MultiplyByNumber(double x) {
 
 bool NQSymMatrix::ComputeAXpY(double a, const INQSymMatrix& x) {
   if (x.GetNRows() != fNRows || !IsValidMatrix()) return false;
-  if (const NQSymMatrix* dense = AsDense(x)) {
+  if (const NQSymMatrix* dense = internal::AsDenseSym(x)) {
     internal::AddScaled(fvData.size(), a, dense->fvData.data(), fvData.data());
     return true;
   }
@@ -247,19 +249,6 @@ double NQSymMatrix::Trace() const {
   for (std::size_t i = 0; i < Order(); ++i) sum += fvData[DiagIndex(i)];
   return sum;
 }
-
-namespace {
-
-// The largest of 0 and the values.
-double LargestFromZero(const std::vector<double>& values) {
-  double max = 0;
-  for (double x : values) {
-    if (x > max) max = x;
-  }
-  return max;
-}
-
-}  // namespace
 
 void NQSymMatrix::GetNCheckDiagonal(std::vector<double>& out, double /*a*/, double /*b*/) const {
   GetDiagonal(out);

@@ -9,46 +9,30 @@
 namespace NQMath_940 {
 
 class NQRectMatrix;
-
-namespace internal {
-struct SweepStep;
-}
+class NQSparseVector;
+class NQSymBlockDiagMatrix;
 
 // Dense symmetric matrix of order n, the lower triangle packed by rows.
 //
 // Layout    0-based; element (i, j), i >= j, is at i(i+1)/2 + j; (j, i) is the same cell.
 //           order 3:  s00 | s10 s11 | s20 s21 s22
-//           A matrix may be viewed as nb x nb square blocks of order bs, n = nb bs; that changes
-//           nothing in the storage.
+//           May be viewed as nb x nb square blocks of order bs, n = nb bs: stored no differently.
 // Failure   as the interface says; a failed allocation leaves order -1 and no entries. Scratch of a
 //           few vectors of n values is taken for granted.
 // Threads   one object, one thread at a time.
 //
-// Contents  NQSymMatrix.cpp             life cycle, shape, elements, rows, mechanical operations
-//           NQSymMatrix_sweep.cpp       sweep and its drivers
-//           NQSymMatrix_cholesky.cpp    factor, determinant, inverses
-//           NQSymMatrix_solve.cpp       triangular and full solves, positive-definite repair
-//           NQSymMatrix_indefinite.cpp  indefinite solves, rank-one changes of a factor
-//           NQSymMatrix_redundancy.cpp  linear dependence of rows
-//           NQSymMatrix_product.cpp     products and quadratic forms
-//           NQSymMatrix_rect.cpp        products with rectangular matrices
-//           NQSymMatrix_update.cpp      accumulation of cases
-//           NQSymMatrix_extract.cpp     parts in and out
-//           NQSymMatrix_display.cpp     diagnostic display
+// Contents  the sections below, each in the source that its title names.
 class NQ_API NQSymMatrix : public INQSymMatrix {
  public:
   // ---- Life cycle and shape (NQSymMatrix.cpp) --------------------------------------------------
 
-  // Order 0.
-  NQSymMatrix() = default;
-  // Order max(n, 0), one block.
-  NQSymMatrix(int n, bool zero);
+  NQSymMatrix() = default;        // order 0
+  NQSymMatrix(int n, bool zero);  // order max(n, 0), one block
   // nBlocks x nBlocks blocks of order blockSize; order 0 when either is below 1.
   NQSymMatrix(int nBlocks, int blockSize, bool zero);
   NQSymMatrix(const NQSymMatrix& other);
   NQSymMatrix& operator=(const NQSymMatrix& other);
-  // The source is left with order 0.
-  NQSymMatrix(NQSymMatrix&& other) noexcept;
+  NQSymMatrix(NQSymMatrix&& other) noexcept;  // leaves the source with order 0
   NQSymMatrix& operator=(NQSymMatrix&& other) noexcept;
   ~NQSymMatrix() override;
 
@@ -59,22 +43,17 @@ class NQ_API NQSymMatrix : public INQSymMatrix {
   bool IsValidMatrix() const override { return fNRows >= 0; }
   bool Resize(int n) override;
   bool SetNRows(int n, bool clear) override;
-  // False unless nb >= 1 divides an order of at least 1.
-  bool SetNBlocks(int nb);
+  bool SetNBlocks(int nb);  // false unless nb >= 1 divides an order of at least 1
 
   // ---- Elements and rows (NQSymMatrix.cpp) -----------------------------------------------------
 
   double GetElem(int i, int j) const override;
   bool SetElem(int i, int j, double x) override;
-  // Element (bi bs + k, bj bs + l), not range-checked.
-  double GetElem(int bi, int bj, int k, int l) const;
-  // Packed position k; SetElem refuses a k outside the array.
-  bool SetElem(std::ptrdiff_t k, double x);
-
+  double GetElem(int bi, int bj, int k, int l) const;  // (bi bs + k, bj bs + l), not range-checked
+  bool SetElem(std::ptrdiff_t k, double x);            // packed position; refused outside the array
   // The packed array itself. Its length is the matrix's: do not resize it.
   std::vector<double>& AsVector() { return fvData; }
   const std::vector<double>& AsVectorConst() const { return fvData; }
-
   void GetDiagonal(std::vector<double>& out) const override;
   bool GetRow(int i, std::vector<double>& out) const override;
   bool PutRow(int i, const std::vector<double>& v) override;
@@ -90,8 +69,7 @@ class NQ_API NQSymMatrix : public INQSymMatrix {
   void MultiplyByNumber(double x) override;
   bool ComputeAXpY(double a, const INQSymMatrix& x) override;
   void AddToDiagonal(double x) override;
-  // sii += x for rows first .. first+count-1.
-  bool AddToDiagonalPart(int first, int count, double x);
+  bool AddToDiagonalPart(int first, int count, double x);  // rows first .. first+count-1
   void MaxMinDiag(double& max, double& min) const override;
   void MaxMinDiagOffDiag(double& maxDiag, double& minDiag, double& maxOff,
                          double& minOff) const override;
@@ -111,38 +89,32 @@ class NQ_API NQSymMatrix : public INQSymMatrix {
   // Off-diagonal entries >= 1 <- 1 - x and those <= -1 <- -(1 - x): impossible correlations are
   // pulled back inside the unit interval. False unless 0 <= x < 1.
   virtual bool AdjustOffDiagCorr(double x);
-
   // Sums of products of row i with row j of another matrix, and with v placed at column `first`,
   // apart for the columns before `split` and from it on. False where they do not fit.
   virtual bool ComputeRowDotProductS(int i, const INQSymMatrix& other, int j, int split,
                                      double& before, double& after) const;
   virtual bool ComputeRowDotProductS(int i, const std::vector<double>& v, int first, int split,
                                      double& before, double& after) const;
-  // Packed position k, not range-checked.
-  virtual double GetElem(int k) const;
+  virtual double GetElem(int k) const;  // packed position, not range-checked
 
   // ---- Sweep (NQSymMatrix_sweep.cpp) -----------------------------------------------------------
 
-  // Sweeps row k in, or out when it is already in `swept`; sweeping out undoes sweeping in.
-  //   with p = s(k,k), d = -1/p:  s(k,k) <- d,  s(i,k) <- s(i,k) |d|,  s(i,j) <- s(i,j) - s(i,k)
-  //   s(j,k)/p
-  // reference  t, one value per row, in the units of the diagonal. Sweeping in is refused when
-  //            t[k] eps >= p (signed: negative pivots are refused too), or when a row j swept
-  //            before would be left with (s(j,j) - s(j,k)^2/p) eps t[j] <= -1: nearly dependent on
-  //            the rows swept.
-  // check      refuse k outside 0 .. n-1, eps <= 0, a set smaller than n and negative references.
-  //            Without it k is the caller's duty.
-  // Returns    false, matrix and set unchanged, on a refusal.
-  // Cost       n(n+1)/2 multiply-adds.
+  // Sweeps row k in, or out when it is in `swept` already, which undoes it: p = s(k,k), d = -1/p,
+  //   s(k,k) <- d,  s(i,k) <- s(i,k) |d|,  s(i,j) <- s(i,j) - s(i,k) s(j,k)/p
+  // t        one value per row, in the units of the diagonal. Sweeping in is refused when p <= t[k]
+  //          eps (signed: negative pivots too), or when a row j swept before would be left with
+  //          (s(j,j) - s(j,k)^2/p) eps t[j] <= -1: nearly dependent on the rows swept.
+  // check    refuse k outside 0 .. n-1 (else the caller's duty), eps <= 0, a set below n, t[i] < 0.
+  // Returns  false, matrix and set unchanged, on a refusal. Costs n(n+1)/2 multiply-adds.
   bool Sweep(int k, double eps, const std::vector<double>& t, NQBitSet& swept, bool check);
   bool Sweep(int k, double eps, const double* t, NQBitSet& swept, bool check);
   // The same in plain loops, result for result: the form that faster ones are held to.
   bool SweepOrig(int k, double eps, const double* t, NQBitSet& swept, bool check);
 
-  // The drivers sweep many rows and pass over those refused, which stay out of the set. Without t
-  // the reference is the current diagonal. With `check` they return false, nothing swept, on a bad
-  // argument, and otherwise raise every reference value below 1 to 1, in the caller's t when there
-  // is one. Arguments that would be read outside their bounds are refused with or without `check`.
+  // The drivers pass over rows refused, which stay out of the set. Without t the reference is the
+  // current diagonal. With `check` they return false, nothing swept, on a bad argument, otherwise
+  // raise every reference value below 1 to 1, in the caller's t when there is one. Arguments that
+  // would be read outside their bounds are refused with or without `check`.
 
   // Rows 0 .. n-1, after clearing the set (resized to n). Then, a failed check notwithstanding:
   // zeroRedundant zeroes the rows left out, changeSign turns the swept -S^-1 into S^-1, a
@@ -153,9 +125,8 @@ class NQ_API NQSymMatrix : public INQSymMatrix {
   // is the pivot before the sweep, or with pivotBefore false minus the diagonal after it.
   bool SweepOnMany(int m, double eps, bool pivotBefore, NQBitSet& swept, double& logDet, bool check,
                    std::vector<double>* t = nullptr);
-  // The listed rows in list order; a row listed again is swept out again. To sweep out with
-  // `check`, pass t: the diagonal of a swept row is negative, which `check` does not take for a
-  // reference.
+  // The listed rows in list order; one listed again is swept out again. To sweep out with `check`,
+  // pass t: the diagonal of a swept row is negative, no reference that `check` takes.
   bool SweepOnSelected(const std::vector<int>& rows, double eps, NQBitSet& swept, bool check,
                        std::vector<double>* t = nullptr);
   // ZeroOut of every row that is not a member; false when the set is smaller than n.
@@ -185,20 +156,19 @@ class NQ_API NQSymMatrix : public INQSymMatrix {
   bool LTSubstitute(std::vector<double>& x) const;
   bool TSolveSubst(std::vector<double>& x) const;
   // Ridge search: the smallest shift c for which S + c I factors (LTChol with the largest diagonal
-  // entry of S as reference and tolerance eps), found by steps upward and then bisection to the
-  // relative width 2 eps (absolute for c < 1). When S does not factor as it is, S becomes
-  // (S + shift I) / d, with shift = c plus 1% of the largest diagonal entry of S + c I, and d the
-  // largest diagonal entry of S + shift I, so that the largest diagonal entry ends as 1.
-  // Returns the number of factorisations; -1 for n < 2, -2 for eps <= 0, -3 when S has entries that
-  // are not finite or the search leaves the range of doubles (S unchanged, as for -1 and -2).
+  // entry of S as reference, and eps), by steps upward, then bisection to the relative width 2 eps
+  // (absolute for c < 1). An S that does not factor becomes (S + shift I) / d, shift being c plus
+  // 1% of the largest diagonal entry of S + c I, and d the largest of S + shift I, so that the
+  // largest ends as 1. Returns the number of factorisations; -1 for n < 2, -2 for eps <= 0, -3 when
+  // entries are not finite or the search leaves the range of doubles (S unchanged for all three).
   int TransformToPositiveDefinite(double eps, bool& changed, double& shift);
 
   // ---- Indefinite solves, rank-one changes (NQSymMatrix_indefinite.cpp) ------------------------
 
-  // Solves S x = b for a symmetric S that need not be positive definite, by symmetric pivoting
-  // (Bunch and Kaufman 1977). False, x unchanged, unless eps >= 0, n >= 1 and b has n values, and
-  // when the estimate of the reciprocal condition number is not above eps. The second form solves
-  // with the rows and columns that are members of `usable`; the others have x[i] = 0.
+  // Solves S x = b, S not necessarily definite, by symmetric pivoting (Bunch and Kaufman 1977).
+  // False, x unchanged, unless eps >= 0, n >= 1 and b has n values, and when the estimate of the
+  // reciprocal condition number is not above eps. The second form solves with the rows and columns
+  // that are members of `usable`; the others have x[i] = 0.
   bool SolveIndefinite(const std::vector<double>& b, double eps, std::vector<double>& x) const;
   bool SolveIndefinite(const std::vector<double>& b, double eps, const NQBitSet& usable,
                        std::vector<double>& x) const;
@@ -206,10 +176,9 @@ class NQ_API NQSymMatrix : public INQSymMatrix {
   // those before them is above eps times their norm. Returns the number of rows left out; -1, x
   // unchanged, for arguments that SolveIndefinite refuses, eps = 0 and a system that resists still.
   int SolveIndefiniteGI(const std::vector<double>& b, double eps, std::vector<double>& x) const;
-  // On a factor L, in place: the factors of L L' + v v' and of L L' - v v', by plane rotations,
-  // with no negative diagonal entry (LINPACK's dchud and dchdd). v has n values. The downdate is
-  // refused, L unchanged, when the result would not be positive definite; it leaves a zero pivot
-  // zero.
+  // On a factor L, in place: the factors of L L' + v v' and L L' - v v', by plane rotations, no
+  // diagonal entry negative (LINPACK's dchud and dchdd). v has n values. The downdate is refused, L
+  // unchanged, when the result would not be positive definite; it leaves a zero pivot zero.
   bool LTCholUpdateR1(const std::vector<double>& v);
   bool LTCholDowndate(const std::vector<double>& v);
 
@@ -219,9 +188,9 @@ class NQ_API NQSymMatrix : public INQSymMatrix {
   // others depend on rows before them. Returns the number of dependent rows; -1 when epsz or eps is
   // negative or the copy could not be had.
   int CholIndNonRed(double epsz, double eps, std::vector<int>& indices) const;
-  // With the members of `swept` swept in: whether row k is dependent on them, that is, Sweep would
-  // refuse to sweep it in. Nothing is swept; nonRedundant(k) records the answer. False, nothing
-  // recorded, for a k or a set that does not fit.
+  // With the members of `swept` swept in: whether Sweep would refuse row k, which depends on them.
+  // Nothing is swept; nonRedundant(k) records the answer. False, nothing recorded, for a k or a set
+  // that does not fit.
   bool CheckMDependent(int k, double eps, const std::vector<double>& t, const NQBitSet& swept,
                        NQBitSet& nonRedundant) const;
   // Whether this matrix G, a generalised inverse of M, has G M G = G row by row:
@@ -277,8 +246,36 @@ class NQ_API NQSymMatrix : public INQSymMatrix {
   // S <- R'R and S <- R R', of the order needed and one block.
   bool ComputeRTransByR(const INQRectMatrix& r);
   bool ComputeRByRTrans(const INQRectMatrix& r);
-  // out = the full square.
-  bool ExpandSymToRect(NQRectMatrix& out) const;
+  bool ExpandSymToRect(NQRectMatrix& out) const;  // the full square
+
+  // ---- Beside a block-diagonal matrix (NQSymMatrix_blocks.cpp) ---------------------------------
+  // L is the lower triangle of a block-diagonal matrix of order p, p <= n, read as a factor. Each
+  // row costs the sum over the blocks of L. False where a part does not fit.
+
+  // S <- D' S D + E, D = diag(L, I), E adding 1 to the first p diagonal entries: the cross-products
+  // of (Z, X) become those of (Z L, X), augmented, of mixed model equations (Wolfinger et al. 1994,
+  // Computing Gaussian likelihoods and their derivatives for general linear mixed models).
+  bool AugmentUsingBlockDiagL(const NQSymBlockDiagMatrix& l);
+  // out = v' L with v = s(row, col) .. s(row, col+p-1).
+  bool SubSymVectBlockL(int row, int col, const NQSymBlockDiagMatrix& l,
+                        std::vector<double>& out) const;
+  // P is the diagonal part of order p from row `first` on: out = P L and out = L' P L.
+  bool SubSymSBlockL(int first, const NQSymBlockDiagMatrix& l, NQRectMatrix& out) const;
+  bool SubSymBlockLTSBlockL(int first, const NQSymBlockDiagMatrix& l, NQSymMatrix& out) const;
+  // out = P' L, nCols x p, with P the p x nCols part that starts at (row, col).
+  bool SubSymRectTBlockL(int row, int col, int nCols, const NQSymBlockDiagMatrix& l,
+                         NQRectMatrix& out) const;
+  // out = P B P', with P the nRows x p part that starts at (row, col).
+  bool ComputeSSubBSSub(int row, int nRows, int col, const NQSymBlockDiagMatrix& b,
+                        NQSymMatrix& out) const;
+  // v' B w; system-missing where lengths do not fit.
+  static double ComputeVBW(const std::vector<double>& v, const NQSymBlockDiagMatrix& b,
+                           const std::vector<double>& w);
+  // S <- R' B R, and with any symmetric matrix S <- R' A R; of the order needed and one block.
+  bool ComputeRTransBlockDiagR(const INQRectMatrix& r, const NQSymBlockDiagMatrix& b);
+  bool ComputeRTransSymR(const INQRectMatrix& r, const INQSymMatrix& a);
+  // Column j of L times s(row, first) .. s(row, first+p-1); system-missing where they do not fit.
+  double DotProductLBlockDiagColRow(const NQSymBlockDiagMatrix& l, int j, int row, int first) const;
 
   // ---- Accumulation (NQSymMatrix_update.cpp) ---------------------------------------------------
 
@@ -286,14 +283,21 @@ class NQ_API NQSymMatrix : public INQSymMatrix {
   // NaN is not 0). UpdateXX takes w > 0 only.
   bool UpdateXX(const std::vector<double>& x, double w);
   bool UpdateXXPosNegW(const std::vector<double>& x, double w);
+  // UpdateXX from the entries of a sparse x alone, which fits in n rows.
+  bool UpdateXXSparse(const NQSparseVector& x, double w);
   // Over the rows and columns that are members of the set only.
   bool UpdateXXNonRedun(const std::vector<double>& x, const NQBitSet& set, double w);
   // Two matrices in one pass: UpdateXXPosNegW of this matrix with w and of `second` with w2.
   bool UpdateXXMat2(const std::vector<double>& x, double w, NQSymMatrix& second, double w2);
   // S += w z z' in the diagonal block of z's length that starts at row `first`.
   bool UpdateZZ(const std::vector<double>& z, int first, double w);
-  // S += a v v', nothing skipped.
-  bool IncrementByVV(const std::vector<double>& v, double a);
+  // The corner of the case (z, x) below the diagonal: s(row + i, col + j) += w x[i] z[j]. False
+  // unless w > 0, both fit and the corner ends before column `row`.
+  bool UpdateXXCornerBlock(const std::vector<double>& x, int row, const std::vector<double>& z,
+                           int col, double w);
+  bool UpdateXXCornerSparse(const std::vector<double>& x, int row, const NQSparseVector& z, int col,
+                            double w);
+  bool IncrementByVV(const std::vector<double>& v, double a);  // S += a v v', nothing skipped
   // S <- v w' + w v' (no halving) and S <- v v', of v's order and one block.
   bool SetToVW(const std::vector<double>& v, const std::vector<double>& w);
   bool SetToVV(const std::vector<double>& v);
@@ -304,27 +308,22 @@ class NQ_API NQSymMatrix : public INQSymMatrix {
 
   bool ExtractFirstNRows(INQSymMatrix& out) const override;
   bool ExtractSubmatrix(const std::vector<int>& indices, INQSymMatrix& out) const override;
-  // Diagonal block b of the block view.
-  bool ExtractDiagBlock(int b, NQSymMatrix& out) const;
-  // Diagonal block b bordered by the last row: out(bs, k) = s(n-1, b bs + k), out(bs, bs) = s(n-1,
-  // n-1).
+  bool ExtractDiagBlock(int b, NQSymMatrix& out) const;  // of the block view
+  // The same bordered by the last row: out(bs, k) = s(n-1, b bs + k), out(bs, bs) = s(n-1, n-1).
   bool ExtractBlockAndLastRow(int b, NQSymMatrix& out) const;
   // The lower triangle of block (bi, bj): out(k, l) = s(bi bs + k, bj bs + l), k >= l.
   bool ExtractBlockInLowTriangular(int bi, int bj, NQSymMatrix& out) const;
   // out = s(n-1, first) .. s(n-1, first+count-1).
   bool ExtractPartOfLastRow(int first, int count, std::vector<double>& out) const;
-  // The leading block of order k <- that of src.
-  bool ReplaceFirstRows(const NQSymMatrix& src, int k);
-  // All n(n+1)/2 packed entries.
-  bool SetData(const std::vector<double>& src);
-  // out has the order of the set: row k of this matrix goes to the k-th member, the rows and
-  // columns of the others are zero. False unless the set has n members.
+  bool ReplaceFirstRows(const NQSymMatrix& src, int k);  // leading block of order k <- that of src
+  bool SetData(const std::vector<double>& src);          // all n(n+1)/2 packed entries
+  // out has the order of the set: row k goes to the k-th member, the rows and columns of the others
+  // are zero. False unless the set has n members.
   bool Expand(const NQBitSet& set, NQSymMatrix& out) const;
   // The same with the places listed: out(indices[a], indices[b]) = s(a, b) in an `out` of order
   // `size`. False unless there are n different places.
   bool ExpandSym(const std::vector<int>& indices, int size, NQSymMatrix& out) const;
-  // Removes row and column i; one block.
-  bool DeleteOneRow(int i);
+  bool DeleteOneRow(int i);  // and column i; one block
   // With the last row the target and the predictor rows in `set` swept in: out[j] = s(n-1, j), the
   // coefficient, for j in the set, and 0 for the other rows before the last.
   bool GetRegCoeffs(std::vector<double>& out, const NQBitSet& set) const;
@@ -339,20 +338,7 @@ class NQ_API NQSymMatrix : public INQSymMatrix {
   bool HasRow(int i) const { return i >= 0 && i < fNRows; }
   bool HasOrder(std::size_t n) const { return fNRows >= 0 && n == Order(); }
   bool AllocateTriangle();
-  // The matrix as a dense one, or null when it is of another type.
-  static NQSymMatrix* AsDense(INQSymMatrix& m) {
-    return m.GetType() == 0 ? static_cast<NQSymMatrix*>(&m) : nullptr;
-  }
-  static const NQSymMatrix* AsDense(const INQSymMatrix& m) {
-    return m.GetType() == 0 ? static_cast<const NQSymMatrix*>(&m) : nullptr;
-  }
 
-  template <class SweepRow>
-  bool SweepOne(int k, double eps, const double* t, NQBitSet& swept, bool check, SweepRow sweepRow);
-  std::vector<internal::SweepStep> SweepListed(const std::vector<int>& rows, double eps,
-                                               const std::vector<double>& t, NQBitSet& swept);
-  std::vector<double>& ReferenceValues(std::vector<double>* t, std::vector<double>& diagonal) const;
-  std::vector<bool> MembersOf(const NQBitSet& set) const;
   int Factor(const std::vector<double>& t, double eps, bool check, std::vector<bool>* aliasedRows);
 
   int fNRows = 0;

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include <nqcommon/common/NQMV.h>
+#include <nqcommon/math/matrix/internal/matrix_access.h>
 #include <nqcommon/math/matrix/internal/packed_algebra.h>
 #include <nqcommon/math/matrix/internal/packed_cholesky.h>
 #include <nqcommon/math/matrix/internal/packed_triangle.h>
@@ -123,19 +124,20 @@ int InvertInto(const NQSymMatrix& s, NQSymMatrix* out, Factor factor) {
 }  // namespace
 
 int NQSymMatrix::CholInverse(const std::vector<double>& t, double eps, INQSymMatrix& out) const {
-  return InvertInto(*this, AsDense(out), [&](NQSymMatrix& m) { return m.LTChol(t, eps, false); });
+  return InvertInto(*this, internal::AsDenseSym(out),
+                    [&](NQSymMatrix& m) { return m.LTChol(t, eps, false); });
 }
 
 int NQSymMatrix::CholInverse(const std::vector<double>& t, double eps, INQSymMatrix& out,
                              NQBitSet& nonRedundant) const {
-  return InvertInto(*this, AsDense(out),
+  return InvertInto(*this, internal::AsDenseSym(out),
                     [&](NQSymMatrix& m) { return m.LTChol(t, eps, nonRedundant, false); });
 }
 
 int NQSymMatrix::CholInverse(const std::vector<double>& t, double eps, INQSymMatrix& out,
                              double& minPivot) const {
   minPivot = NQMV::Missing();
-  return InvertInto(*this, AsDense(out), [&](NQSymMatrix& m) {
+  return InvertInto(*this, internal::AsDenseSym(out), [&](NQSymMatrix& m) {
     const int aliased = m.LTChol(t, eps, false);
     if (aliased >= 0) minPivot = SmallestPivot(m);
     return aliased;

@@ -1,6 +1,6 @@
 #include <nqcommon/math/matrix/NQSymMatrix.h>
 
-#include <nqcommon/common/display.h>
+#include <nqcommon/math/matrix/internal/display_rows.h>
 
 namespace NQMath_940 {
 
@@ -19,14 +19,6 @@ void NQSymMatrix::Display() const {
   DisplayText(1, "NQSymMatrix display end");
 }
 
-void NQSymMatrix::DisplayF() const {
-  DisplayText(1, "NQSymMatrix full matrix display start");
-  std::vector<double> row;
-  for (int i = 0; i < fNRows; ++i) {
-    GetRow(i, row);
-    DisplayDAS(row.data(), fNRows);
-  }
-  DisplayText(1, "NQSymMatrix full matrix display end");
-}
+void NQSymMatrix::DisplayF() const { internal::DisplayAllRows("NQSymMatrix", *this); }
 
 }  // namespace NQMath_940

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include <nqcommon/math/matrix/internal/argument_checks.h>
+#include <nqcommon/math/matrix/internal/matrix_access.h>
 #include <nqcommon/math/matrix/internal/packed_triangle.h>
 
 namespace NQMath_940 {
@@ -30,13 +32,13 @@ bool Fill(int n, NQSymMatrix& out, F f) {
 // ---- Out ----------------------------------------------------------------------------------------
 
 bool NQSymMatrix::ExtractFirstNRows(INQSymMatrix& out) const {
-  NQSymMatrix* dense = AsDense(out);
+  NQSymMatrix* dense = internal::AsDenseSym(out);
   if (!dense || !dense->IsValidMatrix() || dense->fNRows > fNRows) return false;
   return dense == this || dense->ReplaceFirstRows(*this, dense->fNRows);
 }
 
 bool NQSymMatrix::ExtractSubmatrix(const std::vector<int>& indices, INQSymMatrix& out) const {
-  NQSymMatrix* dense = AsDense(out);
+  NQSymMatrix* dense = internal::AsDenseSym(out);
   if (!dense || !std::all_of(indices.begin(), indices.end(), [this](int i) { return HasRow(i); }))
     return false;
   return Fill(static_cast<int>(indices.size()), *dense, [&](int a, int b) {
@@ -90,11 +92,7 @@ bool NQSymMatrix::SetData(const std::vector<double>& src) {
 }
 
 bool NQSymMatrix::Expand(const NQBitSet& set, NQSymMatrix& out) const {
-  std::vector<int> members;
-  for (int i = 0; i < set.Size(); ++i) {
-    if (set.IsIn(i)) members.push_back(i);
-  }
-  return ExpandSym(members, set.Size(), out);
+  return ExpandSym(internal::MembersOf(set), set.Size(), out);
 }
 
 bool NQSymMatrix::ExpandSym(const std::vector<int>& indices, int size, NQSymMatrix& out) const {

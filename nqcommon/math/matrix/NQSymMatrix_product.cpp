@@ -6,6 +6,7 @@
 #include <nqcommon/common/NQMV.h>
 #include <nqcommon/math/matrix/internal/packed_algebra.h>
 #include <nqcommon/math/matrix/internal/packed_triangle.h>
+#include <nqcommon/math/matrix/internal/symmetric_forms.h>
 #include <nqcommon/math/numeric/NQMathFun.h>
 
 namespace NQMath_940 {
@@ -17,47 +18,14 @@ using NQCommon_940::NQMV;
 
 namespace {
 
-// out <- A S A' row by row, for a symmetric result: row i of A in `a`, timesS: w = S a, timesA: r =
-// A w, of which row i of the result is the start. False when `out` cannot hold the result.
-template <class RowOfA, class TimesS, class TimesA>
-bool ConjugateByRows(int n, RowOfA rowOfA, TimesS timesS, TimesA timesA, NQSymMatrix* out) {
-  if (!out) return false;
-  NQSymMatrix result(n, false);
-  if (!result.IsValidMatrix()) return false;
-  std::vector<double> a, w, r;
-  for (int i = 0; i < n; ++i) {
-    rowOfA(i, a);
-    if (!timesS(a, w) || !timesA(w, r)) return false;
-    std::copy_n(r.begin(), i + 1,
-                result.AsVector().begin() +
-                    static_cast<std::ptrdiff_t>(RowStart(static_cast<std::size_t>(i))));
-  }
-  *out = std::move(result);
-  return true;
-}
-
 // Outer S Outer, both symmetric.
 bool Sandwich(const INQSymMatrix& outer, const INQSymMatrix& s, NQSymMatrix* out) {
   if (s.GetNRows() != outer.GetNRows() || !s.IsValidMatrix()) return false;
-  return ConjugateByRows(
-      outer.GetNRows(), [&](int i, std::vector<double>& a) { outer.GetRow(i, a); },
-      [&](const std::vector<double>& a, std::vector<double>& w) { return s.ComputeSV(a, w); },
-      [&](const std::vector<double>& w, std::vector<double>& r) { return outer.ComputeSV(w, r); },
-      out);
-}
-
-// Whether every index is one of n rows, and there is a value for each.
-bool IsSparseVector(const std::vector<int>& indices, const std::vector<double>& values, int n) {
-  return indices.size() == values.size() &&
-         std::all_of(indices.begin(), indices.end(), [n](int i) { return i >= 0 && i < n; });
-}
-
-std::vector<double> Densify(const std::vector<int>& indices, const std::vector<double>& values,
-                            std::size_t n) {
-  std::vector<double> v(n);
-  for (std::size_t k = 0; k < indices.size(); ++k)
-    v[static_cast<std::size_t>(indices[k])] += values[k];
-  return v;
+  return internal::PutRows(outer.GetNRows(), out, [&](int i, std::vector<double>& row) {
+    outer.GetRow(i, row);
+    s.ComputeSV(row, row);
+    outer.ComputeSV(row, row);
+  });
 }
 
 }  // namespace
@@ -101,10 +69,7 @@ bool NQSymMatrix::ComputeRowDotProductS(int i, const std::vector<double>& v, int
 }
 
 double NQSymMatrix::ComputeRVD(int r, const std::vector<double>& x, int inc) const {
-  const std::size_t step =
-      inc >= 0 ? static_cast<std::size_t>(inc) : -static_cast<std::size_t>(inc);
-  if (Order() > 0 && x.size() < (Order() - 1) * step + 1) return NQMV::Missing();
-  return ComputeRVD(r, x.data(), inc);
+  return internal::StridedRowProduct(*this, r, x, inc);
 }
 
 double NQSymMatrix::ComputeRVD(int r, const double* x, int inc) const {
@@ -140,8 +105,8 @@ bool NQSymMatrix::ComputeLV(const std::vector<double>& v, std::vector<double>& o
 
 bool NQSymMatrix::ComputeLV(const std::vector<int>& indices, const std::vector<double>& values,
                             std::vector<double>& out) const {
-  return IsSparseVector(indices, values, fNRows) &&
-         ComputeLV(Densify(indices, values, Order()), out);
+  std::vector<double> v;
+  return internal::Densify(indices, values, fNRows, v) && ComputeLV(v, out);
 }
 
 bool NQSymMatrix::ComputeLTransV(const std::vector<double>& v, std::vector<double>& out) const {
@@ -154,7 +119,8 @@ bool NQSymMatrix::ComputeLTransV(const std::vector<double>& v, std::vector<doubl
 
 bool NQSymMatrix::ComputeLTransV(const std::vector<int>& indices, const std::vector<double>& values,
                                  std::vector<double>& out) const {
-  if (!IsValidMatrix() || !IsSparseVector(indices, values, fNRows)) return false;
+  if (!IsValidMatrix() || indices.size() != values.size() || !internal::AllBelow(fNRows, indices))
+    return false;
   std::vector<double> product(Order());
   for (std::size_t k = 0; k < indices.size(); ++k) {
     const auto i = static_cast<std::size_t>(indices[k]);
@@ -181,27 +147,18 @@ double NQSymMatrix::ComputeVSW(const double* v, int nv, const double* w, int nw)
 }
 
 double NQSymMatrix::ComputeVSW(const std::vector<double>& v, int first, int second) const {
-  const auto holds = [&](int start) {
-    return start >= 0 && v.size() >= Order() &&
-           static_cast<std::size_t>(start) <= v.size() - Order();
-  };
-  if (!IsValidMatrix() || !holds(first) || !holds(second)) return NQMV::Missing();
-  return ComputeVSW(v.data() + first, fNRows, v.data() + second, fNRows);
+  return internal::FormInOneVector(*this, v, first, second);
 }
 
 double NQSymMatrix::ComputeVSWParts(const std::vector<double>& v, int row,
                                     const std::vector<double>& w, int col) const {
-  if (!IsValidMatrix() || v.size() > Order() || w.size() > Order()) return NQMV::Missing();
-  return ComputeVSWParts(v.data(), static_cast<int>(v.size()), row, w.data(),
-                         static_cast<int>(w.size()), col);
+  return internal::FormOfPart(*this, v, row, w, col);
 }
 
 double NQSymMatrix::ComputeVSWParts(const double* v, int nv, int row, const double* w, int nw,
                                     int col) const {
-  const auto fits = [this](int first, int count) {
-    return first >= 0 && count >= 0 && count <= fNRows - first;
-  };
-  if (!fits(row, nv) || !fits(col, nw)) return NQMV::Missing();
+  if (!internal::IsRun(fNRows, row, nv) || !internal::IsRun(fNRows, col, nw))
+    return NQMV::Missing();
   double sum = 0;
   std::vector<double> s;
   for (int i = 0; i < nv; ++i) {
@@ -215,37 +172,19 @@ double NQSymMatrix::ComputeVSWParts(const double* v, int nv, int row, const doub
 // Row by row, which needs no room for a full square.
 
 bool NQSymMatrix::ComputeGMG(const INQSymMatrix& m, INQSymMatrix& out) const {
-  return Sandwich(*this, m, AsDense(out));
+  return Sandwich(*this, m, internal::AsDenseSym(out));
 }
 
 bool NQSymMatrix::ComputeGSG(const INQSymMatrix& g, INQSymMatrix& out) const {
-  return Sandwich(g, *this, AsDense(out));
+  return Sandwich(g, *this, internal::AsDenseSym(out));
 }
 
 bool NQSymMatrix::ComputeLSLTrans(const INQSymMatrix& l, INQSymMatrix& out) const {
-  if (l.GetNRows() != fNRows || !IsValidMatrix()) return false;
-  return ConjugateByRows(
-      fNRows,
-      [&](int i, std::vector<double>& a) {
-        l.GetRow(i, a);
-        std::fill(a.begin() + i + 1, a.end(), 0.0);
-      },
-      [this](const std::vector<double>& a, std::vector<double>& w) { return ComputeSV(a, w); },
-      [&](const std::vector<double>& w, std::vector<double>& r) { return l.ComputeLV(w, r); },
-      AsDense(out));
+  return internal::ConjugateByLower(*this, l, out);
 }
 
 bool NQSymMatrix::ComputeLTransSL(const INQSymMatrix& l, INQSymMatrix& out) const {
-  if (l.GetNRows() != fNRows || !IsValidMatrix()) return false;
-  return ConjugateByRows(
-      fNRows,
-      [&](int i, std::vector<double>& a) {
-        l.GetRow(i, a);
-        std::fill(a.begin(), a.begin() + i, 0.0);
-      },
-      [this](const std::vector<double>& a, std::vector<double>& w) { return ComputeSV(a, w); },
-      [&](const std::vector<double>& w, std::vector<double>& r) { return l.ComputeLTransV(w, r); },
-      AsDense(out));
+  return internal::ConjugateByUpper(*this, l, out);
 }
 
 double NQSymMatrix::TraceOfProduct(const INQSymMatrix& a) const {

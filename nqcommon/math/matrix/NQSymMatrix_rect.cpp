@@ -2,14 +2,17 @@
 
 #include <utility>
 
-#include <nqcommon/common/NQMV.h>
 #include <nqcommon/math/matrix/NQRectMatrix.h>
 #include <nqcommon/math/matrix/internal/matrix_access.h>
 #include <nqcommon/math/matrix/internal/packed_triangle.h>
+#include <nqcommon/math/matrix/internal/sparse_products.h>
+#include <nqcommon/math/matrix/internal/symmetric_forms.h>
 
 namespace NQMath_940 {
 
 using internal::AsDenseRect;
+using internal::AsDenseSym;
+using internal::AsSparse;
 using internal::ColsOf;
 using internal::Entries;
 using internal::MultiplyInto;
@@ -17,7 +20,6 @@ using internal::Operand;
 using internal::RowsAt;
 using internal::RowsOf;
 using internal::TriangleAt;
-using NQCommon_940::NQMV;
 
 namespace {
 
@@ -41,7 +43,7 @@ bool NQSymMatrix::ComputeSS(const INQSymMatrix& b, INQRectMatrix& out) const {
 
 bool NQSymMatrix::ComputeSTransS(INQSymMatrix& out) const {
   const Operand s = TriangleAt(fvData.data());
-  return IsValidMatrix() && MultiplyInto(s, s, Order(), Order(), AsDense(out));
+  return IsValidMatrix() && MultiplyInto(s, s, Order(), Order(), AsDenseSym(out));
 }
 
 bool NQSymMatrix::ComputeMGN(const INQSymMatrix& m, const INQSymMatrix& n,
@@ -66,6 +68,8 @@ bool NQSymMatrix::ComputeGMGNG(const INQSymMatrix& m, const INQSymMatrix& n,
 
 bool NQSymMatrix::ComputeRS(const INQRectMatrix& r, INQRectMatrix& out) const {
   if (!IsValidMatrix() || r.GetNCols() != fNRows) return false;
+  if (const NQSparseRectMatrix* sparse = AsSparse(r))
+    return internal::SparseTimes(*sparse, *this, AsDenseRect(out));
   const Entries R(r);
   return R.AreThere() && MultiplyInto(R.Rows(), TriangleAt(fvData.data()), RowsOf(r), Order(),
                                       Order(), AsDenseRect(out));
@@ -73,44 +77,49 @@ bool NQSymMatrix::ComputeRS(const INQRectMatrix& r, INQRectMatrix& out) const {
 
 bool NQSymMatrix::ComputeRTransS(const INQRectMatrix& r, INQRectMatrix& out) const {
   if (!IsValidMatrix() || r.GetNRows() != fNRows) return false;
+  if (const NQSparseRectMatrix* sparse = AsSparse(r))
+    return internal::SparseTransTimes(*sparse, *this, AsDenseRect(out));
   const Entries R(r);
   return R.AreThere() && MultiplyInto(R.Transpose(), TriangleAt(fvData.data()), ColsOf(r), Order(),
                                       Order(), AsDenseRect(out));
 }
 
 bool NQSymMatrix::ComputeRSRTrans(const INQRectMatrix& r, INQSymMatrix& out) const {
-  NQRectMatrix rs;
-  if (!ComputeRS(r, rs)) return false;
-  const Entries R(r);
-  return R.AreThere() && MultiplyInto(RowsIn(rs), R.Transpose(), RowsOf(r), Order(), AsDense(out));
+  return internal::RSRTrans(*this, r, out);
 }
 
 bool NQSymMatrix::ComputeRTransSR(const INQRectMatrix& r, INQSymMatrix& out) const {
-  NQRectMatrix rs;
-  if (!ComputeRTransS(r, rs)) return false;
-  const Entries R(r);
-  return R.AreThere() && MultiplyInto(RowsIn(rs), R.Rows(), ColsOf(r), Order(), AsDense(out));
+  return internal::RTransSR(*this, r, out);
 }
 
 bool NQSymMatrix::ComputeRTransSV(const INQRectMatrix& r, const std::vector<double>& v,
                                   std::vector<double>& out) const {
-  std::vector<double> sv;
-  return r.GetNRows() == fNRows && ComputeSV(v, sv) && r.ComputeVR(sv, out);
+  return internal::RTransSV(*this, r, v, out);
 }
 
 double NQSymMatrix::ComputeVSV(const INQRectMatrix& r, int i) const {
-  std::vector<double> row;
-  return r.GetRow(i, row) ? ComputeVSV(row) : NQMV::Missing();
+  return internal::FormOfRectRow(*this, r, i);
 }
 
 bool NQSymMatrix::ComputeRTransByR(const INQRectMatrix& r) {
   if (!r.IsValidMatrix()) return false;
+  if (const NQSparseRectMatrix* sparse = AsSparse(r)) {
+    NQSymMatrix sum(r.GetNCols(), true);
+    if (!sum.IsValidMatrix()) return false;
+    for (int i = 0; i < r.GetNRows(); ++i)
+      internal::AddOuter(internal::StoredIn(*sparse, i), 0, 1.0, sum.fvData.data());
+    *this = std::move(sum);
+    return true;
+  }
   const Entries R(r);
   return R.AreThere() && MultiplyInto(R.Transpose(), R.Rows(), ColsOf(r), RowsOf(r), this);
 }
 
 bool NQSymMatrix::ComputeRByRTrans(const INQRectMatrix& r) {
   if (!r.IsValidMatrix()) return false;
+  NQRectMatrix square;
+  if (AsSparse(r))
+    return r.ComputeProductMatrixTrans(r, square) && internal::PutLower(square, *this);
   const Entries R(r);
   return R.AreThere() && MultiplyInto(R.Rows(), R.Transpose(), RowsOf(r), ColsOf(r), this);
 }

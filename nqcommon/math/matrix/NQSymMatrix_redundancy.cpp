@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include <nqcommon/math/matrix/internal/argument_checks.h>
 #include <nqcommon/math/matrix/internal/packed_sweep.h>
 #include <nqcommon/math/matrix/internal/packed_triangle.h>
 #include <nqcommon/math/matrix/internal/scaling.h>
@@ -18,10 +19,7 @@ int NQSymMatrix::CholIndNonRed(double epsz, double eps, std::vector<int>& indice
   for (double& x : threshold) x = std::max(epsz, eps * x);
   NQBitSet nonRedundant;
   const int dependent = factor.LTChol(threshold, 1.0, nonRedundant, false);
-  indices.clear();
-  for (int i = 0; i < fNRows; ++i) {
-    if (nonRedundant.IsIn(i)) indices.push_back(i);
-  }
+  indices = internal::MembersOf(nonRedundant);
   return dependent;
 }
 
@@ -29,8 +27,9 @@ bool NQSymMatrix::CheckMDependent(int k, double eps, const std::vector<double>& 
                                   const NQBitSet& swept, NQBitSet& nonRedundant) const {
   if (!HasRow(k) || t.size() < Order() || swept.Size() < fNRows || nonRedundant.Size() <= k)
     return false;
-  const bool dependent = internal::RefusesSweep(fvData.data(), Order(), static_cast<std::size_t>(k),
-                                                eps, t.data(), MembersOf(swept));
+  const bool dependent =
+      internal::RefusesSweep(fvData.data(), Order(), static_cast<std::size_t>(k), eps, t.data(),
+                             internal::MemberFlags(swept, Order()));
   nonRedundant.Set(k, !dependent);
   return dependent;
 }

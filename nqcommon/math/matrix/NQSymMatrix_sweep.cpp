@@ -5,6 +5,7 @@
 #include <cmath>
 #include <numeric>
 
+#include <nqcommon/math/matrix/internal/argument_checks.h>
 #include <nqcommon/math/matrix/internal/packed_sweep.h>
 
 namespace NQMath_940 {
@@ -31,22 +32,47 @@ std::vector<int> FirstRows(int count) {
   return rows;
 }
 
-}  // namespace
-
-// ---- One row ------------------------------------------------------------------------------------
+std::size_t OrderOf(const NQSymMatrix& s) {
+  return static_cast<std::size_t>(std::max(s.GetNRows(), 0));
+}
 
 // Both forms of the single sweep: sweepRow works on n membership flags.
 template <class SweepRow>
-bool NQSymMatrix::SweepOne(int k, double eps, const double* t, NQBitSet& swept, bool check,
-                           SweepRow sweepRow) {
-  if (check && (!HasRow(k) || eps <= 0 || swept.Size() < fNRows || AnyNegative(t, Order())))
+bool SweepOne(NQSymMatrix& s, int k, double eps, const double* t, NQBitSet& swept, bool check,
+              SweepRow sweepRow) {
+  const bool hasRow = k >= 0 && k < s.GetNRows();
+  if (check && (!hasRow || eps <= 0 || swept.Size() < s.GetNRows() || AnyNegative(t, OrderOf(s))))
     return false;
-  assert(HasRow(k));
-  std::vector<bool> members = MembersOf(swept);
-  if (!sweepRow(fvData.data(), Order(), static_cast<std::size_t>(k), eps, t, members)) return false;
-  swept.Set(k, members[static_cast<std::size_t>(k)]);
+  assert(hasRow);
+  const auto row = static_cast<std::size_t>(k);
+  std::vector<bool> members = internal::MemberFlags(swept, OrderOf(s));
+  if (!sweepRow(s.AsVector().data(), OrderOf(s), row, eps, t, members)) return false;
+  swept.Set(k, members[row]);
   return true;
 }
+
+// The caller's values, or the current diagonal copied into `diagonal`.
+std::vector<double>& ReferenceValues(const NQSymMatrix& s, std::vector<double>* t,
+                                     std::vector<double>& diagonal) {
+  if (t) return *t;
+  s.GetDiagonal(diagonal);
+  return diagonal;
+}
+
+// Sweeps the rows, all inside the matrix, with n reference values.
+std::vector<internal::SweepStep> SweepListed(NQSymMatrix& s, const std::vector<int>& rows,
+                                             double eps, const std::vector<double>& t,
+                                             NQBitSet& swept) {
+  std::vector<bool> members = internal::MemberFlags(swept, OrderOf(s));
+  std::vector<internal::SweepStep> steps;
+  internal::SweepRows(s.AsVector().data(), OrderOf(s), rows, eps, t.data(), members, &steps);
+  for (int row : rows) swept.Set(row, members[static_cast<std::size_t>(row)]);
+  return steps;
+}
+
+}  // namespace
+
+// ---- One row ------------------------------------------------------------------------------------
 
 bool NQSymMatrix::Sweep(int k, double eps, const std::vector<double>& t, NQBitSet& swept,
                         bool check) {
@@ -54,50 +80,25 @@ bool NQSymMatrix::Sweep(int k, double eps, const std::vector<double>& t, NQBitSe
 }
 
 bool NQSymMatrix::Sweep(int k, double eps, const double* t, NQBitSet& swept, bool check) {
-  return SweepOne(k, eps, t, swept, check,
+  return SweepOne(*this, k, eps, t, swept, check,
                   [](auto&&... arguments) { return internal::SweepRow(arguments...); });
 }
 
 bool NQSymMatrix::SweepOrig(int k, double eps, const double* t, NQBitSet& swept, bool check) {
-  return SweepOne(k, eps, t, swept, check, internal::SweepRowPlain);
+  return SweepOne(*this, k, eps, t, swept, check, internal::SweepRowPlain);
 }
 
 // ---- Drivers ------------------------------------------------------------------------------------
-
-// The caller's values, or the current diagonal copied into `diagonal`.
-std::vector<double>& NQSymMatrix::ReferenceValues(std::vector<double>* t,
-                                                  std::vector<double>& diagonal) const {
-  if (t) return *t;
-  GetDiagonal(diagonal);
-  return diagonal;
-}
-
-std::vector<bool> NQSymMatrix::MembersOf(const NQBitSet& set) const {
-  std::vector<bool> members(Order());
-  for (std::size_t i = 0; i < members.size(); ++i) members[i] = set.IsIn(static_cast<int>(i));
-  return members;
-}
-
-// Sweeps the rows, all inside the matrix, with n reference values.
-std::vector<internal::SweepStep> NQSymMatrix::SweepListed(const std::vector<int>& rows, double eps,
-                                                          const std::vector<double>& t,
-                                                          NQBitSet& swept) {
-  std::vector<bool> members = MembersOf(swept);
-  std::vector<internal::SweepStep> steps;
-  internal::SweepRows(fvData.data(), Order(), rows, eps, t.data(), members, &steps);
-  for (int row : rows) swept.Set(row, members[static_cast<std::size_t>(row)]);
-  return steps;
-}
 
 bool NQSymMatrix::SweepOnAll(double eps, NQBitSet& swept, bool check, bool zeroRedundant,
                              bool changeSign, std::vector<double>* t) {
   if (swept.Size() != fNRows) swept.Resize(fNRows, false);
   swept.Clear();
   std::vector<double> diagonal;
-  std::vector<double>& reference = ReferenceValues(t, diagonal);
+  std::vector<double>& reference = ReferenceValues(*this, t, diagonal);
   bool fits = reference.size() >= Order();
   if (check) fits = fits && !(eps <= 0) && RaiseReferences(reference);
-  if (fits) SweepListed(FirstRows(fNRows), eps, reference, swept);
+  if (fits) SweepListed(*this, FirstRows(fNRows), eps, reference, swept);
   if (zeroRedundant && swept.InSet() < fNRows) ZeroOutRedundant(swept);
   if (changeSign) ChangeSign();
   return fits;
@@ -107,13 +108,13 @@ bool NQSymMatrix::SweepOnMany(int m, double eps, bool pivotBefore, NQBitSet& swe
                               bool check, std::vector<double>* t) {
   if (swept.Size() == 0) swept.Resize(fNRows, false);
   std::vector<double> diagonal;
-  std::vector<double>& reference = ReferenceValues(t, diagonal);
+  std::vector<double>& reference = ReferenceValues(*this, t, diagonal);
   if (m > fNRows || swept.Size() < m || reference.size() < Order()) return false;
   if (check && (m <= 0 || eps <= 0 || !RaiseReferences(reference))) return false;
 
   logDet = 0;
   swept.SetRange(0, m - 1, false);
-  for (const auto& [pivot, done] : SweepListed(FirstRows(m), eps, reference, swept)) {
+  for (const auto& [pivot, done] : SweepListed(*this, FirstRows(m), eps, reference, swept)) {
     const double q = pivotBefore ? pivot : 1.0 / pivot;  // the diagonal is -1 / pivot afterwards
     if (done && q > 0) logDet += std::log(q);
   }
@@ -124,11 +125,11 @@ bool NQSymMatrix::SweepOnSelected(const std::vector<int>& rows, double eps, NQBi
                                   bool check, std::vector<double>* t) {
   if (swept.Size() == 0) swept.Resize(fNRows, false);
   std::vector<double> diagonal;
-  std::vector<double>& reference = ReferenceValues(t, diagonal);
+  std::vector<double>& reference = ReferenceValues(*this, t, diagonal);
   const auto inside = [this](int row) { return HasRow(row); };
   if (!std::all_of(rows.begin(), rows.end(), inside) || reference.size() < Order()) return false;
   if (check && (swept.Size() < fNRows || !RaiseReferences(reference))) return false;
-  SweepListed(rows, eps, reference, swept);
+  SweepListed(*this, rows, eps, reference, swept);
   return true;
 }
 

@@ -1,7 +1,9 @@
 #include <nqcommon/math/matrix/NQSymMatrix.h>
 
+#include <nqcommon/math/matrix/internal/argument_checks.h>
 #include <nqcommon/math/matrix/internal/packed_algebra.h>
 #include <nqcommon/math/matrix/internal/packed_triangle.h>
+#include <nqcommon/math/matrix/internal/sparse_run.h>
 
 namespace NQMath_940 {
 
@@ -42,6 +44,34 @@ bool NQSymMatrix::UpdateZZ(const std::vector<double>& z, int first, double w) {
   const auto at = static_cast<std::size_t>(first);
   for (std::size_t i = 0; i < z.size(); ++i) {
     if (z[i] != 0) AddScaled(i + 1, z[i] * w, z.data(), fvData.data() + RowStart(at + i) + at);
+  }
+  return true;
+}
+
+bool NQSymMatrix::UpdateXXSparse(const NQSparseVector& x, double w) {
+  return w > 0 && x.QuadraticOuterProductIncr(*this, w);
+}
+
+bool NQSymMatrix::UpdateXXCornerBlock(const std::vector<double>& x, int row,
+                                      const std::vector<double>& z, int col, double w) {
+  if (!(w > 0) || !IsValidMatrix() || col < 0 || !internal::HoldsRun(Order(), row, x.size()) ||
+      col > row || z.size() > static_cast<std::size_t>(row - col))
+    return false;
+  for (std::size_t i = 0; i < x.size(); ++i) {
+    double* corner = fvData.data() + RowStart(static_cast<std::size_t>(row) + i) + col;
+    if (x[i] != 0) AddScaled(z.size(), x[i] * w, z.data(), corner);
+  }
+  return true;
+}
+
+bool NQSymMatrix::UpdateXXCornerSparse(const std::vector<double>& x, int row,
+                                       const NQSparseVector& z, int col, double w) {
+  if (!(w > 0) || !IsValidMatrix() || !internal::HoldsRun(Order(), row, x.size()) ||
+      !internal::FitsIn(z, static_cast<std::size_t>(row), col))
+    return false;
+  for (std::size_t i = 0; i < x.size(); ++i) {
+    double* corner = fvData.data() + RowStart(static_cast<std::size_t>(row) + i) + col;
+    if (x[i] != 0) AddScaled(internal::RunOf(z), x[i] * w, corner);
   }
   return true;
 }

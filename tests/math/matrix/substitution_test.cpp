@@ -1,34 +1,57 @@
-// A structured symmetric matrix stands in for its dense expansion: every operation of the interface
-// gives the same values on both. Entries are powers of 4 and 0, operands small integers, so that
-// both ways of computing are exact. Where a class has a rule of its own, it is tested apart.
+// A structured matrix stands in for its dense expansion: every operation of the interface gives the
+// same values on both, and with sparse operands as with dense ones. Entries are chosen so that both
+// ways of computing are exact, but for the rounding of determinants and norms. Where a class has a
+// rule of its own, it is tested apart.
 #include <gtest/gtest.h>
 
 #include <nqcommon/math/matrix/NQDiagMatrix.h>
 
+#include <functional>
 #include <memory>
+#include <string>
 
-#include "support/rect.h"
+#include "support/compare.h"
 #include "support/special_values.h"
+#include "support/structured.h"
 
 namespace NQMath_940 {
 namespace {
 
 using nqtest::Dense;
-using nqtest::RandomRect;
+using nqtest::MakeBlocks;
+using nqtest::RandomSparse;
 using nqtest::RandomSym;
 using nqtest::RandomVector;
 using nqtest::ToDense;
 
 using Values = std::vector<double>;
 
+// A sparse matrix and its dense expansion; `r` is the one wanted.
+struct Rect {
+  Rect(bool isSparse, int m, int n, int k, std::mt19937& random)
+      : sparse(RandomSparse(m, n, k, random)), dense(nqtest::ToRect(ToDense(sparse))) {
+    if (isSparse) {
+      r = &sparse;
+    } else {
+      r = &dense;
+    }
+  }
+
+  NQSparseRectMatrix sparse;
+  NQRectMatrix dense;
+  INQRectMatrix* r;
+};
+
 struct Inputs {
-  explicit Inputs(int order) : n(order) {}
+  Inputs(int order, bool isSparse)
+      : n(order), wide(isSparse, 3, n, n, random), columns(isSparse, n, 2, 1, random) {}
 
   int n, last = n - 1;
   std::mt19937 random{static_cast<unsigned>(n)};
   std::size_t size = static_cast<std::size_t>(n);
-  NQRectMatrix r = RandomRect(3, n, random), tall = RandomRect(n, 2, random);
-  NQRectMatrix wrong = RandomRect(n + 1, n + 1, random);
+  Rect wide, columns;
+  const INQRectMatrix &r = *wide.r, &tall = *columns.r;
+  NQRectMatrix wrong = nqtest::RandomRect(n + 1, n + 1, random);
   NQSymMatrix m = RandomSym(n, random), g = RandomSym(n, random), larger{n + 1, true};
   Values v = RandomVector(size, random), w = RandomVector(size, random), t = Values(size, 1.0);
   Values zero = Values(size), none;
@@ -46,7 +69,8 @@ struct Outputs {
 };
 
 // All answers and the matrix as it is afterwards, as one list.
-Values Flatten(Values values, const INQSymMatrix& s, const Outputs& out) {
+template <class Matrix>
+Values Flatten(Values values, const Matrix& s, const Outputs& out) {
   values.insert(values.end(), {out.x, out.y, out.z, out.u, out.det.first, 1.0 * out.det.second});
   for (const Dense& d : {ToDense(s), ToDense(out.sym), ToDense(out.rect), Dense{out.v}}) {
     values.push_back(static_cast<double>(d.size()));
@@ -56,9 +80,21 @@ Values Flatten(Values values, const INQSymMatrix& s, const Outputs& out) {
   return values;
 }
 
-struct Row {
+template <class Matrix, class In>
+struct RowOf {
   const char* name;
-  Values (*run)(INQSymMatrix& s, Inputs& in, Outputs& out);
+  Values (*run)(Matrix& s, In& in, Outputs& out);
+
+  void ExpectSame(const std::string& label, Matrix& structured, In& in, Matrix& dense,
+                  In& denseIn) const {
+    Outputs got, wanted;
+    Values result = run(structured, in, got), resultWanted = run(dense, denseIn, wanted);
+    result = Flatten(result, structured, got);
+    resultWanted = Flatten(resultWanted, dense, wanted);
+    ASSERT_EQ(result.size(), resultWanted.size()) << label << ": " << name;
+    for (std::size_t k = 0; k < result.size(); ++k)
+      EXPECT_CLOSE(result[k], resultWanted[k], 1e-14) << label << ": " << name << ", value " << k;
+  }
 };
 
 template <class... T>
@@ -67,19 +103,22 @@ Values List(T... results) {
 }
 
 // The operations of a row answer through different outputs: their order is not defined.
-#define NQ_ROW(name, ...)                                                   \
-  {                                                                         \
-    name, []([[maybe_unused]] INQSymMatrix& s, [[maybe_unused]] Inputs& in, \
-             [[maybe_unused]] Outputs& out) { return List(__VA_ARGS__); }   \
+#define NQ_ROW_OF(Matrix, In, name, ...)                                                           \
+  {                                                                                                \
+    name, []([[maybe_unused]] Matrix& s, [[maybe_unused]] In& in, [[maybe_unused]] Outputs& out) { \
+      return List(__VA_ARGS__);                                                                    \
+    }                                                                                              \
   }
+#define NQ_ROW(name, ...) NQ_ROW_OF(INQSymMatrix, Inputs, name, __VA_ARGS__)
 
-const Row kRows[] = {
+const RowOf<INQSymMatrix, Inputs> kRows[] = {
     NQ_ROW("diagonals", (s.GetDiagonal(out.v), s.GetNCheckDiagonal(in.t, 1, 2), in.t[0])),
     NQ_ROW("row", s.GetRow(in.last, out.v), s.GetRow(in.n, out.v)),
     NQ_ROW("arithmetic", (s.AddToDiagonal(3), s.ChangeSign(), s.MultiplyByNumber(-2), s.Trace())),
     NQ_ROW("rows",
            (s.ZeroOut(in.last), s.SetElem(0, 0, 7), s.ZeroOutNonDiag(0.5), s.ZeroOut(in.n))),
     NQ_ROW("resize", s.Resize(in.n > 1 ? -1 : 0)),
+    NQ_ROW("resize upwards", s.Resize(in.n + 2)),
     NQ_ROW("resize and clear", s.SetNRows(in.n, true)),
     NQ_ROW("row put", s.PutRow(0, in.zero), s.PutRow(0, in.none), s.PutRow(in.n, in.zero)),
     NQ_ROW("row to 0", s.SetRowColToConst(0, 0), s.SetRowColToConst(-1, 0)),
@@ -148,38 +187,168 @@ const Row kRows[] = {
     NQ_ROW("dense GMG, SB", in.g.ComputeGMG(s, out.sym), in.m.ComputeSS(s, out.rect)),
     NQ_ROW("dense GSG, MGN", in.m.ComputeGSG(s, out.sym), in.g.ComputeMGN(in.m, s, out.rect)),
     NQ_ROW("dense LSL', RB", in.m.ComputeLSLTrans(s, out.sym),
-           in.r.ComputeMatrixProduct(s, out.rect)),
+           in.wide.dense.ComputeMatrixProduct(s, out.rect)),
     NQ_ROW("dense L'SL, GMGNG", in.m.ComputeLTransSL(s, out.sym),
            in.g.ComputeGMGNG(s, in.m, out.rect)),
     NQ_ROW("diagonal MGN", NQDiagMatrix(in.v).ComputeMGN(s, in.m, out.rect)),
-    NQ_ROW("R1'SR2, trace", in.tall.ComputeR1TransSR2(s, in.tall, out.rect),
+    NQ_ROW("R1'SR2, trace", in.columns.dense.ComputeR1TransSR2(s, in.columns.dense, out.rect),
            in.m.TraceOfProductOfThree(s, in.g)),
+    NQ_ROW("diag(S, S) R",
+           in.columns.dense.CreateBlockDiagonal(2, out.rect) &&
+               out.rect.ComputeBlockDiagSR(s, out.rect),
+           in.wrong.ComputeBlockDiagSR(s, in.wrong)),
     NQ_ROW("R - aS", in.g.ExpandSymToRect(out.rect) && out.rect.SubtractSymMatrix(s, 3)),
     NQ_ROW("tr(RS)", in.m.ExpandSymToRect(out.rect) && out.rect.TraceOfProductSqS(s, out.x)),
 };
 
 struct Kind {
-  const char* name;
-  std::unique_ptr<INQSymMatrix> (*make)(std::size_t n);
+  std::string name;
+  std::function<std::unique_ptr<INQSymMatrix>()> make;
 };
 
-std::unique_ptr<INQSymMatrix> MakeDiagonal(std::size_t n) {
-  Values d{4, 16, 0, 1, 64, 0.25, 4};
-  d.resize(n);
-  return std::make_unique<NQDiagMatrix>(d);
+template <class Matrix>
+Kind KindOf(std::string name, const Matrix& m) {
+  return {std::move(name), [m] { return std::make_unique<Matrix>(m); }};
 }
 
-TEST(Substitution, EveryOperationAsOnTheDenseExpansion) {
-  for (const Kind& kind : {Kind{"diagonal", MakeDiagonal}}) {
-    for (int n : {1, 2, 7}) {
-      for (const Row& row : kRows) {
-        const auto s = kind.make(static_cast<std::size_t>(n));
+std::vector<Kind> Kinds() {
+  std::vector<Kind> kinds;
+  for (std::size_t n : {1u, 2u, 7u}) {
+    Values d{4, 16, 0, 1, 64, 0.25, 4};
+    d.resize(n);
+    kinds.push_back(KindOf("diagonal of order " + std::to_string(n), NQDiagMatrix(d)));
+  }
+  std::mt19937 random(5);
+  kinds.push_back(KindOf("dense", nqtest::ToSym(ToDense(nqtest::RandomBlocks({6}, random)))));
+  // Negative sizes are diagonal blocks.
+  std::vector<std::vector<int>> structures{
+      {1}, {-1}, {1, 1, 1, 1}, {12}, {-3, -4}, {-2, 3, -1, 0, 4}, {0, 5, 2, 3}};
+  for (int k = 0; k < 12; ++k) {
+    structures.push_back({1});
+    for (auto b = random() % 5; b > 0; --b)
+      structures.back().push_back(static_cast<int>(random() % 13) - 6);
+  }
+  for (const auto& sizes : structures) {
+    std::string name = "blocks";
+    for (int size : sizes) name += " " + std::to_string(size);
+    kinds.push_back(KindOf(name, nqtest::RandomBlocks(sizes, random)));
+  }
+  return kinds;
+}
+
+TEST(Substitution, SymmetricMatrices) {
+  for (const Kind& kind : Kinds()) {
+    for (const bool isSparse : {false, true}) {
+      for (const auto& row : kRows) {
+        const auto s = kind.make();
         NQSymMatrix dense = nqtest::ToSym(ToDense(*s));
-        Inputs in(n), same(n);
-        Outputs got, wanted;
-        const Values result = row.run(dense, same, wanted), resultGot = row.run(*s, in, got);
-        EXPECT_EQ(Flatten(resultGot, *s, got), Flatten(result, dense, wanted))
-            << kind.name << " of order " << n << ": " << row.name;
+        Inputs in(s->GetNRows(), isSparse), denseIn(s->GetNRows(), false);
+        row.ExpectSame(kind.name + (isSparse ? ", R sparse" : ""), *s, in, dense, denseIn);
+      }
+    }
+  }
+}
+
+// ---- Rectangular matrices ------------------------------------------------------------------------
+
+struct RectInputs {
+  RectInputs(int nRows, int nCols, int k, bool isSparse)
+      : m(nRows),
+        n(nCols),
+        times(isSparse, n, 3, 2, random),
+        timesTrans(isSparse, 4, n, k, random),
+        same(isSparse, m, n, k, random) {
+    for (int j = n - k; j < n; ++j) places.push_back(j);
+    full = RandomVector(places.size(), random);
+  }
+
+  int m, n, last = m - 1;
+  std::mt19937 random{static_cast<unsigned>(m * n)};
+  Rect times, timesTrans, same;
+  const INQRectMatrix &b = *times.r, &c = *timesTrans.r;
+  NQRectMatrix a = nqtest::RandomRect(2, m, random), d = nqtest::RandomRect(2, n, random);
+  Values v = RandomVector(static_cast<std::size_t>(n), random);
+  Values w = RandomVector(static_cast<std::size_t>(m), random), none;
+  std::vector<int> places, bad{0, n}, badRow{m}, two{n - 1, 0, n - 1}, rows{m - 1, 0, m - 1};
+  Values full, one{3};
+  std::vector<int> lastPlace{n - 1}, tooFar{n};
+};
+
+#define NQ_RECT(name, ...) NQ_ROW_OF(INQRectMatrix, RectInputs, name, __VA_ARGS__)
+
+const RowOf<INQRectMatrix, RectInputs> kRectRows[] = {
+    NQ_RECT("row", s.GetRow(in.last, out.v), s.GetRow(in.m, out.v), s.GetRow(-1, out.v)),
+    NQ_RECT("column", s.GetCol(0, out.v), s.GetCol(in.n, out.v)),
+    NQ_RECT("last column", s.CopyColToVec(in.n - 1, out.v), s.CopyColToVec(-1, out.v)),
+    NQ_RECT("rows added", s.AddRow(), s.AddRow(NQSparseVector(in.places, in.full)),
+            s.AddRow(NQSparseVector(in.places, in.none)),
+            s.AddRow(NQSparseVector(in.tooFar, in.one))),
+    NQ_RECT("row set", s.SetRow(0, NQSparseVector(in.lastPlace, in.one)),
+            s.SetRow(in.m, NQSparseVector(in.lastPlace, in.one)),
+            s.SetRow(0, NQSparseVector(in.tooFar, in.one))),
+    NQ_RECT("resize, less and more rows", (s.Resize(in.last, in.n), s.Resize(in.m + 20, in.n))),
+    NQ_RECT("no rows", s.Resize(-1, in.n)),
+    NQ_RECT("shape and clear", s.SetNRowsCols(in.m + 1, in.n + 1, true)),
+    NQ_RECT("clear", (s.Clear(), s.IsRowZero(0)), s.IsRowZero(in.m)),
+    NQ_RECT("part of a row to 0", s.ZeroOutRowPart(in.last, 1, in.n - 1),
+            s.ZeroOutRowPart(0, 1, in.n), s.ZeroOutRowPart(in.m, 0, 1)),
+    NQ_RECT("norms", s.ColNorm(0), s.ColNorm(in.n), s.RowNorm(in.last), s.RowNorm(-1)),
+    NQ_RECT("zero rows", s.IsRowZero(0), s.IsRowZero(in.last), s.IsRowZero(-1)),
+    NQ_RECT("rows copied in", s.CopyRows(*in.same.r, 1, in.last), s.CopyRows(in.a, 0, 3)),
+    NQ_RECT("rows of itself", s.CopyRows(s, 1, in.last), s.CopyRows(s, 1, in.m)),
+    NQ_RECT("row to dense", s.CopyRowToRow(in.last, 1, in.d) && in.d.GetRow(1, out.v),
+            s.CopyRowToRow(0, 2, in.d), s.CopyRowToRow(0, 0, in.times.dense)),
+    NQ_RECT("row to sparse",
+            s.CopyRowToRow(in.last, 0, in.same.sparse) && in.same.sparse.GetRow(0, out.v),
+            s.CopyRowToRow(in.m, 0, in.same.sparse), s.CopyRowToRow(0, 0, in.times.sparse)),
+    NQ_RECT("row to itself", (s.CopyRowToRow(0, in.last, s), s.CopyRowToRow(0, 0, s))),
+    NQ_RECT("columns", s.ExtractColumns(in.two, out.rect), s.ExtractColumns(in.bad, out.rect)),
+    NQ_RECT("rows", s.ExtractRows(in.rows, out.rect), s.ExtractRows(in.badRow, out.rect)),
+    NQ_RECT("on a diagonal", s.CreateBlockDiagonal(2, out.rect),
+            s.CreateBlockDiagonal(-1, out.rect)),
+    NQ_RECT("columns to the right", s.ShiftColumns(1, out.rect)),
+    NQ_RECT("columns to the left", s.ShiftColumns(-2, out.rect)),
+    NQ_RECT("rows down", s.ShiftRows(1, out.rect)),
+    NQ_RECT("rows up", s.ShiftRows(-2, out.rect)),
+    NQ_RECT("R B", s.ComputeMatrixProduct(in.b, out.rect), s.ComputeMatrixProduct(in.a, out.rect)),
+    NQ_RECT("R B'", s.ComputeProductMatrixTrans(in.c, out.rect),
+            s.ComputeProductMatrixTrans(in.b, out.rect)),
+    NQ_RECT("R R'", s.ComputeProductMatrixTrans(s, out.rect)),
+    NQ_RECT("R v", s.ComputeRV(in.v, out.v), s.ComputeRV(in.none, out.v)),
+    NQ_RECT("R'w", s.ComputeVR(in.w, out.v), s.ComputeVR(in.none, out.v)),
+    NQ_RECT("columns and rows", s.DotProductCol(0, in.n - 1), s.DotProductCol(0, in.n),
+            s.DotProductRows(0, in.last), s.DotProductRows(in.m, 0)),
+    NQ_RECT("with another's", s.DotProductRowCol(in.last, in.b, 2), s.DotProductRowCol(0, in.b, 3),
+            s.DotProductRowRow(0, in.c, 3), s.DotProductRowRow(0, in.c, -1),
+            s.DotProductRowRow(0, in.b, 0)),
+    NQ_RECT("vector by column", s.IncrVecByColumn(0, out.v = in.w, 1, in.last, 3, true),
+            s.IncrVecByColumn(0, in.none, 0, 0, 3, false),
+            s.IncrVecByColumn(in.n, out.v, 0, 1, 3, true)),
+    NQ_RECT("part by column", s.IncrVecByColumn(in.n - 1, out.v = in.one, in.last, 1, 2, false),
+            s.IncrVecByColumn(0, in.w, 1, in.last, 2, false)),
+    // As an operand
+    NQ_RECT("A R", in.a.ComputeMatrixProduct(s, out.rect), in.d.ComputeMatrixProduct(s, out.rect)),
+    NQ_RECT("A R'", in.d.ComputeProductMatrixTrans(s, out.rect)),
+    NQ_RECT("columns copied", out.rect.CopyColumns(s, in.n - 1, 1),
+            nqtest::ToRect(ToDense(s)).DotProductColCol(0, s, in.n - 1)),
+    NQ_RECT("R'R", out.sym.ComputeRTransByR(s)),
+    NQ_RECT("RR'", out.sym.ComputeRByRTrans(s)),
+};
+
+TEST(Substitution, RectangularMatrices) {
+  struct Shape {
+    int m, n, k;
+  };
+  for (const auto& [m, n, k] : {Shape{3, 2, 1}, {2, 2, 2}, {9, 4, 1}, {5, 8, 3}, {6, 6, 6}}) {
+    for (unsigned seed = 0; seed < 4; ++seed) {
+      for (const auto& row : kRectRows) {
+        std::mt19937 random(seed);
+        NQSparseRectMatrix sparse = RandomSparse(m, n, k, random);
+        NQRectMatrix dense = nqtest::ToRect(ToDense(sparse));
+        RectInputs in(m, n, k, seed % 2 == 1), denseIn(m, n, k, false);
+        row.ExpectSame(std::to_string(m) + " x " + std::to_string(n) + ", " + std::to_string(k) +
+                           " a row, seed " + std::to_string(seed),
+                       sparse, in, dense, denseIn);
       }
     }
   }

@@ -13,4 +13,18 @@ Isa BestIsa();
 // `wanted`, or the best this machine has when that is less.
 Isa UsableIsa(Isa wanted);
 
+// The form of that instruction set.
+template <class Kernels>
+const Kernels& ChooseKernels(Isa wanted, const Kernels& baseline, const Kernels& avx2,
+                             const Kernels& avx512) {
+  switch (UsableIsa(wanted)) {
+    case Isa::kAvx512:
+      return avx512;
+    case Isa::kAvx2:
+      return avx2;
+    default:
+      return baseline;
+  }
+}
+
 }  // namespace NQMath_940::internal

@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <cstddef>
 #include <exception>
-#include <limits>
 #include <type_traits>
 #include <utility>
 #include <vector>
@@ -13,7 +12,10 @@
 #include <nqcommon/math/matrix/INQRectMatrix.h>
 #include <nqcommon/math/matrix/NQDiagMatrix.h>
 #include <nqcommon/math/matrix/NQRectMatrix.h>
+#include <nqcommon/math/matrix/NQSparseRectMatrix.h>
+#include <nqcommon/math/matrix/NQSymBlockDiagMatrix.h>
 #include <nqcommon/math/matrix/NQSymMatrix.h>
+#include <nqcommon/math/matrix/internal/argument_checks.h>
 #include <nqcommon/math/matrix/internal/dense_kernels.h>
 #include <nqcommon/math/matrix/internal/packed_triangle.h>
 
@@ -31,6 +33,17 @@ auto* AsDiagonal(M& m) {
   return m.GetType() == 1 ? static_cast<To*>(&m) : nullptr;
 }
 template <class M>
+auto* AsBlockDiag(M& m) {
+  using To =
+      std::conditional_t<std::is_const_v<M>, const NQSymBlockDiagMatrix, NQSymBlockDiagMatrix>;
+  return m.GetType() == 2 ? static_cast<To*>(&m) : nullptr;
+}
+template <class M>
+auto* AsSparse(M& m) {
+  using To = std::conditional_t<std::is_const_v<M>, const NQSparseRectMatrix, NQSparseRectMatrix>;
+  return m.GetMatrixType() == 1 ? static_cast<To*>(&m) : nullptr;
+}
+template <class M>
 auto* AsDenseRect(M& m) {
   using To = std::conditional_t<std::is_const_v<M>, const NQRectMatrix, NQRectMatrix>;
   return m.GetMatrixType() == 0 ? static_cast<To*>(&m) : nullptr;
@@ -39,8 +52,6 @@ auto* AsDenseRect(M& m) {
 inline std::size_t RowsOf(const INQRectMatrix& r) { return static_cast<std::size_t>(r.GetNRows()); }
 inline std::size_t ColsOf(const INQRectMatrix& r) { return static_cast<std::size_t>(r.GetNCols()); }
 inline std::size_t OrderOf(const INQSymMatrix& s) { return static_cast<std::size_t>(s.GetNRows()); }
-
-inline bool FitsInt(long long n) { return n >= 0 && n <= std::numeric_limits<int>::max(); }
 
 // The entries of a valid matrix: those of a dense one where they are, a copy of any other.
 class Entries {
@@ -162,6 +173,18 @@ bool PutRows(int n, NQRectMatrix* out, F makeRow) {
     makeRow(i, row);
     std::copy(row.begin(), row.end(), result.GetRowPtr(i));
   }
+  *out = std::move(result);
+  return true;
+}
+
+// out <- the m x n matrix that `fill` makes of zeros, through a result of its own: `fill` may read
+// from out.
+template <class F>
+bool Make(long long m, long long n, NQRectMatrix* out, F fill) {
+  if (!out || !FitsInt(m) || !FitsInt(n)) return false;
+  NQRectMatrix result(static_cast<int>(m), static_cast<int>(n), true);
+  if (!result.IsValidMatrix()) return false;
+  fill(result);
   *out = std::move(result);
   return true;
 }

@@ -35,23 +35,15 @@ constexpr std::size_t kRows = 8;
 #include <nqcommon/math/matrix/internal/packed_kernels.inc>
 #undef NQ_TARGET
 }  // namespace avx512
+#else
+namespace avx2 = baseline;
+namespace avx512 = baseline;
 #endif
 
 }  // namespace
 
 const PackedKernels& KernelsFor(Isa isa) {
-#if defined(__x86_64__)
-  switch (UsableIsa(isa)) {
-    case Isa::kAvx512:
-      return avx512::kKernels;
-    case Isa::kAvx2:
-      return avx2::kKernels;
-    case Isa::kBaseline:
-      break;
-  }
-#endif
-  static_cast<void>(isa);
-  return baseline::kKernels;
+  return ChooseKernels(isa, baseline::kKernels, avx2::kKernels, avx512::kKernels);
 }
 
 }  // namespace NQMath_940::internal

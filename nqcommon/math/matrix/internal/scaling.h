@@ -4,6 +4,7 @@
 #include <cmath>
 #include <limits>
 #include <utility>
+#include <vector>
 
 namespace NQMath_940::internal {
 
@@ -28,6 +29,15 @@ inline void MultiplyScaled(std::pair<double, int>& number, double x) {
     mantissa /= 10;
     ++power;
   }
+}
+
+// The largest of 0 and the values.
+inline double LargestFromZero(const std::vector<double>& values) {
+  double max = 0;
+  for (double x : values) {
+    if (x > max) max = x;
+  }
+  return max;
 }
 
 // Largest and smallest of the values added; NaN is passed over. Both are 0 of no values.

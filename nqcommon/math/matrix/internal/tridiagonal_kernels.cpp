@@ -36,23 +36,15 @@ constexpr std::size_t kRows = 4;
 #include <nqcommon/math/matrix/internal/tridiagonal_kernels.inc>
 #undef NQ_TARGET
 }  // namespace avx512
+#else
+namespace avx2 = baseline;
+namespace avx512 = baseline;
 #endif
 
 }  // namespace
 
 const TridiagonalKernels& TridiagonalKernelsFor(Isa isa) {
-#if defined(__x86_64__)
-  switch (UsableIsa(isa)) {
-    case Isa::kAvx512:
-      return avx512::kKernels;
-    case Isa::kAvx2:
-      return avx2::kKernels;
-    case Isa::kBaseline:
-      break;
-  }
-#endif
-  static_cast<void>(isa);
-  return baseline::kKernels;
+  return ChooseKernels(isa, baseline::kKernels, avx2::kKernels, avx512::kKernels);
 }
 
 }  // namespace NQMath_940::internal

@@ -1,0 +1,267 @@
+#include <nqcommon/math/matrix/NQSparseRectMatrix.h>
+
+#include <algorithm>
+#include <cassert>
+#include <exception>
+#include <limits>
+#include <utility>
+
+#include <nqcommon/common/display.h>
+#include <nqcommon/math/matrix/internal/argument_checks.h>
+#include <nqcommon/math/matrix/internal/display_rows.h>
+#include <nqcommon/math/matrix/internal/sparse_run.h>
+
+namespace NQMath_940 {
+
+using internal::RunOf;
+using internal::SparseRun;
+using internal::StoredIn;
+
+// ---- Life cycle and shape ----------------------------------------------------------------------
+
+NQSparseRectMatrix::NQSparseRectMatrix(int capacity, int columns, int k)
+    : fNCols(columns), fNEntries(k) {
+  if (k < 1 || k > columns) {
+    Fail();
+  } else {
+    Reserve(std::max(capacity, 0));
+  }
+}
+
+NQSparseRectMatrix::NQSparseRectMatrix(const NQSparseRectMatrix& other) : INQRectMatrix() {
+  *this = other;
+}
+
+NQSparseRectMatrix& NQSparseRectMatrix::operator=(const NQSparseRectMatrix& other) {
+  if (this == &other) return *this;
+  fNRows = other.fNRows;
+  fCapacity = other.fCapacity;
+  fNCols = other.fNCols;
+  fNEntries = other.fNEntries;
+  try {
+    fvElems = other.fvElems;
+    fvIndices = other.fvIndices;
+    fvRowElems = other.fvRowElems;
+    fvRowIndices = other.fvRowIndices;
+  } catch (const std::exception&) {
+    Fail();
+  }
+  return *this;
+}
+
+NQSparseRectMatrix::NQSparseRectMatrix(NQSparseRectMatrix&& other) noexcept : INQRectMatrix() {
+  *this = std::move(other);
+}
+
+NQSparseRectMatrix& NQSparseRectMatrix::operator=(NQSparseRectMatrix&& other) noexcept {
+  if (this == &other) return *this;
+  fNRows = std::exchange(other.fNRows, 0);
+  fCapacity = std::exchange(other.fCapacity, 0);
+  fNCols = other.fNCols;
+  fNEntries = other.fNEntries;
+  fvElems = std::exchange(other.fvElems, {});
+  fvIndices = std::exchange(other.fvIndices, {});
+  fvRowElems = std::exchange(other.fvRowElems, {});
+  fvRowIndices = std::exchange(other.fvRowIndices, {});
+  return *this;
+}
+
+NQSparseRectMatrix::~NQSparseRectMatrix() = default;
+
+// What a failed allocation leaves.
+bool NQSparseRectMatrix::Fail() {
+  fNRows = fNCols = -1;
+  fCapacity = fNEntries = 0;
+  fvElems = fvRowElems = {};
+  fvIndices = fvRowIndices = {};
+  return false;
+}
+
+// New places are empty slots.
+bool NQSparseRectMatrix::Reserve(int capacity) {
+  try {
+    fvElems.resize(At(capacity) * Entries());
+    fvIndices.resize(At(capacity) * Entries(), -1);
+  } catch (const std::exception&) {
+    return Fail();
+  }
+  fCapacity = capacity;
+  return true;
+}
+
+// Columns that go away are the last entries of their rows, and become the first slots, empty.
+bool NQSparseRectMatrix::Resize(int m, int n) {
+  if (fNRows < 0 || n < fNEntries) return false;
+  m = std::max(m, 0);
+  if (m > fCapacity && !Reserve(m)) return false;
+  for (; fNRows < m; ++fNRows) Store(fNRows, {nullptr, nullptr, 0}, 0);
+  fNRows = m;
+  for (int i = 0; i < fNRows && n < fNCols; ++i) {
+    SparseRun run = StoredIn(*this, i);
+    run.count = static_cast<std::size_t>(std::lower_bound(run.indices, run.indices + run.count, n) -
+                                         run.indices);
+    Store(i, run, 0);
+  }
+  fNCols = n;
+  return true;
+}
+
+bool NQSparseRectMatrix::SetNRowsCols(int m, int n, bool clear) {
+  const bool resized = Resize(m, n);
+  if (resized && clear) Clear();
+  return resized;
+}
+
+// ---- Rows in -----------------------------------------------------------------------------------
+
+// The entries may be places of this matrix, so they are assembled before anything is written.
+void NQSparseRectMatrix::Assemble(const SparseRun& run, int start) {
+  const std::size_t empty = Entries() - run.count;
+  fvRowIndices.assign(Entries(), -1);
+  fvRowElems.assign(Entries(), 0.0);
+  for (std::size_t k = 0; k < run.count; ++k) {
+    fvRowIndices[empty + k] = run.indices[k] - start;
+    fvRowElems[empty + k] = run.values[k];
+  }
+}
+
+void NQSparseRectMatrix::Store(int i, const SparseRun& run, int start) {
+  Assemble(run, start);
+  PutAssembled(i);
+}
+
+void NQSparseRectMatrix::PutAssembled(int i) {
+  const auto at = static_cast<std::ptrdiff_t>(At(i) * Entries());
+  std::copy(fvRowIndices.begin(), fvRowIndices.end(), fvIndices.begin() + at);
+  std::copy(fvRowElems.begin(), fvRowElems.end(), fvElems.begin() + at);
+}
+
+int NQSparseRectMatrix::AppendRow(const SparseRun& run, int start) {
+  constexpr int kMost = std::numeric_limits<int>::max(), kFirst = 10, kSmall = 7;
+  if (fNRows < 0 || fNRows == kMost) return -1;
+  Assemble(run, start);
+  if (fNRows == fCapacity) {
+    const int half = std::min(fCapacity / 2, kMost - fCapacity);
+    if (!Reserve(fCapacity < kSmall ? kFirst : fCapacity + half)) return -1;
+  }
+  PutAssembled(fNRows);
+  return ++fNRows;
+}
+
+int NQSparseRectMatrix::AddRow() { return AppendRow({nullptr, nullptr, 0}, 0); }
+
+int NQSparseRectMatrix::AddRow(const NQSparseVector& v) {
+  if (fNRows < 0 || v.GetNElements() != fNEntries || !internal::FitsIn(v, At(fNCols))) return -1;
+  return AppendRow(RunOf(v), 0);
+}
+
+int NQSparseRectMatrix::AddRow(const NQSparseVector& v, int start, int first) {
+  if (fNRows < 0 || !v.IsValid() || start < 0 || start > v.GetIndices().back()) return -1;
+  const std::vector<int>& indices = v.GetIndices();
+  if (first < 0)
+    first =
+        static_cast<int>(std::lower_bound(indices.begin(), indices.end(), start) - indices.begin());
+  if (!internal::IsRun(v.GetNElements(), first, fNEntries) || indices[At(first)] < start ||
+      indices[At(first) + Entries() - 1] - start >= fNCols)
+    return -1;
+  return AppendRow({indices.data() + first, v.GetValues().data() + first, Entries()}, start);
+}
+
+bool NQSparseRectMatrix::SetRow(int i, const NQSparseVector& v) {
+  if (!HasRow(i) || v.GetNElements() > fNEntries || !internal::FitsIn(v, At(fNCols))) return false;
+  Store(i, RunOf(v), 0);
+  return true;
+}
+
+// ---- Elements ----------------------------------------------------------------------------------
+
+int NQSparseRectMatrix::FindIndex(int i, int j) const {
+  if (!HasRow(i) || j < 0) return -1;
+  const int* first = fvIndices.data() + At(i) * Entries();
+  const int* end = first + fNEntries;
+  const int* found = std::lower_bound(first, end, j);
+  return found != end && *found == j ? static_cast<int>(found - first) : -1;
+}
+
+double NQSparseRectMatrix::GetElem(int i, int j) const {
+  assert(HasRow(i) && HasCol(j));
+  const int k = FindIndex(i, j);
+  return k >= 0 ? fvElems[At(i) * Entries() + At(k)] : 0;
+}
+
+bool NQSparseRectMatrix::SetElem(int i, int j, double x) {
+  assert(HasRow(i) && HasCol(j));
+  const int k = FindIndex(i, j);
+  if (k >= 0) fvElems[At(i) * Entries() + At(k)] = x;
+  return k >= 0 || x == 0;
+}
+
+bool NQSparseRectMatrix::GetRow(int i, const int*& indices, const double*& values) const {
+  if (!HasRow(i)) return false;
+  indices = fvIndices.data() + At(i) * Entries();
+  values = fvElems.data() + At(i) * Entries();
+  return true;
+}
+
+bool NQSparseRectMatrix::GetRow(int i, std::vector<int>& indices,
+                                std::vector<double>& values) const {
+  const int* firstIndex = nullptr;
+  const double* firstValue = nullptr;
+  if (!GetRow(i, firstIndex, firstValue)) return false;
+  indices.assign(firstIndex, firstIndex + fNEntries);
+  values.assign(firstValue, firstValue + fNEntries);
+  return true;
+}
+
+bool NQSparseRectMatrix::GetRow(int i, std::vector<double>& out) const {
+  if (!HasRow(i)) return false;
+  out.assign(At(fNCols), 0.0);
+  StoredIn(*this, i).ForEach([&](std::size_t j, double x) { out[j] = x; });
+  return true;
+}
+
+bool NQSparseRectMatrix::GetCol(int j, std::vector<double>& out) const {
+  if (!HasCol(j)) return false;
+  out.resize(At(fNRows));
+  for (int i = 0; i < fNRows; ++i) out[At(i)] = GetElem(i, j);
+  return true;
+}
+
+void NQSparseRectMatrix::Clear() { std::fill(fvElems.begin(), fvElems.end(), 0.0); }
+
+bool NQSparseRectMatrix::ZeroOutRowPart(int i, int first, int count) {
+  if (!HasRow(i) || !internal::IsRun(fNCols, first, count)) return false;
+  for (std::size_t at = At(i) * Entries(), end = at + Entries(); at < end; ++at) {
+    if (fvIndices[at] >= first && fvIndices[at] - first < count) fvElems[at] = 0;
+  }
+  return true;
+}
+
+bool NQSparseRectMatrix::IsRowZero(int i) const {
+  if (!HasRow(i)) return false;
+  const double* first = fvElems.data() + At(i) * Entries();
+  return std::all_of(first, first + fNEntries, [](double x) { return x == 0; });
+}
+
+// ---- Diagnostic display ------------------------------------------------------------------------
+
+void NQSparseRectMatrix::Display() const {
+  using NQDisplay_940::DisplayI;
+  using NQDisplay_940::DisplayText;
+  DisplayText(1, "NQSparseRectMatrix display start");
+  DisplayI("The number of rows", fNRows);
+  DisplayI("The number of columns", fNCols);
+  DisplayI("The number of entries per row", fNEntries);
+  std::vector<int> indices;
+  std::vector<double> values;
+  for (int i = 0; i < fNRows; ++i) {
+    GetRow(i, indices, values);
+    NQDisplay_940::DisplayIV("Column indices", indices);
+    NQDisplay_940::DisplayDAS(values.data(), fNEntries);
+  }
+  DisplayText(1, "NQSparseRectMatrix display end");
+}
+
+void NQSparseRectMatrix::DisplayF() const { internal::DisplayAllRows("NQSparseRectMatrix", *this); }
+
+}  // namespace NQMath_940

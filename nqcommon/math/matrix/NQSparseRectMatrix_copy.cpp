@@ -1,0 +1,186 @@
+#include <nqcommon/math/matrix/NQSparseRectMatrix.h>
+
+#include <algorithm>
+#include <numeric>
+#include <utility>
+
+#include <nqcommon/math/matrix/internal/matrix_access.h>
+#include <nqcommon/math/matrix/internal/sparse_run.h>
+
+namespace NQMath_940 {
+
+using internal::IsRun;
+using internal::SparseRun;
+using internal::StoredIn;
+
+// ---- Rows and columns --------------------------------------------------------------------------
+
+bool NQSparseRectMatrix::CopyColToVec(int j, std::vector<double>& out) const {
+  return GetCol(j, out);
+}
+
+bool NQSparseRectMatrix::ExtractLastCol(std::vector<double>& out) const {
+  return GetCol(fNCols - 1, out);
+}
+
+bool NQSparseRectMatrix::CopyColToRow(int from, int to, NQRectMatrix& dst) const {
+  std::vector<double> column;
+  double* row = dst.GetRowPtr(to);
+  if (!row || dst.GetNCols() != fNRows || !GetCol(from, column)) return false;
+  std::copy(column.begin(), column.end(), row);
+  return true;
+}
+
+// Row i <- the entries, without those that are 0 where there are more than k. False when there are
+// still more.
+bool NQSparseRectMatrix::StoreWhatFits(int i, const SparseRun& run) {
+  if (run.count <= Entries()) {
+    Store(i, run, 0);
+    return true;
+  }
+  std::vector<int> indices;
+  std::vector<double> values;
+  run.ForEach([&](std::size_t j, double x) {
+    if (x == 0) return;
+    indices.push_back(static_cast<int>(j));
+    values.push_back(x);
+  });
+  if (indices.size() > Entries()) return false;
+  Store(i, {indices.data(), values.data(), indices.size()}, 0);
+  return true;
+}
+
+bool NQSparseRectMatrix::CopyRows(const INQRectMatrix& src, int first, int count) {
+  const NQSparseRectMatrix* sparse = internal::AsSparse(src);
+  if (fNRows < 0 || !src.IsValidMatrix() || !IsRun(src.GetNRows(), first, count) ||
+      src.GetNCols() < fNEntries)
+    return false;
+  NQSparseRectMatrix result(std::max(count, 1), src.GetNCols(), fNEntries);
+  if (!result.IsValidMatrix()) return false;
+  std::vector<int> places(At(src.GetNCols()));
+  std::iota(places.begin(), places.end(), 0);
+  std::vector<double> row;
+  for (int i = first; i < first + count; ++i) {
+    if (!sparse) src.GetRow(i, row);
+    const SparseRun run =
+        sparse ? StoredIn(*sparse, i) : SparseRun{places.data(), row.data(), row.size()};
+    if (!result.StoreWhatFits(result.fNRows++, run)) return false;
+  }
+  *this = std::move(result);
+  return true;
+}
+
+bool NQSparseRectMatrix::CopyRowToRow(int from, int to, INQRectMatrix& dst) const {
+  if (!HasRow(from) || to < 0 || to >= dst.GetNRows() || dst.GetNCols() != fNCols) return false;
+  const SparseRun run = StoredIn(*this, from);
+  if (NQSparseRectMatrix* sparse = internal::AsSparse(dst)) return sparse->StoreWhatFits(to, run);
+  double* row = internal::AsDenseRect(dst)->GetRowPtr(to);
+  std::fill_n(row, fNCols, 0.0);
+  run.ForEach([row](std::size_t j, double x) { row[j] = x; });
+  return true;
+}
+
+bool NQSparseRectMatrix::GetSparseMatrixColumns(std::vector<std::vector<int>>& indices,
+                                                std::vector<std::vector<double>>& values) const {
+  if (!IsValidMatrix()) return false;
+  indices.assign(At(fNCols), {});
+  values.assign(At(fNCols), {});
+  for (int i = 0; i < fNRows; ++i) {
+    StoredIn(*this, i).ForEach([&](std::size_t j, double x) {
+      indices[j].push_back(i);
+      values[j].push_back(x);
+    });
+  }
+  return true;
+}
+
+// ---- Dense copies ------------------------------------------------------------------------------
+
+// out <- m x n zeros in which place(out, i, j, x) puts every stored entry.
+template <class Place>
+bool NQSparseRectMatrix::Scatter(long long m, long long n, INQRectMatrix& out, Place place) const {
+  return IsValidMatrix() &&
+         internal::Make(m, n, internal::AsDenseRect(out), [&](NQRectMatrix& result) {
+           for (int i = 0; i < fNRows; ++i) {
+             StoredIn(*this, i).ForEach(
+                 [&](std::size_t j, double x) { place(result, i, static_cast<int>(j), x); });
+           }
+         });
+}
+
+bool NQSparseRectMatrix::CreateFullMatrix(NQRectMatrix& out) const {
+  return Scatter(fNRows, fNCols, out,
+                 [](NQRectMatrix& to, int i, int j, double x) { to.SetElem(i, j, x); });
+}
+
+bool NQSparseRectMatrix::CreateBlockDiagonal(int k, INQRectMatrix& out) const {
+  const auto m = static_cast<long long>(k) * fNRows, n = static_cast<long long>(k) * fNCols;
+  return k >= 0 && Scatter(m, n, out, [&](NQRectMatrix& to, int i, int j, double x) {
+           for (int b = 0; b < k; ++b) to.SetElem(b * fNRows + i, b * fNCols + j, x);
+         });
+}
+
+bool NQSparseRectMatrix::ShiftColumns(int k, INQRectMatrix& out) const {
+  return Scatter(fNRows, fNCols, out, [&](NQRectMatrix& to, int i, int j, double x) {
+    const long long column = static_cast<long long>(j) + k;
+    if (column >= 0 && column < fNCols) to.SetElem(i, static_cast<int>(column), x);
+  });
+}
+
+bool NQSparseRectMatrix::ShiftRows(int k, INQRectMatrix& out) const {
+  return Scatter(fNRows, fNCols, out, [&](NQRectMatrix& to, int i, int j, double x) {
+    const long long row = static_cast<long long>(i) + k;
+    if (row >= 0 && row < fNRows) to.SetElem(static_cast<int>(row), j, x);
+  });
+}
+
+bool NQSparseRectMatrix::ExpandSquare(const NQBitSet& set, NQRectMatrix& out) const {
+  const std::vector<int> members = internal::MembersOf(set);
+  return fNRows == fNCols && members.size() == At(std::max(fNRows, 0)) &&
+         Scatter(set.Size(), set.Size(), out, [&](NQRectMatrix& to, int i, int j, double x) {
+           to.SetElem(members[At(i)], members[At(j)], x);
+         });
+}
+
+bool NQSparseRectMatrix::ExtractColumns(const std::vector<int>& indices, INQRectMatrix& out) const {
+  return IsValidMatrix() && internal::AllBelow(fNCols, indices) &&
+         internal::Make(fNRows, static_cast<long long>(indices.size()), internal::AsDenseRect(out),
+                        [&](NQRectMatrix& to) {
+                          for (int i = 0; i < fNRows; ++i) {
+                            double* row = to.GetRowPtr(i);
+                            for (int j : indices) *row++ = GetElem(i, j);
+                          }
+                        });
+}
+
+bool NQSparseRectMatrix::ExtractRows(const std::vector<int>& indices, INQRectMatrix& out) const {
+  return IsValidMatrix() && internal::AllBelow(fNRows, indices) &&
+         internal::Make(static_cast<long long>(indices.size()), fNCols, internal::AsDenseRect(out),
+                        [&](NQRectMatrix& to) {
+                          for (std::size_t a = 0; a < indices.size(); ++a)
+                            CopyRowToRow(indices[a], static_cast<int>(a), to);
+                        });
+}
+
+// ---- Sparse parts ------------------------------------------------------------------------------
+
+bool NQSparseRectMatrix::ExtractSubSparseRectMat(int firstRow, int nRows, int firstCol, int nCols,
+                                                 NQSparseRectMatrix& out) const {
+  if (!IsValidMatrix() || !IsRun(fNRows, firstRow, nRows) || !IsRun(fNCols, firstCol, nCols) ||
+      nCols < 1)
+    return false;
+  NQSparseRectMatrix result(std::max(nRows, 1), nCols, std::min(fNEntries, nCols));
+  if (!result.IsValidMatrix()) return false;
+  for (int i = firstRow; i < firstRow + nRows; ++i) {
+    const SparseRun run = StoredIn(*this, i);
+    const int* end = run.indices + run.count;
+    const int* from = std::lower_bound(run.indices, end, firstCol);
+    const auto count =
+        static_cast<std::size_t>(std::lower_bound(from, end, firstCol + nCols) - from);
+    result.Store(result.fNRows++, {from, run.values + (from - run.indices), count}, firstCol);
+  }
+  out = std::move(result);
+  return true;
+}
+
+}  // namespace NQMath_940

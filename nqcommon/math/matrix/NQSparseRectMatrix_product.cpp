@@ -1,0 +1,116 @@
+#include <nqcommon/math/matrix/NQSparseRectMatrix.h>
+
+#include <utility>
+
+#include <nqcommon/common/NQMV.h>
+#include <nqcommon/math/matrix/internal/matrix_access.h>
+#include <nqcommon/math/matrix/internal/sparse_run.h>
+#include <nqcommon/math/numeric/internal/strided.h>
+
+namespace NQMath_940 {
+
+using internal::AsDenseRect;
+using internal::AsSparse;
+using internal::SparseRun;
+using internal::StoredIn;
+using NQCommon_940::NQMV;
+
+// ---- Norms -------------------------------------------------------------------------------------
+
+double NQSparseRectMatrix::ColNorm(int j) const {
+  std::vector<double> column;
+  return GetCol(j, column) ? internal::Nrm2(fNRows, column.data(), 1) : NQMV::Missing();
+}
+
+double NQSparseRectMatrix::RowNorm(int i) const {
+  if (!HasRow(i)) return NQMV::Missing();
+  return internal::Nrm2(fNEntries, fvElems.data() + At(i) * Entries(), 1);
+}
+
+// ---- Matrices ----------------------------------------------------------------------------------
+
+// A row of the result is the sum of the rows of B that the entries name, as many times.
+bool NQSparseRectMatrix::ComputeMatrixProduct(const INQRectMatrix& b, INQRectMatrix& out) const {
+  if (!IsValidMatrix() || !b.IsValidMatrix() || b.GetNRows() != fNCols) return false;
+  const NQSparseRectMatrix* sparse = AsSparse(b);
+  const NQRectMatrix* dense = AsDenseRect(b);
+  return internal::Make(fNRows, b.GetNCols(), AsDenseRect(out), [&](NQRectMatrix& result) {
+    for (int i = 0; i < fNRows; ++i) {
+      double* row = result.GetRowPtr(i);
+      StoredIn(*this, i).ForEach([&](std::size_t j, double x) {
+        if (sparse) {
+          internal::AddScaled(StoredIn(*sparse, static_cast<int>(j)), x, row);
+        } else {
+          internal::AddScaled(internal::ColsOf(b), x, dense->GetRowPtr(static_cast<int>(j)), row);
+        }
+      });
+    }
+  });
+}
+
+bool NQSparseRectMatrix::ComputeProductMatrixTrans(const INQRectMatrix& b,
+                                                   INQRectMatrix& out) const {
+  if (!IsValidMatrix() || !b.IsValidMatrix() || b.GetNCols() != fNCols) return false;
+  return internal::Make(fNRows, b.GetNRows(), AsDenseRect(out), [&](NQRectMatrix& result) {
+    for (int i = 0; i < fNRows; ++i) {
+      for (int k = 0; k < b.GetNRows(); ++k) result.SetElem(i, k, DotProductRowRow(i, b, k));
+    }
+  });
+}
+
+bool NQSparseRectMatrix::ComputeRV(const std::vector<double>& v, std::vector<double>& out) const {
+  if (!IsValidMatrix() || v.size() != At(fNCols)) return false;
+  std::vector<double> product(At(fNRows));
+  for (int i = 0; i < fNRows; ++i)
+    product[At(i)] = internal::DotProduct(StoredIn(*this, i), v.data());
+  out = std::move(product);
+  return true;
+}
+
+bool NQSparseRectMatrix::ComputeVR(const std::vector<double>& v, std::vector<double>& out) const {
+  if (!IsValidMatrix() || v.size() != At(fNRows)) return false;
+  std::vector<double> product(At(fNCols));
+  for (int i = 0; i < fNRows; ++i)
+    internal::AddScaled(StoredIn(*this, i), v[At(i)], product.data());
+  out = std::move(product);
+  return true;
+}
+
+// ---- Dot products of rows and columns ----------------------------------------------------------
+
+double NQSparseRectMatrix::DotProductCol(int j1, int j2) const {
+  if (!HasCol(j1) || !HasCol(j2)) return NQMV::Missing();
+  double sum = 0;
+  for (int i = 0; i < fNRows; ++i) sum += GetElem(i, j1) * GetElem(i, j2);
+  return sum;
+}
+
+double NQSparseRectMatrix::DotProductRows(int i1, int i2) const {
+  return DotProductRowRow(i1, *this, i2);
+}
+
+double NQSparseRectMatrix::DotProductRowCol(int i, const INQRectMatrix& b, int j) const {
+  if (!HasRow(i) || b.GetNRows() != fNCols || j < 0 || j >= b.GetNCols()) return NQMV::Missing();
+  double sum = 0;
+  StoredIn(*this, i).ForEach(
+      [&](std::size_t k, double x) { sum += x * b.GetElem(static_cast<int>(k), j); });
+  return sum;
+}
+
+double NQSparseRectMatrix::DotProductRowRow(int i, const INQRectMatrix& b, int k) const {
+  if (!HasRow(i) || b.GetNCols() != fNCols || k < 0 || k >= b.GetNRows()) return NQMV::Missing();
+  if (const NQSparseRectMatrix* sparse = AsSparse(b))
+    return internal::DotProduct(StoredIn(*this, i), StoredIn(*sparse, k));
+  return internal::DotProduct(StoredIn(*this, i), AsDenseRect(b)->GetRowPtr(k));
+}
+
+bool NQSparseRectMatrix::IncrVecByColumn(int j, std::vector<double>& v, int first, int count,
+                                         double factor, bool wholeVector) const {
+  if (!HasCol(j) || !internal::IsRun(fNRows, first, count)) return false;
+  if (v.size() != At(wholeVector ? fNRows : count)) return false;
+  double* target = v.data() + (wholeVector ? first : 0);
+  for (int i = first; i < first + count; ++i) *target++ += factor * GetElem(i, j);
+  return true;
+}
+
+}  // namespace NQMath_940

@@ -1,0 +1,340 @@
+#include <nqcommon/math/matrix/NQSymBlockDiagMatrix.h>
+
+#include <algorithm>
+#include <utility>
+
+#include <nqcommon/common/NQMV.h>
+#include <nqcommon/math/matrix/internal/block_results.h>
+#include <nqcommon/math/matrix/internal/sparse_products.h>
+#include <nqcommon/math/matrix/internal/symmetric_forms.h>
+#include <nqcommon/math/matrix/internal/symmetric_times.h>
+
+namespace NQMath_940 {
+
+using internal::AsDenseRect;
+using internal::AsDenseSym;
+using internal::ColsOf;
+using internal::Entries;
+using internal::Operand;
+using internal::RowsOf;
+using NQCommon_940::NQMV;
+
+// ---- Rows and vectors --------------------------------------------------------------------------
+
+double NQSymBlockDiagMatrix::ComputeDotProduct2Rows(int i, int j) const {
+  return ComputeRowDotProductS(i, *this, j);
+}
+
+double NQSymBlockDiagMatrix::ComputeRowDotProductS(int i, const INQSymMatrix& other, int j) const {
+  if (other.GetNRows() != fNRows || !HasRow(i) || !HasRow(j)) return NQMV::Missing();
+  double sum = 0;
+  ForEachInColumn(i, 0, [&](int k, double s) { sum += s * other.GetElem(j, k); });
+  return sum;
+}
+
+double NQSymBlockDiagMatrix::ComputeRowDotProductS(int i, const std::vector<double>& v) const {
+  return HasOrder(v.size()) ? ComputeRVD(i, v.data(), 1) : NQMV::Missing();
+}
+
+double NQSymBlockDiagMatrix::ComputeRVD(int r, const std::vector<double>& x, int inc) const {
+  return internal::StridedRowProduct(*this, r, x, inc);
+}
+
+double NQSymBlockDiagMatrix::ComputeRVD(int r, const double* x, int inc) const {
+  if (!HasRow(r)) return NQMV::Missing();
+  const std::ptrdiff_t start = inc >= 0 ? 0 : (1 - static_cast<std::ptrdiff_t>(fNRows)) * inc;
+  double sum = 0;
+  ForEachInColumn(r, 0, [&](int k, double s) { sum += s * x[start + std::ptrdiff_t{k} * inc]; });
+  return sum;
+}
+
+// out = the blocks' answers f(block, their part of v, answer) one after the other.
+template <class F>
+bool NQSymBlockDiagMatrix::MapVector(const std::vector<double>& v, std::vector<double>& out,
+                                     F f) const {
+  if (!HasOrder(v.size())) return false;
+  std::vector<double> result, part;
+  result.reserve(Order());
+  ForEachBlock([&](const INQSymMatrix& block, int first) {
+    part.assign(v.begin() + first, v.begin() + first + block.GetNRows());
+    f(block, part, part);
+    result.insert(result.end(), part.begin(), part.end());
+  });
+  out = std::move(result);
+  return true;
+}
+
+bool NQSymBlockDiagMatrix::ComputeSV(const std::vector<double>& v, std::vector<double>& out) const {
+  return ComputeSV(v, fNRows, out);
+}
+
+bool NQSymBlockDiagMatrix::ComputeSV(const std::vector<double>& v, int nRows,
+                                     std::vector<double>& out) const {
+  using Values = std::vector<double>;
+  if (nRows < 0 || nRows > fNRows ||
+      !MapVector(v, out, [](const INQSymMatrix& block, const Values& part, Values& answer) {
+        block.ComputeSV(part, answer);
+      }))
+    return false;
+  out.resize(At(nRows));
+  return true;
+}
+
+bool NQSymBlockDiagMatrix::ComputeLV(const std::vector<double>& v, std::vector<double>& out) const {
+  using Values = std::vector<double>;
+  return MapVector(v, out, [](const INQSymMatrix& block, const Values& part, Values& answer) {
+    block.ComputeLV(part, answer);
+  });
+}
+
+bool NQSymBlockDiagMatrix::ComputeLTransV(const std::vector<double>& v,
+                                          std::vector<double>& out) const {
+  using Values = std::vector<double>;
+  return MapVector(v, out, [](const INQSymMatrix& block, const Values& part, Values& answer) {
+    block.ComputeLTransV(part, answer);
+  });
+}
+
+bool NQSymBlockDiagMatrix::ComputeLV(const std::vector<int>& indices,
+                                     const std::vector<double>& values,
+                                     std::vector<double>& out) const {
+  std::vector<double> v;
+  return internal::Densify(indices, values, fNRows, v) && ComputeLV(v, out);
+}
+
+bool NQSymBlockDiagMatrix::ComputeLTransV(const std::vector<int>& indices,
+                                          const std::vector<double>& values,
+                                          std::vector<double>& out) const {
+  std::vector<double> v;
+  return internal::Densify(indices, values, fNRows, v) && ComputeLTransV(v, out);
+}
+
+// ---- Quadratic and bilinear forms --------------------------------------------------------------
+
+double NQSymBlockDiagMatrix::ComputeVSV(const std::vector<double>& v) const {
+  return ComputeVSW(v, v);
+}
+
+double NQSymBlockDiagMatrix::ComputeVSV(const INQRectMatrix& r, int i) const {
+  return internal::FormOfRectRow(*this, r, i);
+}
+
+double NQSymBlockDiagMatrix::ComputeVSW(const std::vector<double>& v,
+                                        const std::vector<double>& w) const {
+  if (!HasOrder(v.size()) || !HasOrder(w.size())) return NQMV::Missing();
+  return ComputeVSW(v.data(), fNRows, w.data(), fNRows);
+}
+
+double NQSymBlockDiagMatrix::ComputeVSW(const double* v, int nv, const double* w, int nw) const {
+  return ComputeVSWParts(v, nv, 0, w, nw, 0);
+}
+
+double NQSymBlockDiagMatrix::ComputeVSW(const std::vector<double>& v, int first, int second) const {
+  return internal::FormInOneVector(*this, v, first, second);
+}
+
+double NQSymBlockDiagMatrix::ComputeVSWParts(const std::vector<double>& v, int row,
+                                             const std::vector<double>& w, int col) const {
+  return internal::FormOfPart(*this, v, row, w, col);
+}
+
+// Each block takes its share of the rows and of the columns.
+double NQSymBlockDiagMatrix::ComputeVSWParts(const double* v, int nv, int row, const double* w,
+                                             int nw, int col) const {
+  if (!internal::IsRun(fNRows, row, nv) || !internal::IsRun(fNRows, col, nw))
+    return NQMV::Missing();
+  double sum = 0;
+  ForEachBlock([&](const INQSymMatrix& block, int first) {
+    const int end = first + block.GetNRows();
+    const int row0 = std::max(row, first), row1 = std::min(row + nv, end);
+    const int col0 = std::max(col, first), col1 = std::min(col + nw, end);
+    if (row0 >= row1 || col0 >= col1) return;
+    sum += block.ComputeVSWParts(v + (row0 - row), row1 - row0, row0 - first, w + (col0 - col),
+                                 col1 - col0, col0 - first);
+  });
+  return sum;
+}
+
+double NQSymBlockDiagMatrix::TraceOfProduct(const INQSymMatrix& a) const {
+  if (a.GetNRows() != fNRows || !IsValidMatrix()) return NQMV::Missing();
+  double sum = 0;
+  for (int i = 0; i < fNRows; ++i) sum += ComputeRowDotProductS(i, a, i);
+  return sum;
+}
+
+double NQSymBlockDiagMatrix::TraceOfProductOfThree(const INQSymMatrix& a,
+                                                   const INQSymMatrix& b) const {
+  if (a.GetNRows() != fNRows || b.GetNRows() != fNRows || !IsValidMatrix()) return NQMV::Missing();
+  double sum = 0;
+  for (int i = 0; i < fNRows; ++i) {
+    ForEachInColumn(i, 0, [&](int k, double s) { sum += s * a.ComputeRowDotProductS(k, b, i); });
+  }
+  return sum;
+}
+
+// ---- Products of symmetric matrices ------------------------------------------------------------
+
+// x cut into blocks of the sizes here: x itself where it is so cut, a diagonal x as `cut`; null
+// where it cannot be.
+const NQSymBlockDiagMatrix* NQSymBlockDiagMatrix::CutAlike(const INQSymMatrix& x,
+                                                           NQSymBlockDiagMatrix& cut) const {
+  if (const NQSymBlockDiagMatrix* blocks = internal::AsBlockDiag(x))
+    return blocks->fvBlockSizes == fvBlockSizes ? blocks : nullptr;
+  const NQDiagMatrix* diagonal = internal::AsDiagonal(x);
+  if (!diagonal) return nullptr;
+  const auto entries = diagonal->AsVectorConst().begin();
+  for (int b = 0; b < fNBlocks && cut.IsValidMatrix(); ++b) {
+    const std::vector<double> part(entries + fvStart[At(b)], entries + fvStart[At(b + 1)]);
+    cut.Append(NQDiagMatrix(part));
+  }
+  return &cut;
+}
+
+// out <- the blocks f(block, block of x, result), diagonal where both are.
+template <class F>
+bool NQSymBlockDiagMatrix::PutEachBlock(const NQSymBlockDiagMatrix& x, INQSymMatrix& out,
+                                        F f) const {
+  NQSymBlockDiagMatrix result;
+  for (int b = 0; b < fNBlocks && x.IsValidMatrix() && result.IsValidMatrix(); ++b) {
+    NQDiagMatrix diagonal;
+    NQSymMatrix dense;
+    const bool isDiagonal = GetIsBlockDiagonal(b) && x.GetIsBlockDiagonal(b);
+    INQSymMatrix& block = isDiagonal ? static_cast<INQSymMatrix&>(diagonal) : dense;
+    if (!f(Block(b), x.Block(b), block)) return false;
+    if (isDiagonal) {
+      result.Append(std::move(diagonal));
+    } else {
+      result.Append(std::move(dense));
+    }
+  }
+  return x.IsValidMatrix() && internal::PutBlocks(std::move(result), out);
+}
+
+bool NQSymBlockDiagMatrix::ComputeGMG(const INQSymMatrix& m, INQSymMatrix& out) const {
+  if (m.GetNRows() != fNRows || !IsValidMatrix()) return false;
+  NQSymBlockDiagMatrix cut;
+  if (const NQSymBlockDiagMatrix* blocks = CutAlike(m, cut)) {
+    return PutEachBlock(
+        *blocks, out, [](const INQSymMatrix& g, const INQSymMatrix& middle, INQSymMatrix& result) {
+          return g.ComputeGMG(middle, result);
+        });
+  }
+  NQRectMatrix gm, gmg;
+  return AsDenseSym(out) && ComputeSS(m, gm) && ComputeRS(gm, gmg) && internal::PutLower(gmg, out);
+}
+
+bool NQSymBlockDiagMatrix::ComputeGSG(const INQSymMatrix& g, INQSymMatrix& out) const {
+  if (g.GetNRows() != fNRows || !IsValidMatrix()) return false;
+  NQSymBlockDiagMatrix cut;
+  const NQSymBlockDiagMatrix* blocks = CutAlike(g, cut);
+  return blocks ? blocks->ComputeGMG(*this, out) : g.ComputeGMG(*this, out);
+}
+
+bool NQSymBlockDiagMatrix::ComputeLSLTrans(const INQSymMatrix& l, INQSymMatrix& out) const {
+  if (l.GetNRows() != fNRows || !IsValidMatrix()) return false;
+  NQSymBlockDiagMatrix cut;
+  const NQSymBlockDiagMatrix* blocks = CutAlike(l, cut);
+  if (!blocks) return internal::ConjugateByLower(*this, l, out);
+  return PutEachBlock(*blocks, out,
+                      [](const INQSymMatrix& s, const INQSymMatrix& lower, INQSymMatrix& result) {
+                        return s.ComputeLSLTrans(lower, result);
+                      });
+}
+
+bool NQSymBlockDiagMatrix::ComputeLTransSL(const INQSymMatrix& l, INQSymMatrix& out) const {
+  if (l.GetNRows() != fNRows || !IsValidMatrix()) return false;
+  NQSymBlockDiagMatrix cut;
+  const NQSymBlockDiagMatrix* blocks = CutAlike(l, cut);
+  if (!blocks) return internal::ConjugateByUpper(*this, l, out);
+  return PutEachBlock(*blocks, out,
+                      [](const INQSymMatrix& s, const INQSymMatrix& lower, INQSymMatrix& result) {
+                        return s.ComputeLTransSL(lower, result);
+                      });
+}
+
+bool NQSymBlockDiagMatrix::ComputeSTransS(INQSymMatrix& out) const {
+  return IsValidMatrix() &&
+         PutEachBlock(*this, out, [](const INQSymMatrix& s, const INQSymMatrix&, auto& result) {
+           return s.ComputeSTransS(result);
+         });
+}
+
+bool NQSymBlockDiagMatrix::ComputeSS(const INQSymMatrix& b, INQRectMatrix& out) const {
+  NQRectMatrix square, result(std::max(fNRows, 0), std::max(fNRows, 0), false);
+  NQRectMatrix* dense = AsDenseRect(out);
+  if (!dense || b.GetNRows() != fNRows || !IsValidMatrix() || !result.IsValidMatrix() ||
+      !internal::PutRows(fNRows, &square,
+                         [&](int i, std::vector<double>& row) { b.GetRow(i, row); }))
+    return false;
+  internal::SymmetricTimes(*this, internal::RowsAt(square.GetRowPtr(0), Order()), Order(),
+                           result.GetRowPtr(0));
+  *dense = std::move(result);
+  return true;
+}
+
+// As the transpose of (G N)' M, which goes by the type of M.
+bool NQSymBlockDiagMatrix::ComputeMGN(const INQSymMatrix& m, const INQSymMatrix& n,
+                                      INQRectMatrix& out) const {
+  NQRectMatrix gn, result;
+  NQRectMatrix* dense = AsDenseRect(out);
+  if (!dense || m.GetNRows() != fNRows || !ComputeSS(n, gn) || !m.ComputeRTransS(gn, result) ||
+      !result.Transpose())
+    return false;
+  *dense = std::move(result);
+  return true;
+}
+
+bool NQSymBlockDiagMatrix::ComputeGMGNG(const INQSymMatrix& m, const INQSymMatrix& n,
+                                        INQRectMatrix& out) const {
+  NQRectMatrix mgn, gmgn;
+  return ComputeMGN(m, n, mgn) && ComputeRTransS(mgn, gmgn) && gmgn.Transpose() &&
+         ComputeRS(gmgn, out);
+}
+
+// ---- Products with a rectangular matrix --------------------------------------------------------
+
+namespace {
+
+// out <- (S X)', p x n.
+bool PutTransposedProduct(const INQSymMatrix& s, const Operand& x, std::size_t p,
+                          NQRectMatrix* out) {
+  NQRectMatrix result(s.GetNRows(), static_cast<int>(p), false);
+  if (!out || !result.IsValidMatrix()) return false;
+  internal::SymmetricTimes(s, x, p, result.GetRowPtr(0));
+  if (!result.Transpose()) return false;
+  *out = std::move(result);
+  return true;
+}
+
+}  // namespace
+
+bool NQSymBlockDiagMatrix::ComputeRS(const INQRectMatrix& r, INQRectMatrix& out) const {
+  if (!IsValidMatrix() || r.GetNCols() != fNRows) return false;
+  if (const NQSparseRectMatrix* sparse = internal::AsSparse(r))
+    return internal::SparseTimes(*sparse, *this, AsDenseRect(out));
+  const Entries R(r);
+  return R.AreThere() && PutTransposedProduct(*this, R.Transpose(), RowsOf(r), AsDenseRect(out));
+}
+
+bool NQSymBlockDiagMatrix::ComputeRTransS(const INQRectMatrix& r, INQRectMatrix& out) const {
+  if (!IsValidMatrix() || r.GetNRows() != fNRows) return false;
+  if (const NQSparseRectMatrix* sparse = internal::AsSparse(r))
+    return internal::SparseTransTimes(*sparse, *this, AsDenseRect(out));
+  const Entries R(r);
+  return R.AreThere() && PutTransposedProduct(*this, R.Rows(), ColsOf(r), AsDenseRect(out));
+}
+
+bool NQSymBlockDiagMatrix::ComputeRSRTrans(const INQRectMatrix& r, INQSymMatrix& out) const {
+  return internal::RSRTrans(*this, r, out);
+}
+
+bool NQSymBlockDiagMatrix::ComputeRTransSR(const INQRectMatrix& r, INQSymMatrix& out) const {
+  return internal::RTransSR(*this, r, out);
+}
+
+bool NQSymBlockDiagMatrix::ComputeRTransSV(const INQRectMatrix& r, const std::vector<double>& v,
+                                           std::vector<double>& out) const {
+  return internal::RTransSV(*this, r, v, out);
+}
+
+}  // namespace NQMath_940
