@@ -1,95 +1,259 @@
 #include <gtest/gtest.h>
 #include <sys/wait.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <filesystem>
 #include <fstream>
 #include <iostream>
-#include <limits>
+#include <iterator>
 #include <nlohmann/json.hpp>
 #include <sstream>
 
-#include "csv_table.h"
+#include <nqcommon/model/NQVarList.h>
+#include <nqcommon/xml/save_format.h>
+
+#include "input_summaries.h"
+#include "model_data.h"
+#include "pmml_document.h"
 #include "regression.h"
 #include "report.h"
 #include "support/compare.h"
+#include "support/xmllint.h"
 
-using regression::ChooseColumns;
+using NQXML_940::NQSettings;
 using regression::Coefficient;
-using regression::Column;
-using regression::Fit;
-using regression::ReadCsv;
+using regression::ModelData;
 using regression::Regression;
 
-static std::vector<Column> Longley() {
-  std::ifstream file(NQ_LONGLEY_CSV);
-  return ChooseColumns(ReadCsv(file), {}, "y");
+namespace {
+
+using Arguments = std::vector<std::pair<std::string, std::string>>;
+using Table = std::vector<std::pair<std::string, std::vector<double>>>;  // columns, y the last
+
+const std::filesystem::path kDirectory =
+    std::filesystem::path(::testing::TempDir()) / ("linear_regression_" + std::to_string(getpid()));
+
+const struct RemoveAtExit {
+  ~RemoveAtExit() { std::filesystem::remove_all(kDirectory); }
+} kRemoveAtExit;
+
+std::string FileOf(const std::string& content) {
+  std::filesystem::create_directories(kDirectory);
+  const std::string path = (kDirectory / "data.csv").string();
+  std::ofstream(path, std::ios::binary) << content;
+  return path;
 }
 
-static std::vector<Column> Parse(const std::string& text, const std::vector<std::string>& inputs,
-                                 const std::string& target) {
-  std::istringstream in(text);
-  return ChooseColumns(ReadCsv(in), inputs, target);
+std::string ContentOf(const std::string& path) {
+  std::ifstream in(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(in), {}};
 }
 
-struct Certified {
-  std::string name;
-  double estimate;
-  double stdError;
-};
-
-// NIST Statistical Reference Datasets, Longley.
-static const Certified kLongley[] = {
-    {"(Intercept)", -3482258.63459582, 890420.383607373},
-    {"x1", 15.0618722713733, 84.9149257747669},
-    {"x2", -0.358191792925910e-1, 0.334910077722432e-1},
-    {"x3", -2.02022980381683, 0.488399681651699},
-    {"x4", -1.03322686717359, 0.214274163161675},
-    {"x5", -0.511041056535807e-1, 0.226073200069370},
-    {"x6", 1829.15146461355, 455.478499142212},
-};
-
-// `units` gives the power of two that column j was multiplied by: the intercept first.
-static double ExpectLongley(const Regression& fit, const std::vector<int>& units) {
-  double worst = 0;
-  const auto check = [&](const std::string& figure, double got, double want) {
-    EXPECT_CLOSE(got, want, 1e-12) << figure;
-    worst = std::max(worst, nqtest::RelativeError(got, want));
-  };
-  for (std::size_t j = 0; j < std::size(kLongley); ++j) {
-    const Coefficient& c = fit.coefficients.at(j);
-    EXPECT_EQ(c.name, kLongley[j].name);
-    EXPECT_FALSE(c.redundant) << c.name;
-    check(c.name, std::ldexp(c.estimate, units[j]), kLongley[j].estimate);
-    check(c.name + " standard error", std::ldexp(c.stdError, units[j]), kLongley[j].stdError);
-    check(c.name + " t", c.t, kLongley[j].estimate / kLongley[j].stdError);
+// "inputs" and "categorical" are lists of one or two names, separated by a comma.
+NQSettings Settings(const std::string& path, const Arguments& arguments) {
+  NQSettings settings;
+  settings.AddSetting("data", path, true);
+  settings.AddSetting("target", std::string("y"), true);
+  for (const auto& [name, value] : arguments) {
+    const std::size_t comma = value.find(',');
+    std::vector<std::string> list = {value.substr(0, comma)};
+    if (comma != value.npos) list.push_back(value.substr(comma + 1));
+    if (name == "inputs" || name == "categorical")
+      settings.AddNewSetting(name, list, "");
+    else
+      settings.AddSetting(name, value, true);
   }
-  check("residual standard deviation", fit.residualStdDev, 304.854073561965);
-  check("R squared", fit.rSquared, 0.995479004577296);
-  check("F", fit.fStatistic, 330.285339234588);
-  EXPECT_EQ(fit.dfModel, 6);
-  EXPECT_EQ(fit.dfResidual, 9);
+  return settings;
+}
+
+Regression FitText(const std::string& text, const Arguments& arguments = {},
+                   const regression::FitOptions& options = {}) {
+  return Fit(ModelData(Settings(FileOf(text), arguments)), options, nullptr);
+}
+
+std::string ToCsv(const Table& table) {
+  std::ostringstream csv;
+  csv.precision(17);
+  for (const auto& column : table) csv << column.first << (column.first == "y" ? '\n' : ',');
+  for (std::size_t i = 0; i < table[0].second.size(); ++i) {
+    for (const auto& column : table) csv << column.second[i] << (column.first == "y" ? '\n' : ',');
+  }
+  return csv.str();
+}
+
+Regression FitTable(const Table& table, bool intercept = true) {
+  return FitText(ToCsv(table), {}, {intercept});
+}
+
+Table Longley() {
+  std::ifstream file(NQ_EXAMPLE_DATA "/longley.csv");
+  Table table = {{"y", {}}, {"x1", {}}, {"x2", {}}, {"x3", {}}, {"x4", {}}, {"x5", {}}, {"x6", {}}};
+  std::string cell;
+  std::getline(file, cell);
+  for (std::size_t i = 0; std::getline(file, cell, i % 7 == 6 ? '\n' : ','); ++i)
+    table[i % 7].second.push_back(std::stod(cell));
+  std::rotate(table.begin(), table.begin() + 1, table.end());
+  return table;
+}
+
+// ---- The fit ------------------------------------------------------------------------------------
+
+struct Expected {
+  std::string name;
+  double estimate, stdError, sig, lower, upper;
+};
+
+// `units` gives the power of two that column j was multiplied by: the intercept first. Returns the
+// largest relative error.
+double ExpectCoefficients(const Regression& fit, const std::vector<Expected>& rows,
+                          double tolerance, const std::vector<int>& units = {}) {
+  double worst = 0;
+  for (std::size_t j = 0; j < rows.size(); ++j) {
+    const Coefficient& c = fit.coefficients.at(j);
+    const Expected& want = rows[j];
+    const auto check = [&](const char* figure, double got, double wanted) {
+      EXPECT_CLOSE(got, wanted, tolerance) << want.name << ' ' << figure;
+      worst = std::max(worst, nqtest::RelativeError(got, wanted));
+    };
+    const auto scaled = [&](double x) { return units.empty() ? x : std::ldexp(x, units[j]); };
+    EXPECT_EQ(c.name, want.name);
+    EXPECT_FALSE(c.redundant) << c.name;
+    check("estimate", scaled(c.estimate), want.estimate);
+    check("standard error", scaled(c.stdError), want.stdError);
+    check("t", c.t, want.estimate / want.stdError);
+    check("significance", c.sig, want.sig);
+    check("lower bound", scaled(c.lower), want.lower);
+    check("upper bound", scaled(c.upper), want.upper);
+  }
   return worst;
 }
 
-TEST(LinearRegression, AgreesWithCertifiedLongley) {
-  const double worst = ExpectLongley(Fit(Longley(), true), std::vector<int>(7));
-  std::cout << "Longley: worst figure has " << -std::log10(worst) << " digits\n";
+// NIST Statistical Reference Datasets, Longley; significances and bounds from these by 50-digit
+// arithmetic.
+const std::vector<Expected> kLongley = {
+    {"(Intercept)", -3482258.63459582, 890420.383607373, 0.003560403663726231, -5496529.483274765,
+     -1467987.785916875},
+    {"x1", 15.0618722713733, 84.9149257747669, 0.8631408328092144, -177.0290352984936,
+     207.1527798412402},
+    {"x2", -0.358191792925910e-1, 0.334910077722432e-1, 0.3126810610927115, -0.1115811024139013,
+     0.03994274382871933},
+    {"x3", -2.02022980381683, 0.488399681651699, 0.002535091734111226, -3.125066641973584,
+     -0.9153929656600758},
+    {"x4", -1.03322686717359, 0.214274163161675, 0.0009443667641617978, -1.517948700172364,
+     -0.5485050341748155},
+    {"x5", -0.511041056535807e-1, 0.226073200069370, 0.8262117957636468, -0.5625172145072178,
+     0.4603090032000564},
+    {"x6", 1829.15146461355, 455.478499142212, 0.003036803341630308, 798.7875152784188,
+     2859.515413948681},
+};
+
+double ExpectLongley(const Regression& fit, const std::vector<int>& units = {}) {
+  EXPECT_CLOSE(fit.residualStdDev, 304.854073561965, 1e-10);
+  EXPECT_CLOSE(fit.rSquared, 0.995479004577296, 1e-13);
+  EXPECT_CLOSE(fit.adjustedRSquared, 1 - (1 - 0.995479004577296) * 15 / 9, 1e-13);
+  EXPECT_CLOSE(fit.fStatistic, 330.285339234588, 1e-10);
+  EXPECT_CLOSE(fit.fSig, 4.984030528724809e-10, 1e-10);
+  EXPECT_EQ(fit.dfModel, 6);
+  EXPECT_EQ(fit.dfResidual, 9);
+  return ExpectCoefficients(fit, kLongley, 1e-10, units);
+}
+
+TEST(LinearRegression, AgreesWithCertifiedLongleyInBlocksOfAnySize) {
+  for (const int rows : {1, 2, 7, 15, 16, 17, 1024}) {
+    SCOPED_TRACE(rows);
+    const double worst = ExpectLongley(FitText(ToCsv(Longley()), {}, {true, rows}));
+    std::cout << "blocks of " << rows << ": worst figure has " << -std::log10(worst) << " digits\n";
+  }
 }
 
 // Squares of 2^-700 underflow, those of 2^700 overflow.
 TEST(LinearRegression, UnitsDoNotMatter) {
   const std::vector<int> units = {0, -30, -700, 700, 0, 40, -900};
-  std::vector<Column> columns = Longley();
+  Table table = Longley();
   for (std::size_t j = 1; j < units.size(); ++j) {
-    for (double& x : columns[j - 1].values) x = std::ldexp(x, units[j]);
+    for (double& x : table[j - 1].second) x = std::ldexp(x, units[j]);
   }
-  ExpectLongley(Fit(columns, true), units);
+  ExpectLongley(FitTable(table), units);
 }
 
+// R 4.2.2, lm(admitted ~ Dept + Gender, weights = Freq), 17 digits.
+const std::vector<Expected> kBerkeley = {
+    {"(Intercept)", 0.64202580794360953, 0.23855471951538451, 0.015452574303075619,
+     0.13871934454439372, 1.1453322713428253},
+    {"Dept=B", -0.010334577011594882, 0.38186690710294657, 0.97872441066681248,
+     -0.81600332627641969, 0.79533417225322989},
+    {"Dept=C", -0.30316539546123022, 0.36151741197369075, 0.41333517281150434, -1.0659004629013076,
+     0.45956967197884724},
+    {"Dept=D", -0.31110339452387442, 0.36076040727668424, 0.40049420234045008, -1.0722413216617146,
+     0.45003453261396581},
+    {"Dept=E", -0.40271262661313878, 0.40635666995684028, 0.33556689496884995, -1.2600502590445521,
+     0.45462500581827459},
+    {"Dept=F", -0.58639974618041735, 0.37087593204049574, 0.13227576265470331, -1.3688795650429055,
+     0.19608007268207095},
+    {"Gender=Female", 0.018425196190852543, 0.25052236713764986, 0.94222921117321268,
+     -0.51013079659183846, 0.54698118897354364},
+};
+
+Regression Berkeley(const std::string& weight) {
+  const Arguments arguments = {{"target", "admitted"}, {weight, "Freq"}};
+  return Fit(ModelData(Settings(NQ_EXAMPLE_DATA "/berkeley.csv", arguments)), {}, nullptr);
+}
+
+TEST(LinearRegression, RegressionWeightScalesTheVariance) {
+  const Regression fit = Berkeley("reg-weight");
+  ExpectCoefficients(fit, kBerkeley, 1e-13);
+  EXPECT_CLOSE(fit.residualStdDev, 7.2326257585570062, 1e-13);
+  EXPECT_CLOSE(fit.rSquared, 0.17235935226439011, 1e-12);
+  EXPECT_CLOSE(fit.adjustedRSquared, -0.11974911164229574, 1e-12);
+  EXPECT_CLOSE(fit.fStatistic, 0.59005257827602831, 1e-12);
+  EXPECT_CLOSE(fit.fSig, 0.73395712455690276, 1e-12);
+  EXPECT_EQ(fit.dfResidual, 17);
+}
+
+TEST(LinearRegression, FrequencyWeightCountsCases) {
+  const Regression fit = Berkeley("freq-weight");
+  EXPECT_EQ(fit.n, 4526);
+  EXPECT_EQ(fit.dfResidual, 4519);
+  for (std::size_t j = 0; j < kBerkeley.size(); ++j)
+    EXPECT_CLOSE(fit.coefficients.at(j).estimate, kBerkeley[j].estimate, 1e-13);
+}
+
+// A row of frequency f is f rows; a regression weight stays with each of them.
+TEST(LinearRegression, RepeatedRowsAreAFrequency) {
+  std::string weighted = "a,g,f,r,y\n", repeated = "a,g,r,y\n";
+  for (int i = 0; i < 30; ++i) {
+    const int frequency = i * i % 4;  // 0: the row is dropped
+    const std::string ag = std::to_string(i * 7 % 11) + ",g" + std::to_string(i % 3) + ',';
+    const std::string ry = std::to_string(0.5 + i % 5) + ',' + std::to_string(i * i % 13) + '\n';
+    weighted += ag + std::to_string(frequency) + ',' + ry;
+    for (int k = 0; k < frequency; ++k) repeated += ag + ry;
+  }
+  const Regression one = FitText(weighted, {{"freq-weight", "f"}, {"reg-weight", "r"}}, {true, 4});
+  const Regression many = FitText(repeated, {{"reg-weight", "r"}});
+  EXPECT_EQ(one.rows.badWeight, 15);
+  EXPECT_EQ(one.n, many.n);
+  EXPECT_CLOSE(one.residualStdDev, many.residualStdDev, 1e-13);
+  ASSERT_EQ(one.coefficients.size(), 4u);
+  for (std::size_t j = 0; j < 4; ++j) {
+    EXPECT_CLOSE(one.coefficients[j].estimate, many.coefficients[j].estimate, 1e-12);
+    EXPECT_CLOSE(one.coefficients[j].stdError, many.coefficients[j].stdError, 1e-12);
+    const int row = static_cast<int>(j);
+    EXPECT_CLOSE(std::sqrt(one.covariance.GetElem(row, row)), one.coefficients[j].stdError, 1e-14);
+  }
+}
+
+TEST(LinearRegression, FractionalFrequenciesCountAsTheyAre) {
+  const Regression fit = FitText("f,x,y\n.5,1,1\n1.75,2,3\n2.5,4,4\n", {{"freq-weight", "f"}});
+  EXPECT_EQ(fit.n, 4.75);
+  EXPECT_EQ(fit.dfResidual, 2.75);
+}
+
+// ---- Redundant columns --------------------------------------------------------------------------
+
 TEST(LinearRegression, NamesRedundantInputs) {
-  const std::vector<Column> longley = Longley();
   const struct {
     const char* label;
     double (*make)(double x1, double x2);
@@ -102,16 +266,16 @@ TEST(LinearRegression, NamesRedundantInputs) {
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.label);
-    Column extra = longley[0];
-    extra.name = "extra";
-    for (std::size_t i = 0; i < extra.values.size(); ++i)
-      extra.values[i] = row.make(longley[0].values[i], longley[1].values[i]);
-    std::vector<Column> columns = longley;
-    columns.insert(columns.end() - 1, extra);
-    const Regression fit = Fit(columns, true);
-    ExpectLongley(fit, std::vector<int>(7));
+    Table table = Longley();
+    std::vector<double> extra;
+    for (std::size_t i = 0; i < 16; ++i)
+      extra.push_back(row.make(table[0].second[i], table[1].second[i]));
+    table.insert(table.end() - 1, {"extra", extra});
+    const Regression fit = FitTable(table);
+    ExpectLongley(fit);
     const Coefficient& c = fit.coefficients.at(7);
     EXPECT_TRUE(c.redundant && c.estimate == 0 && std::isnan(c.stdError) && std::isnan(c.t));
+    EXPECT_EQ(fit.covariance.GetNRows(), 7);
     std::ostringstream report;
     regression::PrintReport(report, fit);
     EXPECT_NE(report.str().find("left out of the fit: extra\n"), std::string::npos) << report.str();
@@ -123,14 +287,13 @@ TEST(LinearRegression, NamesRedundantInputs) {
 TEST(LinearRegression, TellsCancellationFromInformation) {
   for (const double own : {0.0, 1e-3}) {
     for (const double gap : {1e-1, 1e-2, 1e-3, 1e-4}) {
-      Column open{"open", {}, {}}, close{"close", {}, {}}, change{"change", {}, {}}, y{"y", {}, {}};
+      Table table = {{"open", {}}, {"close", {}}, {"change", {}}, {"y", {}}};
       for (int i = 0; i < 40; ++i) {
-        open.values.push_back(100 + 7 * (i % 11));
-        close.values.push_back(open.values.back() + gap * (i * i % 17));
-        change.values.push_back(close.values.back() - open.values.back() + own * (i % 3));
-        y.values.push_back(i * i % 7);
+        const double open = 100 + 7 * (i % 11), close = open + gap * (i * i % 17);
+        const double row[] = {open, close, close - open + own * (i % 3), double(i * i % 7)};
+        for (std::size_t j = 0; j < 4; ++j) table[j].second.push_back(row[j]);
       }
-      const Regression fit = Fit({open, close, change, y}, true);
+      const Regression fit = FitTable(table);
       EXPECT_FALSE(fit.coefficients.at(2).redundant) << own << ' ' << gap;
       EXPECT_EQ(fit.coefficients.at(3).redundant, own == 0) << own << ' ' << gap;
     }
@@ -138,31 +301,31 @@ TEST(LinearRegression, TellsCancellationFromInformation) {
 }
 
 // The least-squares line of 0.6, 0.5, 0.7, 1 is 0.35 + 0.14 x, residual sum of squares 0.042; here
-// x is far out and the points are repeated, with tenths whose plain sum drifts.
-TEST(LinearRegression, CentresLongAndDistantColumns) {
-  constexpr int kTimes = 25000;
+// x is far out and the points are repeated, over many blocks.
+TEST(LinearRegression, DistanceDoesNotMatter) {
   const double points[] = {0.6, 0.5, 0.7, 1};
-  Column x{"x", {}, {}}, flat{"flat", {}, {}}, y{"y", {}, {}};
-  for (int i = 0; i < 4 * kTimes; ++i) {
-    x.values.push_back(0x1p40 + 1 + i % 4);
-    flat.values.push_back(0.1);
-    y.values.push_back(points[i % 4]);
+  Table table = {{"x", {}}, {"flat", {}}, {"y", {}}};
+  for (int i = 0; i < 20000; ++i) {
+    table[0].second.push_back(0x1p40 + 1 + i % 4);
+    table[1].second.push_back(0.1);
+    table[2].second.push_back(points[i % 4]);
   }
-  const Regression fit = Fit({x, flat, y}, true);
-  const auto dfResidual = static_cast<double>(fit.dfResidual);
+  const Regression fit = FitTable(table);
   EXPECT_CLOSE(fit.coefficients.at(1).estimate, 0.14, 1e-14);
-  EXPECT_CLOSE(fit.coefficients.at(1).stdError, std::sqrt(0.042 / 5 / dfResidual), 1e-14);
+  EXPECT_CLOSE(fit.coefficients.at(1).stdError, std::sqrt(0.042 / 5 / fit.dfResidual), 1e-13);
   EXPECT_TRUE(fit.coefficients.at(2).redundant);
 }
 
+// ---- No intercept, undefined figures ------------------------------------------------------------
+
 // NIST Statistical Reference Datasets, NoInt1.
 TEST(LinearRegression, FitsThroughZero) {
-  Column x{"x", {}, {}}, y{"y", {}, {}};
+  Table table = {{"x", {}}, {"y", {}}};
   for (int i = 0; i <= 10; ++i) {
-    x.values.push_back(60 + i);
-    y.values.push_back(130 + i);
+    table[0].second.push_back(60 + i);
+    table[1].second.push_back(130 + i);
   }
-  const Regression fit = Fit({x, y}, false);
+  const Regression fit = FitTable(table, false);
   ASSERT_EQ(fit.coefficients.size(), 1u);
   EXPECT_CLOSE(fit.coefficients[0].estimate, 2.07438016528926, 1e-14);
   EXPECT_CLOSE(fit.coefficients[0].stdError, 0.165289256198347e-1, 1e-13);
@@ -172,49 +335,140 @@ TEST(LinearRegression, FitsThroughZero) {
   EXPECT_EQ(fit.dfResidual, 10);
 }
 
+TEST(LinearRegression, CategoriesByIntercept) {
+  const struct {
+    const char* label;
+    bool intercept;
+    const char* text;
+    std::vector<std::pair<const char*, double>> coefficients;  // redundant: 0
+  } rows[] = {
+      {"first seen is the reference",
+       true,
+       "g,y\nb,1\nb,3\na,7\nb,2\na,9\n",
+       {{"(Intercept)", 2}, {"g=a", 6}}},
+      {"group means", false, "g,y\nb,1\nb,3\na,7\nb,2\na,9\n", {{"g=b", 2}, {"g=a", 8}}},
+      {"only the first factor whole",
+       false,
+       "g,h,y\nb,u,1\nb,v,3\na,u,6\na,v,8\nb,u,1\n",
+       {{"g=b", 1}, {"g=a", 6}, {"h=v", 2}}},
+      {"a single category is a constant",
+       true,
+       "g,y\nb,1\nb,3\n",
+       {{"(Intercept)", 2}, {"g=b", 0}}},
+      {"a category of dropped cases is none",
+       true,
+       "g,x,y\nz,,5\nb,1,1\na,2,9\nb,4,4\na,4,11\n",
+       {{"(Intercept)", 0}, {"g=a", 7}, {"x", 1}}},
+  };
+  for (const auto& row : rows) {
+    const Regression fit = FitText(row.text, {}, {row.intercept});
+    ASSERT_EQ(fit.coefficients.size(), row.coefficients.size()) << row.label;
+    for (std::size_t j = 0; j < row.coefficients.size(); ++j) {
+      EXPECT_EQ(fit.coefficients[j].name, row.coefficients[j].first) << row.label;
+      EXPECT_NEAR(fit.coefficients[j].estimate, row.coefficients[j].second, 1e-14) << row.label;
+    }
+  }
+}
+
 TEST(LinearRegression, JsonHasNullForUndefined) {
   const struct {
     const char* label;
-    std::vector<Column> columns;
-    const char* nulls;  // of F, R squared, then the standard error and t of each coefficient
+    const char* text;
+    const char* nulls;  // of F, R squared, then the standard error, t, significance, bounds of each
   } rows[] = {
-      {"perfect fit", Parse("x,y\n1,0.4\n2,0.7\n4,1.3\n7,2.2\n", {}, "y"), "F - -t -t"},
-      {"constant target", Parse("x,y\n1,0.1\n2,0.1\n4,0.1\n", {}, "y"), "F R -t -t"},
-      {"redundant input", Parse("x,y\n3,1\n3,2\n3,4\n", {}, "y"), "F - -- st"},
-      {"no input", Parse("y\n1\n2\n4\n", {}, "y"), "F - --"},
+      {"perfect fit", "x,y\n1,0.4\n2,0.7\n4,1.3\n7,2.2\n", "F - -t-- -t--"},
+      {"as many cases as coefficients", "x,y\n1,4\n2,7\n", "F - stpb stpb"},
+      {"constant target", "x,y\n1,0.1\n2,0.1\n4,0.1\n", "F R -t-- -tp-"},
+      {"redundant input", "x,y\n3,1\n3,2\n3,4\n", "F - ---- stpb"},
+      {"no input", "y\n1\n2\n4\n", "F - ----"},
   };
   for (const auto& row : rows) {
-    const auto json = nlohmann::json::parse(regression::ToJson(Fit(row.columns, true)));
+    const auto json = nlohmann::json::parse(regression::ToJson(FitText(row.text)));
     std::string nulls = json["fStatistic"].is_null() ? "F" : "-";
     nulls += json["rSquared"].is_null() ? " R" : " -";
     for (const auto& c : json["coefficients"]) {
       nulls += c["stdError"].is_null() ? " s" : " -";
       nulls += c["t"].is_null() ? "t" : "-";
+      nulls += c["sig"].is_null() ? "p" : "-";
+      nulls += c["lower"].is_null() && c["upper"].is_null() ? "b" : "-";
     }
     EXPECT_EQ(nulls, row.nulls) << row.label << '\n' << json;
   }
 }
 
+// ---- The data -----------------------------------------------------------------------------------
+
 TEST(LinearRegression, ReadsPermittedForms) {
   const std::string text =
       "\xEF\xBB\xBF"
-      "\"x, 1\",note, y \r\n+1.5,\"two\nlines\",-2e-3\r\n\r\n \" 7 \" ,,+.5";
-  const std::vector<Column> columns = Parse(text, {"x, 1"}, "y");
-  EXPECT_EQ(columns[0].name, "x, 1");
-  EXPECT_EQ(columns[0].values, (std::vector<double>{1.5, 7}));
-  EXPECT_EQ(columns[1].values, (std::vector<double>{-2e-3, 0.5}));
+      "\"x\"\"1\",note, y \r\n+1.5,\"two\nlines, \"\"so\"\"\",-2e-3\r\n\r\n \" 7 \" , b ,+.5\r\n"
+      "NA,b,1\n2,\"\",1\n3,c,NaN\n3,\"NA\",-1.7976931348623157e308\n  \n4,\"NA\",-3";
+  const ModelData data(Settings(FileOf(text), {}));
+  EXPECT_EQ(data.Variables().GetVarAt(0)->GetVariableName(), "x\"1");
+  EXPECT_EQ(data.Categories(1), (std::vector<std::string>{"two\nlines, \"so\"", "b", "NA"}));
+  EXPECT_EQ(data.Counts().missing, 4);
+  std::vector<std::vector<double>> cases;
+  data.ForEachCase([&](const regression::Case& taken) { cases.push_back(taken.values); });
+  EXPECT_EQ(cases, (std::vector<std::vector<double>>{{1.5, 0, -2e-3}, {7, 1, .5}, {4, 2, -3}}));
 }
 
-// ---- The program
-// -----------------------------------------------------------------------------------
+// Rows across the ends of the reader's blocks of 2^18 bytes, and one longer than two of them.
+TEST(LinearRegression, ReadsRowsAcrossBlocks) {
+  std::string text = "skipped,x,y\n";
+  for (int i = 0; i < 40000; ++i) {
+    const std::string note = i == 20000 ? std::string(600000, 'n') : "some, note \"\"";
+    text += '"' + note + "\"," + std::to_string(i % 10) + ',' + std::to_string(3 * (i % 10)) + '\n';
+  }
+  const Regression fit = FitText(text, {{"inputs", "x"}});
+  EXPECT_EQ(fit.rows.used, 40000);
+  EXPECT_CLOSE(fit.coefficients.at(1).estimate, 3, 1e-14);
+}
+
+// ---- The documents ------------------------------------------------------------------------------
+
+TEST(LinearRegression, PmmlIsExact) {
+  const std::string text =
+      "g,x,f,y\n\"R&D \",1,2,11\nKüche,2,1,14\n\"R&D \",3,1,13\nKüche,4,1,16\n";
+  const ModelData data(Settings(FileOf(text), {{"freq-weight", "f"}}));
+  regression::InputSummaries summaries(data);
+  const Regression fit = Fit(data, {}, &summaries);
+  const std::string pmml = regression::PmmlDocument(data, fit, summaries);
+  const std::string model =
+      "<RegressionModel functionName=\"regression\" algorithmName=\"leastSquares\" "
+      "modelType=\"linearRegression\" targetFieldName=\"y\">\n"
+      "<MiningSchema>\n"
+      "<MiningField name=\"g\" usageType=\"active\"/>\n"
+      "<MiningField name=\"x\" usageType=\"active\"/>\n"
+      "<MiningField name=\"y\" usageType=\"predicted\"/>\n"
+      "<MiningField name=\"f\" usageType=\"supplementary\"/>\n"
+      "</MiningSchema>\n"
+      "<ModelStats>\n"
+      "<UnivariateStats field=\"g\">\n<Counts totalFreq=\"5\"/>\n"
+      "<DiscrStats>\n<Array type=\"real\">3 2</Array>\n</DiscrStats>\n</UnivariateStats>\n"
+      "<UnivariateStats field=\"x\">\n<Counts totalFreq=\"5\"/>\n"
+      "<NumericInfo minimum=\"1\" maximum=\"4\" mean=\"2.2\" "
+      "standardDeviation=\"1.30384048104053\"/>"
+      "\n<ContStats/>\n</UnivariateStats>\n"
+      "</ModelStats>\n"
+      "<RegressionTable intercept=\"10\">\n"
+      "<NumericPredictor name=\"x\" coefficient=\"1\"/>\n"
+      "<CategoricalPredictor name=\"g\" value=\"Küche\" coefficient=\"2\"/>\n"
+      "</RegressionTable>\n</RegressionModel>\n</PMML>\n";
+  const std::size_t at = pmml.find("<RegressionModel");
+  ASSERT_NE(at, pmml.npos);
+  EXPECT_NE(pmml.find("<Value value=\"R&amp;D&#32;\" property=\"valid\"/>"), pmml.npos);
+  EXPECT_EQ(pmml.substr(at), model);
+}
+
+// ---- The program --------------------------------------------------------------------------------
 
 struct Outcome {
   int status;
   std::string text;  // both streams
 };
 
-static Outcome RunProgram(const std::string& arguments) {
-  const std::string command = "'" NQ_REGRESSION_PROGRAM "' " + arguments + " 2>&1";
+Outcome RunProgram(const std::string& arguments, const std::string& environment = "") {
+  const std::string command = environment + " '" NQ_REGRESSION_PROGRAM "' " + arguments + " 2>&1";
   std::FILE* pipe = popen(command.c_str(), "r");
   Outcome outcome{-1, {}};
   if (!pipe) return outcome;
@@ -224,61 +478,115 @@ static Outcome RunProgram(const std::string& arguments) {
   return outcome;
 }
 
-TEST(LinearRegression, RefusesBadInputWithOneLine) {
+std::size_t FilesIn(const std::filesystem::path& directory) {
+  return static_cast<std::size_t>(
+      std::distance(std::filesystem::directory_iterator(directory), {}));
+}
+
+void ExpectRefused(const Outcome& outcome, const std::string& message) {
+  EXPECT_EQ(outcome.status, 2) << message;
+  EXPECT_NE(outcome.text.find(message), std::string::npos) << outcome.text;
+  EXPECT_EQ(std::count(outcome.text.begin(), outcome.text.end(), '\n'), 1) << outcome.text;
+}
+
+TEST(LinearRegression, RefusesBadInputWithOneLineAndNoFiles) {
   const std::string good = "a,b,y\n1,2,3\n2,1,5\n3,5,4\n4,4,9\n";
-  const std::string file = ::testing::TempDir() + "linear_regression_test.csv";
+  std::string manyCategories = "id,y\n";
+  for (int i = 0; i <= 1000; ++i) manyCategories += 'i' + std::to_string(i) + ",1\n";
   const struct {
     std::string content, arguments, message;
   } rows[] = {
       {good, "--target z", "no column 'z'"},
       {good, "--target y --inputs a,z", "no column 'z'"},
-      {good, "--target y --inputs a,y", "target 'y' is among the inputs"},
-      {good, "--target y --inputs a,b,a", "input 'a' is given twice"},
+      {good, "--target y --inputs a,y", "column 'y' is both an input and the target"},
+      {good, "--target y --inputs a,b,a", "column 'a' is both an input and an input"},
+      {good, "--target y --freq-weight y", "'y' is both the target and the frequency weight"},
+      {good, "--target y --categorical y", "categorical column 'y' is not an input"},
       {"a,b,a\n1,2,3\n", "--target b", "line 1: two columns are named 'a'"},
       {"a,,y\n1,2,3\n", "--target y", "line 1: column 2 has no name"},
+      {"\xFF,y\n1,2\n", "--target y", "is not UTF-8 text"},
+      {"a,y\n\"b\x01\",2\n", "--target y", "line 2, column 'a': 'b ' is not UTF-8 text"},
       {"a,y\n1,2\n\n2,x7\n", "--target y", "line 4, column 'y': 'x7' is not a number"},
-      {"a,y\n1,2\n2,3x\n", "--target y", "line 3, column 'y': '3x' is not a number"},
-      {"a,y\nnan,2\n2,3\n", "--target y", "line 2, column 'a': 'nan' is not a number"},
-      {"a,y\n1,-inf\n2,3\n", "--target y", "line 2, column 'y': '-inf' is not a number"},
+      {"a,y\n1,2\n2\xC2\xA0,3\n", "--target y", "line 3, column 'a': '2\xC2\xA0' is not a number"},
+      {"a,y\n\"1\n2\",2\n", "--target a", "line 2, column 'a': '1 2' is not a number"},
+      {"a,y\n1,-inf\n2,3\n", "--target y", "line 2, column 'y': '-inf' is not finite"},
       {"a,y\n1,2\n+-2,3\n", "--target y", "line 3, column 'a': '+-2' is not a number"},
-      {"a,y\n1,2\n1e999,3\n", "--target y", "line 3, column 'a': '1e999' is not a number"},
-      {"a,y\n1,2\n,3\n", "--target y", "line 3, column 'a': empty cell"},
+      {"a,y\n1e999,2\n", "--target y", "line 2, column 'a': '1e999' is not finite"},
       {"a,y\n1,2\n1,2,3\n", "--target y", "line 3: expected 2 cells, found 3"},
-      {"a,y\n1,2\n1\n", "--target y", "line 3: expected 2 cells, found 1"},
-      {"a,y\n1,2\n\"3,4\n", "--target y", "line 3: a quoted cell is not closed"},
+      {"a,y\n\"1\n\",2\n1\n", "--target y", "line 4: expected 2 cells, found 1"},
+      {"a,y\n1,2\n\"3,4\n", "--target y", "line 3: a quote is out of place"},
       {"a,y\n1,2\n\"3\"4,4\n", "--target y", "line 3: a quote is out of place"},
+      {"a,y\n1,2\n3\"\",4\n", "--target y", "line 3: a quote is out of place"},
       {"", "--target y", "no header row"},
       {"a,y\n", "--target y", "no rows below the header"},
-      {"a,y\n1,2\n2,3\n", "--target y", "too few rows: 2 for 2 coefficients"},
+      {"a,y\n,2\n3,NA\n", "--target y", "every case has a missing cell"},
+      {"w,y\n0,2\n-1,3\n", "--target y --freq-weight w", "no case has a weight above 0"},
+      {"a,b,y\n1,2,2\n2,5,3\n", "--target y", "too few cases: 2 for 3 coefficients"},
       {"y\n1\n2\n", "--target y --no-intercept", "nothing to fit"},
+      {"a,y\n1e-300,1e300\n2e-300,3e300\n", "--target y", "coefficient of 'a' is not finite"},
+      {manyCategories, "--target y", "more than 1000 categories"},
       {good, "", "--target is required"},
-      {good, "--target y --json /nowhere/fit.json", "cannot write /nowhere/fit.json"},
+      {good, "--target y --save /nowhere/fit", "cannot write /nowhere/fit"},
+      {good, "--target y --save \"$D/b.json\"", "two outputs are named"},
       {good, "--target y --what", "--what"},
   };
   for (const auto& row : rows) {
-    std::ofstream(file, std::ios::binary) << row.content;
-    const Outcome outcome = RunProgram("'" + file + "' " + row.arguments);
-    EXPECT_EQ(outcome.status, 2) << row.message;
-    EXPECT_NE(outcome.text.find(row.message), std::string::npos) << outcome.text;
-    EXPECT_EQ(std::count(outcome.text.begin(), outcome.text.end(), '\n'), 1) << outcome.text;
+    const std::string file = FileOf(row.content);
+    ExpectRefused(
+        RunProgram("'" + file + "' --json \"$D/b.json\" --pmml \"$D/b.pmml\" " + row.arguments,
+                   "D='" + kDirectory.string() + "'; "),
+        row.message);
+    EXPECT_EQ(FilesIn(kDirectory), 1u) << row.message;
   }
-  std::remove(file.c_str());
-  EXPECT_EQ(RunProgram("'" + file + "' --target y").status, 2) << "no file";
-  EXPECT_EQ(RunProgram("'" + ::testing::TempDir() + "' --target y").status, 2) << "a directory";
+  const std::string file = FileOf(good);
+  ExpectRefused(RunProgram("'" + file + "' --target y --html '" + file + ".html'", "PATH=/nowhere"),
+                "xsltproc");
+  std::filesystem::remove_all(kDirectory);
+  ExpectRefused(RunProgram("'" + file + "' --target y"), "cannot open");
+  ExpectRefused(RunProgram("'" + ::testing::TempDir() + "' --target y"), "not a regular file");
   EXPECT_EQ(RunProgram("--help").status, 0);
 }
 
-TEST(LinearRegression, ProgramWritesJson) {
-  const std::string file = ::testing::TempDir() + "linear_regression_test.json";
-  const Outcome outcome =
-      RunProgram("--target y --inputs x6,x1 '" NQ_LONGLEY_CSV "' --json '" + file + "'");
-  EXPECT_EQ(outcome.status, 0) << outcome.text;
-  std::ifstream in(file);
-  const auto json = nlohmann::json::parse(in);
-  EXPECT_EQ(json["n"], 16);
-  EXPECT_EQ(json["dfModel"], 2);
-  EXPECT_EQ(json["dfResidual"], 13);
-  EXPECT_EQ(json["coefficients"].at(0)["name"], "(Intercept)");
-  EXPECT_EQ(json["coefficients"].at(1)["name"], "x6");
-  std::remove(file.c_str());
+TEST(LinearRegression, ProgramWritesAllDocuments) {
+  const std::string text =
+      "a b,g,extra,f,y\n1,x y,2,1,3\n2,\"q\"\"<\\\",4,2,5\n3,x "
+      "y,6,1,4\n4,q,8,3,9\n6,q,12,1,2\n,q,1,1,1\n";
+  const std::string file = FileOf(text), base = (kDirectory / "fit").string();
+  std::filesystem::create_symlink("linked.json", base + ".json");
+  const Outcome outcome = RunProgram("--target y --inputs 'a b',g,extra --freq-weight f '" + file +
+                                     "' --json '" + base + ".json' --statxml '" + base +
+                                     ".xml' --save '" + base + ".save' --html '" + base + ".html'");
+  ASSERT_EQ(outcome.status, 0) << outcome.text;
+  EXPECT_EQ(FilesIn(kDirectory), 6u);
+  EXPECT_TRUE(std::filesystem::is_symlink(base + ".json"));
+  const auto json = nlohmann::json::parse(ContentOf(base + ".json"));
+  EXPECT_EQ(json["n"], 8);
+  EXPECT_EQ(json["nDropped"], 1);
+  EXPECT_EQ(json["dfResidual"], 4);
+  EXPECT_EQ(json["coefficients"].at(2)["name"], "g=q\"<\\");
+  EXPECT_EQ(json["coefficients"].at(4)["redundant"], true);
+
+  const std::string statXml = ContentOf(base + ".xml");
+  EXPECT_EQ(nqtest::Complaints(statXml, "--schema", "statxml-7-0.xsd"), "");
+  for (const char* part : {"<Array type=\"string\" n=\"3\">\"x y\" \"q\\\"&lt;\\\\\" \"q\"</Array>",
+                           "<Statistic name=\"bins\" value=\"4\"/>",
+                           "<FTest fStatistic=", "kind=\"symmetric\" nbRows=\"4\"",
+                           "<Covariate field=\"a b\" power=\"1\"/>",
+                           "<Counts totalFreq=\"8\" missingFreq=\"1\" invalidFreq=\"0\"/>"})
+    EXPECT_NE(statXml.find(part), statXml.npos) << part << " in\n" << statXml;
+
+  const std::string html = ContentOf(base + ".html");
+  for (const char* part : {"<title>x y: 2</title>", "q\"&lt;\\</text>", "redundant: a combination",
+                           "histogram of a b"})
+    EXPECT_NE(html.find(part), html.npos) << part << " in\n" << html;
+  EXPECT_EQ(html.find("NaN"), html.npos);
+
+  std::ifstream saved(base + ".save");
+  NQXML_940::NQVarList variables;
+  ASSERT_TRUE(NQXML_940::ParseStartXML(saved));
+  variables.ReadObjectXML(saved);
+  EXPECT_EQ(variables.GetVarNames(), (std::vector<std::string>{"a b", "g", "extra", "y", "f"}));
+  EXPECT_EQ(variables.GetEncoderAt(1)->EncodeConst(std::string("q")), 2);
 }
+
+}  // namespace

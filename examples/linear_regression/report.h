@@ -8,7 +8,7 @@
 
 namespace regression {
 
-// An aligned table, figures with 15 significant digits; blank where a figure is not finite.
+// An aligned table, blank where a figure is not finite.
 void PrintReport(std::ostream& out, const Regression& fit);
 
 // One object, described in README.md; null where a figure is not finite.
