@@ -42,7 +42,7 @@ const struct RemoveAtExit {
 
 std::string FileOf(const std::string& content) {
   std::filesystem::create_directories(kDirectory);
-  const std::string path = (kDirectory / "data.csv").string();
+  std::string path = (kDirectory / "data.csv").string();
   std::ofstream(path, std::ios::binary) << content;
   return path;
 }
@@ -228,7 +228,7 @@ TEST(LinearRegression, RepeatedRowsAreAFrequency) {
     const int frequency = i * i % 4;  // 0: the row is dropped
     const std::string ag = std::to_string(i * 7 % 11) + ",g" + std::to_string(i % 3) + ',';
     const std::string ry = std::to_string(0.5 + i % 5) + ',' + std::to_string(i * i % 13) + '\n';
-    weighted += ag + std::to_string(frequency) + ',' + ry;
+    weighted.append(ag).append(std::to_string(frequency)).append(",").append(ry);
     for (int k = 0; k < frequency; ++k) repeated += ag + ry;
   }
   const Regression one = FitText(weighted, {{"freq-weight", "f"}, {"reg-weight", "r"}}, {true, 4});

@@ -57,7 +57,7 @@ NQCatVar::NQCatVar(const std::string& name, const std::string& label, int catego
 
 NQCatVar::NQCatVar(const std::string& name, const std::string& label, int categories,
                    MeasureLevel level, VariableRole role, bool isOrdinal,
-                   std::unique_ptr<INQEncoder> encoder)
+                   std::unique_ptr<INQEncoder>&& encoder)
     : NQVariableBase(name, label, role, std::move(encoder)),
       fIsOrdinal(isOrdinal),
       fNCategories(std::max(categories, Encoder()->GetNumberOfCategories())),

@@ -71,7 +71,7 @@ class NQ_API NQCatVar final : public NQVariableBase {
 
  private:
   NQCatVar(const std::string& name, const std::string& label, int categories, MeasureLevel level,
-           VariableRole role, bool isOrdinal, std::unique_ptr<INQEncoder> encoder);
+           VariableRole role, bool isOrdinal, std::unique_ptr<INQEncoder>&& encoder);
 
   bool fIsOrdinal;
   bool fIsBinaryFlag = false;

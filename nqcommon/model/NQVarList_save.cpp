@@ -24,7 +24,7 @@ ClonePtr<INQVariable> MakeVariable(INQVariable::MeasureLevel level,
     case INQVariable::LevelStringCategorical:
       return ClonePtr<INQVariable>(new NQCatVar("", "", 0, level, INQVariable::RoleInput, false));
     case INQVariable::LevelFrequencyWeight:
-      if (keptWeight) return std::move(keptWeight);
+      if (keptWeight) return std::exchange(keptWeight, {});
       return ClonePtr<INQVariable>(new NQWeightVar("", "", INQVariable::RoundAsIs));
     default:
       return {};

@@ -98,9 +98,10 @@ double ToDouble(std::string_view text) {
 
 }  // namespace
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): the form of the interface
 int StartRoot(std::ostream& os, std::string copyright) {
   const std::unique_ptr<XMLAttribute> attribute(
-      XMLAttribute::Create(SaveXMLTags::XML_ATT_COPYRIGHT, std::move(copyright)));
+      XMLAttribute::Create(SaveXMLTags::XML_ATT_COPYRIGHT, copyright));
   ExportFormat format;
   std::string tag = "<" + SaveXMLTags::XML_ELE_ROOT + " ";
   attribute->ToString(tag, format);

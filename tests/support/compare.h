@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <bit>
 #include <cmath>
 #include <cstdint>
@@ -20,7 +21,8 @@ inline double UlpDistance(double a, double b) {
     const auto bits = std::bit_cast<std::int64_t>(x);
     return bits < 0 ? std::numeric_limits<std::int64_t>::min() - bits : bits;
   };
-  return std::fabs(static_cast<double>(ordered(a)) - static_cast<double>(ordered(b)));
+  const auto [low, high] = std::minmax({ordered(a), ordered(b)});
+  return static_cast<double>(static_cast<std::uint64_t>(high) - static_cast<std::uint64_t>(low));
 }
 
 // |got - want| / |want|, or |got| where want is 0. Equal values (infinities too) and two NaN give

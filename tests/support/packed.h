@@ -2,7 +2,7 @@
 #pragma once
 
 #include <nqcommon/math/matrix/internal/cpu_dispatch.h>
-#include <nqcommon/math/matrix/internal/packed_triangle.h>
+#include <nqcommon/math/numeric/internal/packed_triangle.h>
 
 #include <cstddef>
 #include <numeric>

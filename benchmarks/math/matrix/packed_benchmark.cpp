@@ -6,7 +6,7 @@
 #include <nqcommon/math/matrix/internal/cpu_dispatch.h>
 #include <nqcommon/math/matrix/internal/packed_cholesky.h>
 #include <nqcommon/math/matrix/internal/packed_sweep.h>
-#include <nqcommon/math/matrix/internal/packed_triangle.h>
+#include <nqcommon/math/numeric/internal/packed_triangle.h>
 
 #include <benchmark/benchmark.h>
 

@@ -11,7 +11,6 @@ namespace NQMath_940 {
 
 using internal::AsDenseRect;
 using internal::AsSparse;
-using internal::SparseRun;
 using internal::StoredIn;
 using NQCommon_940::NQMV;
 

@@ -20,7 +20,7 @@ NQSymBlockDiagMatrix::NQSymBlockDiagMatrix(const std::vector<int>& sizes,
 
 NQSymBlockDiagMatrix::NQSymBlockDiagMatrix(const std::vector<const INQSymMatrix*>& blocks) {
   for (const INQSymMatrix* m : blocks) {
-    if (m && IsValidMatrix()) AddBlock(*m);
+    if (m && fNRows >= 0) AddBlock(*m);
   }
 }
 
@@ -111,7 +111,7 @@ bool NQSymBlockDiagMatrix::SetStructure(const std::vector<int>& sizes, const NQB
     }
   }
   *this = std::move(blocks);
-  return IsValidMatrix();
+  return fNRows >= 0;
 }
 
 void NQSymBlockDiagMatrix::SetBlockIndicesForRow(int from) {
@@ -123,7 +123,7 @@ template <class Matrix>
 int NQSymBlockDiagMatrix::Append(std::vector<Matrix>& kind, Matrix block) {
   const int size = block.GetNRows();
   const bool isDiagonal = block.GetType() == 1;
-  if (IsValidMatrix() && block.IsValidMatrix()) {
+  if (fNRows >= 0 && block.IsValidMatrix()) {
     if (!internal::FitsInt(static_cast<long long>(fNRows) + size)) return -1;
     try {
       fvBlockIndices.push_back(static_cast<int>(kind.size()));
@@ -141,18 +141,18 @@ int NQSymBlockDiagMatrix::Append(std::vector<Matrix>& kind, Matrix block) {
 }
 
 int NQSymBlockDiagMatrix::AddBlock(const std::vector<double>& diagonal) {
-  return diagonal.empty() || !IsValidMatrix() ? -1 : Append(NQDiagMatrix(diagonal));
+  return diagonal.empty() || fNRows < 0 ? -1 : Append(NQDiagMatrix(diagonal));
 }
 
 int NQSymBlockDiagMatrix::AddBlock(const INQSymMatrix& m) {
-  if (m.GetNRows() < 1 || !IsValidMatrix()) return -1;
+  if (m.GetNRows() < 1 || fNRows < 0) return -1;
   if (const NQSymMatrix* dense = internal::AsDenseSym(m)) return Append(NQSymMatrix(*dense));
   if (const NQDiagMatrix* diagonal = internal::AsDiagonal(m))
     return Append(NQDiagMatrix(*diagonal));
   NQSymBlockDiagMatrix copy(*internal::AsBlockDiag(m));
   if (!internal::FitsInt(static_cast<long long>(fNRows) + m.GetNRows())) return -1;
   if (!copy.IsValidMatrix()) Fail();
-  for (int b = 0; b < copy.fNBlocks && IsValidMatrix(); ++b) {
+  for (int b = 0; b < copy.fNBlocks && fNRows >= 0; ++b) {
     const std::size_t at = At(copy.fvBlockIndices[At(b)]);
     if (copy.GetIsBlockDiagonal(b)) {
       Append(std::move(copy.fvDiagonal[at]));
@@ -160,7 +160,7 @@ int NQSymBlockDiagMatrix::AddBlock(const INQSymMatrix& m) {
       Append(std::move(copy.fvDense[at]));
     }
   }
-  return IsValidMatrix() ? fNBlocks : -1;
+  return fNRows >= 0 ? fNBlocks : -1;
 }
 
 // Makes room for block b among those of the kind, and takes it out of the other.
@@ -264,7 +264,7 @@ bool NQSymBlockDiagMatrix::Resize(int n) {
   if (!IsValidMatrix()) ClearAll();
   if (n < fNRows) *this = LeadingBlocks(n);
   if (n > fNRows && IsValidMatrix()) Append(NQSymMatrix(n - fNRows, true));
-  return IsValidMatrix();
+  return fNRows >= 0;
 }
 
 bool NQSymBlockDiagMatrix::SetNRows(int n, bool clear) {
@@ -330,7 +330,7 @@ void NQSymBlockDiagMatrix::MultiplyByNumber(double x) {
 }
 
 bool NQSymBlockDiagMatrix::ComputeAXpY(double a, const INQSymMatrix& x) {
-  if (x.GetNRows() != fNRows || !IsValidMatrix()) return false;
+  if (x.GetNRows() != fNRows || fNRows < 0) return false;
   if (const NQSymBlockDiagMatrix* blocks = internal::AsBlockDiag(x)) {
     if (!IsSameStructure(*blocks)) return false;
     for (int b = 0; b < fNBlocks; ++b) Block(b).ComputeAXpY(a, blocks->Block(b));

@@ -196,16 +196,13 @@ bool NQSymBlockDiagMatrix::PutEachBlock(const NQSymBlockDiagMatrix& x, INQSymMat
                                         F f) const {
   NQSymBlockDiagMatrix result;
   for (int b = 0; b < fNBlocks && x.IsValidMatrix() && result.IsValidMatrix(); ++b) {
-    NQDiagMatrix diagonal;
-    NQSymMatrix dense;
+    const auto append = [&](auto block) {
+      if (!f(Block(b), x.Block(b), block)) return false;
+      result.Append(std::move(block));
+      return true;
+    };
     const bool isDiagonal = GetIsBlockDiagonal(b) && x.GetIsBlockDiagonal(b);
-    INQSymMatrix& block = isDiagonal ? static_cast<INQSymMatrix&>(diagonal) : dense;
-    if (!f(Block(b), x.Block(b), block)) return false;
-    if (isDiagonal) {
-      result.Append(std::move(diagonal));
-    } else {
-      result.Append(std::move(dense));
-    }
+    if (!(isDiagonal ? append(NQDiagMatrix()) : append(NQSymMatrix()))) return false;
   }
   return x.IsValidMatrix() && internal::PutBlocks(std::move(result), out);
 }

@@ -6,9 +6,9 @@
 #include <nqcommon/math/matrix/internal/matrix_access.h>
 #include <nqcommon/math/matrix/internal/packed_algebra.h>
 #include <nqcommon/math/matrix/internal/packed_cholesky.h>
-#include <nqcommon/math/matrix/internal/packed_triangle.h>
 #include <nqcommon/math/matrix/internal/scaling.h>
 #include <nqcommon/math/numeric/NQMathFun.h>
+#include <nqcommon/math/numeric/internal/packed_triangle.h>
 
 namespace NQMath_940 {
 

@@ -5,7 +5,7 @@
 
 #include <nqcommon/math/matrix/internal/argument_checks.h>
 #include <nqcommon/math/matrix/internal/matrix_access.h>
-#include <nqcommon/math/matrix/internal/packed_triangle.h>
+#include <nqcommon/math/numeric/internal/packed_triangle.h>
 
 namespace NQMath_940 {
 

@@ -6,7 +6,7 @@
 #include <nqcommon/math/matrix/Blas1.h>
 #include <nqcommon/math/matrix/Linpack.h>
 #include <nqcommon/math/matrix/internal/packed_algebra.h>
-#include <nqcommon/math/matrix/internal/packed_triangle.h>
+#include <nqcommon/math/numeric/internal/packed_triangle.h>
 
 namespace NQMath_940 {
 

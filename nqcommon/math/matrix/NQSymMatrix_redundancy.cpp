@@ -5,8 +5,8 @@
 
 #include <nqcommon/math/matrix/internal/argument_checks.h>
 #include <nqcommon/math/matrix/internal/packed_sweep.h>
-#include <nqcommon/math/matrix/internal/packed_triangle.h>
 #include <nqcommon/math/matrix/internal/scaling.h>
+#include <nqcommon/math/numeric/internal/packed_triangle.h>
 
 namespace NQMath_940 {
 

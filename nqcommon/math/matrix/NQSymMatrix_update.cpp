@@ -2,8 +2,8 @@
 
 #include <nqcommon/math/matrix/internal/argument_checks.h>
 #include <nqcommon/math/matrix/internal/packed_algebra.h>
-#include <nqcommon/math/matrix/internal/packed_triangle.h>
 #include <nqcommon/math/matrix/internal/sparse_run.h>
+#include <nqcommon/math/numeric/internal/packed_triangle.h>
 
 namespace NQMath_940 {
 

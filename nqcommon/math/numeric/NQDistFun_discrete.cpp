@@ -128,7 +128,7 @@ double NQDistFun::dnlbnc(const double& n, const double& k, long& status) {
   const double smaller = internal::BoundedShape(std::min(k, n - k));
   if (n <= kExactUpTo && IsWhole(n) && IsWhole(k)) {
     double product = 1;
-    for (double i = 1; i <= smaller; i += 1) product = product * (n - smaller + i) / i;
+    for (int i = 1; i <= static_cast<int>(smaller); ++i) product = product * (n - smaller + i) / i;
     return std::log(product);
   }
   const double rest = internal::BoundedShape(n - smaller);

@@ -3,10 +3,12 @@
 #include <cassert>
 
 #include <nqcommon/common/NQMV.h>
+#include <nqcommon/math/numeric/internal/packed_triangle.h>
 #include <nqcommon/math/numeric/internal/strided.h>
 
 namespace NQMath_940 {
 
+using internal::RowStart;
 using internal::Walk;
 using NQCommon_940::NQMV;
 
@@ -14,14 +16,11 @@ namespace {
 
 using Index = NQMathFun::Index;
 
-// Entries in a triangle of order n, the position of (n, 0).
-constexpr Index Triangle(Index n) { return n * (n + 1) / 2; }
-
 // Whether n entries from `start` lie inside v. Growing steps that start negative are not judged.
 template <Walk walk>
 bool Holds(const std::vector<double>& v, Index n, Index start, Index inc) {
   if (n < 1 || (walk == Walk::kGrowing && inc < 0)) return true;
-  const Index extra = walk == Walk::kGrowing ? Triangle(n - 2) : 0;
+  const Index extra = walk == Walk::kGrowing ? (n - 2) * (n - 1) / 2 : 0;
   const Index last = start + (n - 1) * (inc < 0 ? -inc : inc) + extra;
   return start >= 0 && last < static_cast<Index>(v.size());
 }
@@ -33,8 +32,8 @@ auto* Run(Vector& v, Index n, Index start, [[maybe_unused]] Index inc) {
   return n < 1 ? nullptr : v.data() + start;
 }
 
-bool HoldsTriangle(const std::vector<double>& packed, Index n) {
-  return static_cast<Index>(packed.size()) >= Triangle(n);
+bool HoldsTriangle(const std::vector<double>& packed, std::size_t n) {
+  return packed.size() >= RowStart(n);
 }
 
 }  // namespace
@@ -98,40 +97,43 @@ void NQMathFun::IIScal(Index n, double a, std::vector<double>& x, Index s, Index
 }
 
 void NQMathFun::LTGltl(int n, std::vector<double>& L) {
-  if (n < 1 || !HoldsTriangle(L, n)) return;
+  if (n < 1) return;
+  const auto order = static_cast<std::size_t>(n);
+  if (!HoldsTriangle(L, order)) return;
   // Row k adds its share to the rows above it, which hold their sums so far, and then starts its
   // own: each element takes the same terms in the same order as down its two columns, along memory.
-  for (Index k = 0; k < n; ++k) {
-    double* const row = L.data() + Triangle(k);
-    for (Index i = 0; i < k; ++i)
-      internal::AddScaled(static_cast<std::size_t>(i) + 1, row[i], row, L.data() + Triangle(i));
+  for (std::size_t k = 0; k < order; ++k) {
+    double* const row = L.data() + RowStart(k);
+    for (std::size_t i = 0; i < k; ++i)
+      internal::AddScaled(i + 1, row[i], row, L.data() + RowStart(i));
     const double diagonal = row[k];
-    for (Index j = 0; j <= k; ++j) row[j] = 0 + row[j] * diagonal;
+    for (std::size_t j = 0; j <= k; ++j) row[j] = 0 + row[j] * diagonal;
   }
 }
 
 double NQMathFun::RVD(const std::vector<double>& S, int n, int r, const std::vector<double>& x,
                       Index inc) {
-  if (r < 0 || r >= n || !HoldsTriangle(S, n) || !Holds<Walk::kFixed>(x, n, 0, inc))
-    return NQMV::Missing();
-  const double* element = S.data() + Triangle(r);
+  if (r < 0 || r >= n) return NQMV::Missing();
+  const auto order = static_cast<std::size_t>(n);
+  if (!HoldsTriangle(S, order) || !Holds<Walk::kFixed>(x, n, 0, inc)) return NQMV::Missing();
   double sum = 0;
   internal::Cursor<Walk::kFixed> at(n, inc);
-  for (Index j = 0;; ++j, ++at) {
-    sum += *element * x[static_cast<std::size_t>(*at)];
-    if (j == n - 1) return sum;
-    // along the row up to the diagonal, then down the column
-    element += j < r ? 1 : j + 1;
-  }
+  internal::ForEachInRow(S.data(), order, static_cast<std::size_t>(r),
+                         [&](std::size_t, double element) {
+                           sum += element * x[static_cast<std::size_t>(*at)];
+                           ++at;
+                         });
+  return sum;
 }
 
 double NQMathFun::VSV(const std::vector<double>& S, int n, const std::vector<double>& v) {
-  if (n < 0 || static_cast<Index>(v.size()) < n || !HoldsTriangle(S, n)) return NQMV::Missing();
+  if (n < 0) return NQMV::Missing();
+  const auto order = static_cast<std::size_t>(n);
+  if (v.size() < order || !HoldsTriangle(S, order)) return NQMV::Missing();
   double sum = 0;
-  for (Index i = 0; i < n; ++i) {
-    const double* row = S.data() + Triangle(i);
-    const double vi = v[static_cast<std::size_t>(i)];
-    sum += vi * (2 * internal::Dot(i, row, 1, v.data(), 1) + row[i] * vi);
+  for (std::size_t i = 0; i < order; ++i) {
+    const double* row = S.data() + RowStart(i);
+    sum += v[i] * (2 * internal::Dot(static_cast<Index>(i), row, 1, v.data(), 1) + row[i] * v[i]);
   }
   return sum;
 }

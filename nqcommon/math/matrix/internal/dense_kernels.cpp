@@ -1,13 +1,12 @@
 #include <nqcommon/math/matrix/internal/dense_kernels.h>
 
 #include <algorithm>
-#include <exception>
 #include <memory>
 #include <vector>
 
 #include <nqcommon/math/matrix/internal/packed_algebra.h>
 #include <nqcommon/math/matrix/internal/packed_kernels.h>
-#include <nqcommon/math/matrix/internal/packed_triangle.h>
+#include <nqcommon/math/numeric/internal/packed_triangle.h>
 
 namespace NQMath_940::internal {
 namespace {
@@ -100,21 +99,13 @@ void Pack(const Operand& a, std::size_t first, std::size_t count, std::size_t k,
   }
 }
 
-// Zeroed work memory; null when there is none to be had.
-std::unique_ptr<AlignedDoubles> WorkMemory(std::size_t vectors, std::size_t length) {
-  try {
-    return std::make_unique<AlignedDoubles>(vectors * WholeTiles(length));
-  } catch (const std::exception&) {
-    return nullptr;
-  }
-}
-
 }  // namespace
 
 void Multiply(const Operand& a, const Operand& b, std::size_t m, std::size_t inner, std::size_t n,
               double* c, Isa isa) {
   std::unique_ptr<AlignedDoubles> work;
-  if (!IsSmall(m, inner, n)) work = WorkMemory(std::min(inner, kInner), std::min(n, kColumns));
+  if (!IsSmall(m, inner, n))
+    work = AlignedDoubles::Try(std::min(inner, kInner) * WholeTiles(std::min(n, kColumns)));
   if (!work) return MultiplyPlain(a, b, m, inner, n, c);
   alignas(64) double rowPanel[kInner * kBlockRows] = {};
   double* columnPanel = work->data();
@@ -140,7 +131,7 @@ void MultiplyLower(const Operand& a, const Operand& b, std::size_t n, std::size_
   const bool same = a.layout == columns.layout && a.data == columns.data && a.step == columns.step;
   const std::size_t size = std::min(inner, kInnerOfLower) * WholeTiles(n);
   std::unique_ptr<AlignedDoubles> work;
-  if (!IsSmall(n, inner, n)) work = WorkMemory(same ? 1 : 2, size);
+  if (!IsSmall(n, inner, n)) work = AlignedDoubles::Try((same ? 1 : 2) * size);
   if (!work) return MultiplyLowerPlain(a, b, n, inner, c);
   double* columnPanel = work->data();
   double* rowPanel = same ? columnPanel : columnPanel + size;

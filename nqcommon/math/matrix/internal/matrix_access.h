@@ -17,7 +17,7 @@
 #include <nqcommon/math/matrix/NQSymMatrix.h>
 #include <nqcommon/math/matrix/internal/argument_checks.h>
 #include <nqcommon/math/matrix/internal/dense_kernels.h>
-#include <nqcommon/math/matrix/internal/packed_triangle.h>
+#include <nqcommon/math/numeric/internal/packed_triangle.h>
 
 namespace NQMath_940::internal {
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include <nqcommon/math/matrix/internal/packed_triangle.h>
+#include <nqcommon/math/numeric/internal/packed_triangle.h>
 
 namespace NQMath_940::internal {
 

@@ -1,7 +1,7 @@
 #include <nqcommon/math/matrix/internal/packed_cholesky.h>
 
 #include <nqcommon/math/matrix/internal/packed_kernels.h>
-#include <nqcommon/math/matrix/internal/packed_triangle.h>
+#include <nqcommon/math/numeric/internal/packed_triangle.h>
 
 #include <new>
 #include <optional>

@@ -6,7 +6,7 @@
 
 #include <nqcommon/math/matrix/NQSparseRectMatrix.h>
 #include <nqcommon/math/matrix/NQSparseVector.h>
-#include <nqcommon/math/matrix/internal/packed_triangle.h>
+#include <nqcommon/math/numeric/internal/packed_triangle.h>
 
 namespace NQMath_940::internal {
 

@@ -1,9 +1,9 @@
 #include <nqcommon/math/matrix/internal/tridiagonal.h>
 
 #include <nqcommon/math/matrix/internal/packed_kernels.h>
-#include <nqcommon/math/matrix/internal/packed_triangle.h>
 #include <nqcommon/math/matrix/internal/plane_rotations.h>
 #include <nqcommon/math/matrix/internal/tridiagonal_kernels.h>
+#include <nqcommon/math/numeric/internal/packed_triangle.h>
 
 #include <algorithm>
 #include <cmath>

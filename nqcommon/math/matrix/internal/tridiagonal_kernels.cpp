@@ -1,6 +1,6 @@
 #include <nqcommon/math/matrix/internal/tridiagonal_kernels.h>
 
-#include <nqcommon/math/matrix/internal/packed_triangle.h>
+#include <nqcommon/math/numeric/internal/packed_triangle.h>
 
 // A fused multiply-add rounds once where two operations round twice: the forms would differ.
 #if defined(__clang__)
