@@ -120,7 +120,7 @@ void NQSymBlockDiagMatrix::SetBlockIndicesForRow(int from) {
 }
 
 template <class Matrix>
-int NQSymBlockDiagMatrix::Append(std::vector<Matrix>& kind, Matrix block) {
+int NQSymBlockDiagMatrix::AppendTo(std::vector<Matrix>& kind, Matrix&& block) {
   const int size = block.GetNRows();
   const bool isDiagonal = block.GetType() == 1;
   if (fNRows >= 0 && block.IsValidMatrix()) {
@@ -138,6 +138,13 @@ int NQSymBlockDiagMatrix::Append(std::vector<Matrix>& kind, Matrix block) {
   }
   Fail();
   return -1;
+}
+
+int NQSymBlockDiagMatrix::Append(NQSymMatrix&& block) {
+  return AppendTo(fvDense, std::move(block));
+}
+int NQSymBlockDiagMatrix::Append(NQDiagMatrix&& block) {
+  return AppendTo(fvDiagonal, std::move(block));
 }
 
 int NQSymBlockDiagMatrix::AddBlock(const std::vector<double>& diagonal) {

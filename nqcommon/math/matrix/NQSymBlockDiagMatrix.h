@@ -276,9 +276,9 @@ class NQ_API NQSymBlockDiagMatrix : public INQSymMatrix {
   // The table of rows, from the rows of block `from` on, which it has not got.
   void SetBlockIndicesForRow(int from);
   template <class Matrix>
-  int Append(std::vector<Matrix>& kind, Matrix block);
-  int Append(NQSymMatrix block) { return Append(fvDense, std::move(block)); }
-  int Append(NQDiagMatrix block) { return Append(fvDiagonal, std::move(block)); }
+  int AppendTo(std::vector<Matrix>& kind, Matrix&& block);
+  int Append(NQSymMatrix&& block);
+  int Append(NQDiagMatrix&& block);
   void SetKind(int b, bool isDiagonal);
   int Factor(const std::vector<double>& t, double eps, NQBitSet* nonRedundant, bool check);
   int InvertInto(INQSymMatrix& out, const std::vector<double>& t, double eps,
