@@ -120,7 +120,7 @@ void NQSymBlockDiagMatrix::SetBlockIndicesForRow(int from) {
 }
 
 template <class Matrix>
-int NQSymBlockDiagMatrix::AppendTo(std::vector<Matrix>& kind, Matrix&& block) {
+int NQSymBlockDiagMatrix::AppendTo(std::vector<Matrix>& kind, Matrix block) {
   const int size = block.GetNRows();
   const bool isDiagonal = block.GetType() == 1;
   if (fNRows >= 0 && block.IsValidMatrix()) {

@@ -276,7 +276,7 @@ class NQ_API NQSymBlockDiagMatrix : public INQSymMatrix {
   // The table of rows, from the rows of block `from` on, which it has not got.
   void SetBlockIndicesForRow(int from);
   template <class Matrix>
-  int AppendTo(std::vector<Matrix>& kind, Matrix&& block);
+  int AppendTo(std::vector<Matrix>& kind, Matrix block);
   int Append(NQSymMatrix&& block);
   int Append(NQDiagMatrix&& block);
   void SetKind(int b, bool isDiagonal);
