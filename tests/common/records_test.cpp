@@ -3,11 +3,11 @@
 #include <sys/resource.h>
 
 #include <limits>
-#include <sstream>
 
 #include <nqcommon/common/MemoryRecordIterator.h>
 #include <nqcommon/common/ValueRecord.h>
-#include <nqcommon/common/display.h>
+
+#include "support/displayed.h"
 
 namespace NQCommon_940 {
 namespace {
@@ -114,12 +114,8 @@ TEST(ValueRecord, EqualityGoesByTheOrderOfNames) {
 TEST(ValueRecord, Displays) {
   ValueRecord record;
   record.Add("x", Value(0.5)), record.Add("a", Value());
-  std::ostringstream text;
-  std::ostream& before = NQDisplay_940::GetOutStream();
-  NQDisplay_940::SetOutStream(text);
-  record.Display();
-  NQDisplay_940::SetOutStream(before);
-  EXPECT_EQ(text.str(), "\nValueRecord display start\nx = 0.5\na = miss\nValueRecord display end");
+  EXPECT_EQ(nqtest::Displayed(record),
+            "\nValueRecord display start\nx = 0.5\na = miss\nValueRecord display end");
 }
 
 }  // namespace

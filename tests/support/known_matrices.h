@@ -2,12 +2,10 @@
 #pragma once
 
 #include <algorithm>
-#include <cmath>
-#include <limits>
 #include <numeric>
 #include <string>
 
-#include "support/dense.h"
+#include "support/rect.h"
 
 namespace nqtest {
 
@@ -18,25 +16,19 @@ struct KnownMatrix {
 
   // The largest error of a computed inverse in units of n eps cond max|inverse|.
   double InverseError(const NQMath_940::INQSymMatrix& got) const {
-    const auto norm = [](const Dense& a) {
-      double max = 0;
-      for (const auto& row : a) {
-        double sum = 0;
-        for (double x : row) sum += std::fabs(x);
-        max = std::max(max, sum);
-      }
-      return max;
-    };
-    double error = 0;
-    for (std::size_t i = 0; i < matrix.size(); ++i) {
-      for (std::size_t j = 0; j < matrix.size(); ++j) {
-        const double x = got.GetElem(static_cast<int>(i), static_cast<int>(j));
-        error = std::max(error, std::fabs(x - inverse[i][j]));
-      }
+    const double unit = static_cast<double>(matrix.size()) * std::numeric_limits<double>::epsilon();
+    return Distance(ToDense(got), inverse) /
+           (unit * RowNorm(matrix) * RowNorm(inverse) * RowNorm(inverse));
+  }
+  // The largest sum of a row's absolute values.
+  static double RowNorm(const Dense& a) {
+    double max = 0;
+    for (const auto& row : a) {
+      double sum = 0;
+      for (double x : row) sum += std::fabs(x);
+      max = std::max(max, sum);
     }
-    const auto n = static_cast<double>(matrix.size());
-    return error / (n * std::numeric_limits<double>::epsilon() * norm(matrix) * norm(inverse) *
-                    norm(inverse));
+    return max;
   }
 };
 
@@ -50,7 +42,7 @@ inline double Binomial(std::size_t n, std::size_t k) {
 // C(i + j, i): the product of the triangle of binomial coefficients with its transpose, whose
 // inverse is the same triangle with alternating signs. All leading determinants are 1.
 inline KnownMatrix Pascal(std::size_t n) {
-  Dense matrix(n, std::vector<double>(n)), lower = matrix;
+  Dense matrix(n, Values(n)), lower = matrix;
   for (std::size_t i = 0; i < n; ++i) {
     for (std::size_t j = 0; j < n; ++j) {
       matrix[i][j] = Binomial(i + j, i);
@@ -64,14 +56,13 @@ inline KnownMatrix Pascal(std::size_t n) {
 inline KnownMatrix ScaledHilbert(std::size_t n) {
   std::size_t scale = 1;
   for (std::size_t k = 2; k < 2 * n; ++k) scale = std::lcm(scale, k);
-  Dense matrix(n, std::vector<double>(n)), inverse = matrix;
+  Dense matrix(n, Values(n)), inverse = matrix;
   for (std::size_t i = 0; i < n; ++i) {
     for (std::size_t j = 0; j < n; ++j) {
-      const std::size_t sum = i + j + 1;
-      matrix[i][j] = static_cast<double>(scale) / static_cast<double>(sum);
-      inverse[i][j] = ((i + j) % 2 ? -1.0 : 1.0) * static_cast<double>(sum) *
-                      Binomial(n + i, n - j - 1) * Binomial(n + j, n - i - 1) * Binomial(i + j, i) *
-                      Binomial(i + j, i) / static_cast<double>(scale);
+      const auto sum = static_cast<double>(i + j + 1), paths = Binomial(i + j, i);
+      matrix[i][j] = static_cast<double>(scale) / sum;
+      inverse[i][j] = ((i + j) % 2 ? -1 : 1) * sum * Binomial(n + i, n - j - 1) *
+                      Binomial(n + j, n - i - 1) * paths * paths / static_cast<double>(scale);
     }
   }
   return {"scaled Hilbert " + std::to_string(n), matrix, inverse};

@@ -13,6 +13,9 @@
 namespace nqtest {
 
 using NQMath_940::internal::Isa;
+using Values = std::vector<double>;
+using Indices = std::vector<int>;
+using Bits = std::vector<bool>;
 
 // What the machine lacks runs as the next one below.
 inline constexpr Isa kIsas[] = {Isa::kBaseline, Isa::kAvx2, Isa::kAvx512};
@@ -31,9 +34,9 @@ inline std::vector<std::size_t> PackedOrders() {
 }
 
 // Packed, off-diagonal elements in -1 .. 1 and a dominant diagonal.
-inline std::vector<double> RandomPositiveDefinite(std::size_t n) {
+inline Values RandomPositiveDefinite(std::size_t n) {
   std::mt19937 random(static_cast<unsigned>(n));
-  std::vector<double> s(NQMath_940::internal::RowStart(n));
+  Values s(NQMath_940::internal::RowStart(n));
   for (double& x : s) x = static_cast<double>(random()) / 2147483648.0 - 1.0;
   for (std::size_t i = 0; i < n; ++i)
     s[NQMath_940::internal::DiagIndex(i)] += static_cast<double>(n);
@@ -41,7 +44,7 @@ inline std::vector<double> RandomPositiveDefinite(std::size_t n) {
 }
 
 // Makes row and column k a copy of another.
-inline void CopyRow(std::vector<double>& s, std::size_t n, std::size_t from, std::size_t k) {
+inline void CopyRow(Values& s, std::size_t n, std::size_t from, std::size_t k) {
   using NQMath_940::internal::SymIndex;
   for (std::size_t i = 0; i < n; ++i) s[SymIndex(i, k)] = s[SymIndex(i, from)];
   s[SymIndex(k, k)] = s[SymIndex(from, from)];

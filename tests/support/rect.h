@@ -33,13 +33,16 @@ inline NQMath_940::NQRectMatrix RandomRect(int m, int n, std::mt19937& random) {
   return ToRect(d);
 }
 
-// The largest difference of two elements; infinite where shapes differ.
+// The largest difference of two elements; infinite where shapes differ or a difference is NaN.
 inline double Distance(const Dense& a, const Dense& b) {
   double max = a.size() == b.size() ? 0 : std::numeric_limits<double>::infinity();
   for (std::size_t i = 0; i < a.size() && std::isfinite(max); ++i) {
     if (a[i].size() != b[i].size()) return std::numeric_limits<double>::infinity();
-    for (std::size_t j = 0; j < a[i].size(); ++j)
-      max = std::fmax(max, std::fabs(a[i][j] - b[i][j]));
+    for (std::size_t j = 0; j < a[i].size(); ++j) {
+      const double difference = std::fabs(a[i][j] - b[i][j]);
+      if (std::isnan(difference)) return std::numeric_limits<double>::infinity();
+      max = std::fmax(max, difference);
+    }
   }
   return max;
 }

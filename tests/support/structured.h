@@ -16,7 +16,7 @@
 namespace nqtest {
 
 // Zeros; a negative size makes a diagonal block.
-inline NQMath_940::NQSymBlockDiagMatrix MakeBlocks(std::vector<int> sizes) {
+inline NQMath_940::NQSymBlockDiagMatrix MakeBlocks(Indices sizes) {
   NQMath_940::NQBitSet isDiagonal(static_cast<int>(sizes.size()));
   for (std::size_t b = 0; b < sizes.size(); ++b) {
     isDiagonal.Set(static_cast<int>(b), sizes[b] < 0);
@@ -26,8 +26,7 @@ inline NQMath_940::NQSymBlockDiagMatrix MakeBlocks(std::vector<int> sizes) {
 }
 
 // L L' for a random L of this structure, some of its columns 0.
-inline NQMath_940::NQSymBlockDiagMatrix RandomBlocks(const std::vector<int>& sizes,
-                                                     std::mt19937& random) {
+inline NQMath_940::NQSymBlockDiagMatrix RandomBlocks(const Indices& sizes, std::mt19937& random) {
   NQMath_940::NQSymBlockDiagMatrix s = MakeBlocks(sizes);
   for (int j = 0; j < s.GetNRows(); ++j) {
     const double pivots[] = {0, 1, 2, 4, 1, 2};
@@ -43,7 +42,7 @@ inline NQMath_940::NQSymBlockDiagMatrix RandomBlocks(const std::vector<int>& siz
 inline NQMath_940::NQSparseRectMatrix RandomSparse(int m, int n, int k, std::mt19937& random) {
   NQMath_940::NQSparseRectMatrix r(m, n, k);
   for (int i = 0; i < m; ++i) {
-    std::vector<int> columns;
+    Indices columns;
     for (int j = 0; j < n; ++j) columns.push_back(j);
     std::shuffle(columns.begin(), columns.end(), random);
     columns.resize(random() % static_cast<unsigned>(k + 1));

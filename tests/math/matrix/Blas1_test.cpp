@@ -4,7 +4,8 @@
 
 #include <nqcommon/math/matrix/Blas1.h>
 
-#include <limits>
+#include <array>
+#include <tuple>
 
 #include "math/matrix/linpack_support.h"
 #include "support/compare.h"
@@ -12,17 +13,14 @@
 namespace NQMath_940 {
 namespace {
 
-using nqtest::kEps;
-using nqtest::kInf;
-using nqtest::kNaN;
-using nqtest::Mat;
+using namespace nqtest;
 
 TEST(Blas1, PairsOfVectors) {
   std::mt19937 random(5);
   for (int n : {-1, 0, 1, 2, 4, 5, 6, 7, 13}) {
     for (int incx : {1, 2, -1, -3, 0}) {
       for (int incy : {1, 2, -1, -3, 0}) {
-        Mat x = nqtest::Random(40, 1, random), y = nqtest::Random(40, 1, random), u = x, v = y;
+        Mat x = Random(40, 1, random), y = Random(40, 1, random), u = x, v = y;
         // Elements in the order of their visits; integers keep all of it exact.
         const auto each = [&](auto f) {
           for (int k = 0; k < n; ++k)
@@ -37,10 +35,10 @@ TEST(Blas1, PairsOfVectors) {
         each([](double& a, double& b) { b = 2 * b + 5 * std::exchange(a, 2 * a - 5 * b); });
         Blas1::DSwap(n, x, incx, y, incy);
         each([](double& a, double& b) { std::swap(a, b); });
-        EXPECT_TRUE(nqtest::AreSame(x.data, u.data)) << n << " " << incx << " " << incy;
+        EXPECT_TRUE(AreSame(x.data, u.data)) << n << " " << incx << " " << incy;
         Blas1::DCopy(n, x, incx, y, incy);
         each([](double a, double& b) { b = a; });
-        EXPECT_TRUE(nqtest::AreSame(y.data, v.data)) << n << " " << incx << " " << incy;
+        EXPECT_TRUE(AreSame(y.data, v.data)) << n << " " << incx << " " << incy;
       }
     }
   }
@@ -52,59 +50,33 @@ TEST(Blas1, PairsOfVectors) {
 }
 
 TEST(Blas1, SingleVectors) {
-  constexpr double kMax = std::numeric_limits<double>::max(), kMin = 0x1p-1074;
-  struct Row {
-    std::vector<double> x;
-    int n, inc;
-    double sum, norm;
-    int largest;
-  };
-  for (const Row& row : {
-           Row{{1, -3, 3}, 3, 1, 7, std::sqrt(19), 2},
-           Row{{-3, 9, 4, 9}, 2, 2, 7, 5, 2},
-           Row{{0, 0, 0}, 3, 1, 0, 0, 1},
-           Row{{-7}, 1, 1, 7, 7, 1},
-           Row{{1}, 0, 1, 0, 0, 0},
-           Row{{1}, -2, 1, 0, 0, 0},
-           Row{{1}, 1, 0, 0, 0, 0},
-           Row{{1, 2}, 2, -1, 0, 0, 0},
-           Row{{0, 3 * kMin, -4 * kMin}, 3, 1, 7 * kMin, 5 * kMin, 3},
-           Row{{0.6 * kMax, 0.8 * kMax}, 2, 1, kInf, kMax, 2},
-           Row{{kInf, -kInf, 1}, 3, 1, kInf, kInf, 1},
-           Row{{kNaN, 1}, 2, 1, kNaN, kNaN, 1},
-           Row{{1, kNaN, 2}, 3, 1, kNaN, kNaN, 3},
+  constexpr double kMin = 0x1p-1074;
+  for (const auto& [v, n, inc, sum, norm, largest] :
+       std::vector<std::tuple<Values, int, int, double, double, int>>{
+#include "golden/matrix_single_vectors.inc"
        }) {
-    const std::string label = ::testing::PrintToString(row.x) + std::to_string(row.inc);
-    EXPECT_CLOSE(Blas1::DASum(row.n, row.x.data(), row.inc), row.sum, kEps) << label;
-    EXPECT_CLOSE(Blas1::DNrm2(row.n, row.x.data(), row.inc), row.norm, 2 * kEps) << label;
-    EXPECT_EQ(Blas1::IDAMax(row.n, row.x.data(), row.inc), row.largest) << label;
+    const std::string label = ::testing::PrintToString(v) + std::to_string(inc);
+    EXPECT_CLOSE(Blas1::DASum(n, v.data(), inc), sum, kEps) << label;
+    EXPECT_CLOSE(Blas1::DNrm2(n, v.data(), inc), norm, 2 * kEps) << label;
+    EXPECT_EQ(Blas1::IDAMax(n, v.data(), inc), largest) << label;
   }
-  std::vector<double> x{1, 2, 3, 4, kInf};
+  Values x{1, 2, 3, 4, kInf};
   Blas1::DScal(2, -2, x.data(), 2);
   Blas1::DScal(2, 5, x.data(), 0);
   Blas1::DScal(2, 5, x.data(), -1);
   Blas1::DScal(1, 0, x.data() + 4, 1);
-  EXPECT_TRUE(nqtest::AreSame(x, {-2, 2, -6, 4, kNaN}));
+  EXPECT_TRUE(AreSame(x, {-2, 2, -6, 4, kNaN}));
 }
 
 TEST(Blas1, Rotations) {
   constexpr double kRoot = 1.4142135623730951;
-  struct Row {
-    double a, b, r, z, c, s;
-  };
-  for (const Row& row :
-       {Row{3, 4, 5, 1 / 0.6, 0.6, 0.8}, Row{4, 3, 5, 0.6, 0.8, 0.6},
-        Row{-4, 3, -5, -0.6, 0.8, -0.6}, Row{3, -4, -5, -1 / 0.6, -0.6, 0.8}, Row{0, 0, 0, 0, 1, 0},
-        Row{0, -2, -2, 1, 0, 1}, Row{-2, 0, -2, 0, 1, 0},
-        Row{-1, 1, kRoot, -kRoot, -1 / kRoot, 1 / kRoot},
-        Row{3e307, 4e307, 5e307, 1 / 0.6, 0.6, 0.8}, Row{4e-300, 3e-300, 5e-300, 0.6, 0.8, 0.6}}) {
-    double a = row.a, b = row.b, c = 7, s = 7;
-    Blas1::DRotG(a, b, c, s);
-    const double error =
-        std::max({nqtest::RelativeError(a, row.r), nqtest::RelativeError(b, row.z),
-                  nqtest::RelativeError(c, row.c), nqtest::RelativeError(s, row.s)});
-    EXPECT_LE(error, 4 * kEps) << row.a << " " << row.b << ": " << a << " " << b << " " << c << " "
-                               << s;
+  for (const auto& row : std::vector<std::array<double, 6>>{
+#include "golden/matrix_rotations.inc"
+       }) {
+    double got[] = {row[0], row[1], 7, 7};
+    Blas1::DRotG(got[0], got[1], got[2], got[3]);
+    for (std::size_t k = 0; k < 4; ++k)
+      EXPECT_CLOSE(got[k], row[k + 2], 4 * kEps) << row[0] << " " << row[1] << ", result " << k;
   }
 }
 

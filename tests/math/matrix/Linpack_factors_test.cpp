@@ -6,6 +6,7 @@
 
 #include <array>
 #include <cstdlib>
+#include <tuple>
 
 #include "math/matrix/linpack_support.h"
 #include "support/compare.h"
@@ -14,9 +15,7 @@
 namespace NQMath_940 {
 namespace {
 
-using nqtest::kNaN;
-using nqtest::Mat;
-using nqtest::Random;
+using namespace nqtest;
 
 enum Kind { kGeneral, kPositive, kIndefinite, kUpper, kLower };
 enum Layout { kFull, kPacked, kBand };
@@ -70,8 +69,8 @@ struct Stored {
   int n, ml = 0, mu = 0, room = 0, ld = 0;
   bool symmetric;
   Layout layout;
-  std::vector<int> kpvt;
-  std::vector<double> work = std::vector<double>(kpvt.size()), cells;
+  Indices kpvt;
+  Values work = Values(kpvt.size()), cells;
   int* p = kpvt.data();
   double *z = work.data(), *a = nullptr;
 };
@@ -119,18 +118,18 @@ const Family kFamilies[] = {
 // What the factors multiply to.
 Mat Product(Kind kind, S s) {
   Mat f = s.Whole();
-  Mat p = kind == kIndefinite ? nqtest::Identity(s.n) : Upper(f, s.n);
+  Mat p = kind == kIndefinite ? Identity(s.n) : Upper(f, s.n);
   if (kind == kPositive) return Trans(p) * p;
   if (kind == kUpper || kind == kLower) return f;
   for (int k = s.n - 2; kind == kGeneral && k >= 0; --k) {
-    Mat step = nqtest::Identity(s.n);
+    Mat step = Identity(s.n);
     for (int i = k + 1; i < s.n; ++i) step(i, k) = -f(i, k);
     p = step * p;
     for (int j = 0; j < s.n; ++j) std::swap(p(k, j), p(s.p[k] - 1, j));
   }
   for (int k = 0, next = 0; kind == kIndefinite && k < s.n; k = next) {
     next = k + (s.p[k] < 0 ? 2 : 1);
-    Mat step = nqtest::Identity(s.n);
+    Mat step = Identity(s.n);
     for (int c = k; c < next; ++c) {
       for (int i = 0; i < next; ++i) (i < k ? step : p)(i, c) = i < k ? -f(i, c) : f(i, c);
     }
@@ -151,24 +150,20 @@ std::vector<Case> Cases(Kind kind) {
   std::vector<Case> all{{"determinant underflows", Mat({{1e-200, 0}, {0, 4e-200}}), 0, 0},
                         {"determinant overflows", Mat({{1e200, 0}, {0, 3e200}}), 0, 0}};
   if (kind != kPositive) all.push_back({"pair", Mat({{1e160, 1e180}, {1e180, -1e160}}), 1, 1});
-  for (const auto& known : nqtest::KnownMatrices())
-    all.push_back({known.name, known.matrix, 99, 99});
+  for (const auto& known : KnownMatrices()) all.push_back({known.name, known.matrix, 99, 99});
   std::mt19937 random(7);
   for (int n : {1, 2, 3, 4, 5, 9, 14, 30}) {
     for (auto [ml, mu] : {std::pair{0, 0}, {1, 0}, {0, 2}, {1, 1}, {3, 2}, {2, 5}, {99, 99}}) {
       Mat a = Random(n, n, random);
       for (int i = 0; i < n; ++i) {
-        for (int j = 0; j < n; ++j) {
-          if (j < i - ml || j > i + mu) a(i, j) = 0;
-        }
+        for (int j = 0; j < n; ++j) a(i, j) *= j >= i - ml && j <= i + mu;
         if (ml == 0 || mu == 0 || kind == kPositive) a(i, i) = 3 + i % 5;
         if (kind == kUpper || kind == kLower) a(i, i) = i % 2 ? 12 : -15;
         if (ml == 2 && kind == kIndefinite) a(i, i) = 0;
       }
       if (kind == kPositive) a = Trans(Upper(a, n)) * Upper(a, n);
       if (kind == kIndefinite) a = a + Trans(a);
-      all.push_back(
-          {std::to_string(n) + " " + std::to_string(ml) + " " + std::to_string(mu), a, ml, mu});
+      all.push_back({::testing::PrintToString(std::array{n, ml, mu}), a, ml, mu});
     }
   }
   for (Case& c : all) {
@@ -180,7 +175,7 @@ std::vector<Case> Cases(Kind kind) {
 
 // The inverse, column by column; its transpose for job 1.
 Mat SolveAll(const Family& family, S s, int job) {
-  Mat x = nqtest::Identity(s.n);
+  Mat x = Identity(s.n);
   for (int j = 0; j < s.n; ++j) family.solve(s, &x(0, j), job);
   return x;
 }
@@ -191,16 +186,16 @@ bool IsRegular(const Family& family, const Case& known) {
 }
 
 void CheckFactors(const Family& family, const Case& known) {
-  const Mat &a = known.matrix, identity = nqtest::Identity(a.n);
+  const Mat &a = known.matrix, identity = Identity(a.n);
   Stored s(family, a, known.ml, known.mu), other(family, a, known.ml, known.mu);
   family.factor(s);
   EXPECT_TRUE(IsNear(Product(family.kind, s), a));
   double rcond = kNaN, det[] = {kNaN, kNaN};
   EXPECT_EQ(family.condition(other, rcond), 0);
-  EXPECT_TRUE(nqtest::AreSame(other.cells, s.cells) && other.kpvt == s.kpvt);
+  EXPECT_TRUE(AreSame(other.cells, s.cells) && other.kpvt == s.kpvt);
 
   const Mat inverse = SolveAll(family, s, 0);
-  const double condition = Norm(a) * Norm(inverse), allowed = 10 * nqtest::kEps * condition;
+  const double condition = Norm(a) * Norm(inverse), allowed = 10 * kEps * condition;
   EXPECT_TRUE(IsNear(a * inverse, identity, condition));
   EXPECT_TRUE(
       IsNear(Trans(SolveAll(family, s, 1)) * a, identity, Norm(Trans(inverse)) * Norm(Trans(a))));
@@ -210,7 +205,7 @@ void CheckFactors(const Family& family, const Case& known) {
   EXPECT_TRUE(std::fabs(det[0]) >= 1 && std::fabs(det[0]) < 10) << det[0];
   const long double power = std::pow(10.0L, static_cast<long double>(det[1]));
   EXPECT_TRUE(a.n > 5 || std::fabs(det[0] * power / Determinant(a) - 1) <= allowed * a.n);
-  EXPECT_TRUE(nqtest::AreSame(other.cells, s.cells)) << "changed by the determinant";
+  EXPECT_TRUE(AreSame(other.cells, s.cells)) << "changed by the determinant";
   if (family.layout != kBand) {
     family.invert(s, nullptr, nullptr, 1);
     EXPECT_TRUE(IsNear(s.Whole(), inverse, condition * Norm(inverse)));
@@ -233,48 +228,30 @@ TEST(LinpackFactors, SolveWhatTheyWereMadeOf) {
 }
 
 TEST(LinpackFactors, Failures) {
-  struct Row {
-    const char* name;
-    std::vector<std::vector<double>> matrix;
-    int info[3];
-    std::array<int, 3> inertia;
-  };
-  for (const Row& row : {
-           Row{"order 0", {}, {0, 0, 0}, {0, 0, 0}},
-           Row{"all zero", {{0, 0, 0}, {0, 0, 0}, {0, 0, 0}}, {3, 1, 1}, {0, 0, 3}},
-           Row{"empty first column", {{0, 0, 0}, {0, 2, 1}, {0, 1, 2}}, {1, 1, 1}, {2, 0, 1}},
-           Row{"empty column within", {{2, 0, 1}, {0, 0, 0}, {1, 0, 2}}, {2, 2, 2}, {2, 0, 1}},
-           Row{"rank 1", {{1, 2, 4}, {2, 4, 8}, {4, 8, 16}}, {3, 2, 1}, {1, 0, 2}},
-           Row{"a negative end", {{4, 2, 2}, {2, 2, 1}, {2, 1, 0}}, {0, 3, 0}, {2, 1, 0}},
-           Row{"no diagonal", {{0, 1}, {1, 0}}, {0, 1, 0}, {1, 1, 0}},
-           Row{"two pairs",
-               {{0, 2, 0, 0}, {2, 0, 0, 0}, {0, 0, 1, 3}, {0, 0, 3, 0}},
-               {0, 1, 0},
-               {2, 2, 0}},
-           Row{"negative", {{-1}}, {0, 1, 0}, {0, 1, 0}},
-           Row{"infinite", {{2, 1, 1}, {1, nqtest::kInf, 0}, {1, 0, 2}}, {0, 0, 0}, {}},
-           Row{"NaN", {{2, 1, 1}, {1, kNaN, 0}, {1, 0, 2}}, {0, 0, 0}, {}},
+  for (const auto& [name, matrix, info, wantedInertia] :
+       std::vector<std::tuple<const char*, Dense, std::array<int, 3>, std::array<int, 3>>>{
+#include "golden/matrix_linpack_failures.inc"
        }) {
     for (const Family& family : kFamilies) {
       if (family.kind > kIndefinite) continue;
-      SCOPED_TRACE(std::string(family.name) + ", " + row.name);
-      const int want = row.info[family.kind];
-      Stored s(family, row.matrix), other(family, row.matrix);
+      SCOPED_TRACE(std::string(family.name) + ", " + name);
+      const int want = info[family.kind];
+      Stored s(family, matrix), other(family, matrix);
       double rcond = 7, det[] = {7, 7}, b[] = {1, 1, 1, 1};
       EXPECT_EQ(family.factor(s), want);
       EXPECT_EQ(family.condition(other, rcond), family.kind == kPositive ? want : 0);
       family.solve(s, b, 0);
-      std::array inertia = family.kind == kIndefinite ? std::array{7, 7, 7} : row.inertia;
+      std::array inertia = family.kind == kIndefinite ? std::array{7, 7, 7} : wantedInertia;
       family.invert(s, det, inertia.data(), family.kind == kIndefinite ? 110 : 10);
       if (family.kind == kPositive && want != 0) {
         EXPECT_EQ(rcond, 7);
-      } else if (!std::isfinite(Norm(Mat(row.matrix)))) {
+      } else if (!std::isfinite(Norm(Mat(matrix)))) {
         EXPECT_FALSE(std::isfinite(det[0]));
       } else {
         EXPECT_EQ(1 + rcond == 1, want != 0 || s.n == 0) << rcond;
         EXPECT_EQ(det[0] == 0, want != 0);
-        EXPECT_TRUE(IsNear(Product(family.kind, s), row.matrix));
-        EXPECT_EQ(inertia, row.inertia);
+        EXPECT_TRUE(IsNear(Product(family.kind, s), matrix));
+        EXPECT_EQ(inertia, wantedInertia);
       }
     }
   }
@@ -282,17 +259,17 @@ TEST(LinpackFactors, Failures) {
 
 // The published steps in exact rational arithmetic; the sign of e is turned twice on the way.
 TEST(LinpackFactors, Estimates) {
-  const std::pair<double, Mat> rows[] = {
-      {4.0 / 93, Mat({{0, 3, -1, -2}, {0, 2, -3, -2}, {3, -1, 1, 2}, {1, 0, 3, 2}})},
-      {6.0 / 77, Mat({{0, 2, 1, -1}, {-1, -1, 0, -2}, {1, 2, -1, 3}, {-3, 0, 0, 1}})},
-      {8.0 / 55, Mat({{0, -2, 2, -3}, {-1, 0, 2, 3}, {-1, -1, 1, -2}, {-1, 2, 2, -3}})},
-      {109.0 / 1239, Mat({{2, 0, 0, 2}, {-1, 0, -1, 1}, {-1, -3, -2, 0}, {1, -2, 3, -2}})}};
-  for (const auto& [want, matrix] : rows) {
-    for (const Family* family : {&kFamilies[0], &kFamilies[1]}) {
+  for (const auto& [want, matrix] :
+       {std::pair<double, Dense>{4.0 / 93,
+                                 {{0, 3, -1, -2}, {0, 2, -3, -2}, {3, -1, 1, 2}, {1, 0, 3, 2}}},
+        {6.0 / 77, {{0, 2, 1, -1}, {-1, -1, 0, -2}, {1, 2, -1, 3}, {-3, 0, 0, 1}}},
+        {8.0 / 55, {{0, -2, 2, -3}, {-1, 0, 2, 3}, {-1, -1, 1, -2}, {-1, 2, 2, -3}}},
+        {109.0 / 1239, {{2, 0, 0, 2}, {-1, 0, -1, 1}, {-1, -3, -2, 0}, {1, -2, 3, -2}}}}) {
+    for (int family : {0, 1}) {
       double rcond = kNaN;
-      Stored s(*family, matrix);
-      family->condition(s, rcond);
-      EXPECT_CLOSE(rcond, want, 1e-14) << family->name;
+      Stored s(kFamilies[family], matrix);
+      kFamilies[family].condition(s, rcond);
+      EXPECT_CLOSE(rcond, want, 1e-14) << kFamilies[family].name;
     }
   }
 }
@@ -302,12 +279,11 @@ TEST(LinpackTriangular, StopsAtAZero) {
   for (int upper : {0, 1}) {
     double rcond = 7, b[] = {1, 2, 3};
     Linpack::Dtrco(t, t.ld, 3, rcond, z, upper);
-    EXPECT_EQ(rcond, 0);
-    EXPECT_EQ(Linpack::Dtrsl(t, t.ld, 3, b, upper), 2);
-    EXPECT_EQ(Linpack::Dtrsl(t, t.ld, 3, b, 10 + upper), 2);
-    EXPECT_TRUE(b[0] == 1 && b[1] == 2 && b[2] == 3);
-    EXPECT_EQ(Linpack::Dtrdi(t, t.ld, 3, nullptr, 10 + upper), upper ? 2 : 3);
-    EXPECT_EQ(Linpack::Dtrsl(t, t.ld, 0, b, upper), 0);
+    const std::array info{
+        Linpack::Dtrsl(t, t.ld, 3, b, upper), Linpack::Dtrsl(t, t.ld, 3, b, 10 + upper),
+        Linpack::Dtrdi(t, t.ld, 3, nullptr, 10 + upper), Linpack::Dtrsl(t, t.ld, 0, b, upper)};
+    EXPECT_EQ(info, (std::array{2, 2, upper ? 2 : 3, 0}));
+    EXPECT_TRUE(rcond == 0 && b[0] == 1 && b[1] == 2 && b[2] == 3);
   }
 }
 

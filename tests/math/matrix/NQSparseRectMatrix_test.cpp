@@ -2,37 +2,36 @@
 // operations of the interface are in substitution_test.cpp.
 #include <nqcommon/math/matrix/NQSparseRectMatrix.h>
 
-#include <gtest/gtest.h>
-
 #include <array>
 #include <climits>
+#include <tuple>
 #include <utility>
 
-#include "support/displayed.h"
-#include "support/special_values.h"
-#include "support/structured.h"
+#include "math/matrix/matrix_support.h"
 
 namespace NQMath_940 {
 namespace {
 
-using nqtest::Dense;
-using nqtest::ToDense;
-using Indices = std::vector<int>;
-using Values = std::vector<double>;
+using namespace nqtest;
 
 std::size_t At(int i) { return static_cast<std::size_t>(i); }
 
 TEST(NQSparseRectMatrix, CapacityGrows) {
-  const struct {
-    int capacity, rows, wanted;
-  } table[] = {{0, 1, 10}, {4, 4, 4},    {4, 5, 10},  {6, 7, 10},   {7, 8, 10},
-               {8, 9, 12}, {10, 11, 15}, {4, 16, 22}, {-3, 11, 15}, {1, 2, 10}};
-  for (const auto& [capacity, rows, wanted] : table) {
+  for (const auto& [capacity, rows, wanted] : {std::array{0, 1, 10},
+                                               {4, 4, 4},
+                                               {4, 5, 10},
+                                               {6, 7, 10},
+                                               {7, 8, 10},
+                                               {8, 9, 12},
+                                               {10, 11, 15},
+                                               {4, 16, 22},
+                                               {-3, 11, 15},
+                                               {1, 2, 10}}) {
     NQSparseRectMatrix r(capacity, 3, 2);
     for (int i = 1; i <= rows; ++i) EXPECT_EQ(r.AddRow(), i);
     EXPECT_EQ(r.GetCapacity(), wanted) << rows << " rows from a capacity of " << capacity;
-    EXPECT_EQ(r.NZElemsAsVector(), Values(static_cast<std::size_t>(2 * wanted)));
-    EXPECT_EQ(r.NZColIndicesAsVector(), Indices(static_cast<std::size_t>(2 * wanted), -1));
+    EXPECT_EQ(r.NZElemsAsVector(), Values(At(2 * wanted)));
+    EXPECT_EQ(r.NZColIndicesAsVector(), Indices(At(2 * wanted), -1));
   }
 }
 
@@ -60,25 +59,9 @@ TEST(NQSparseRectMatrix, RowsOfPartsOfVectors) {
   const Indices indices{2, 5, 6, 9};
   const Values values{20, 50, 60, 90};
   const NQSparseVector v(indices, values);
-  const struct {
-    int start, first, rows;
-    Values wanted;
-  } table[] = {{2, 0, 1, {20, 0, 0, 50}},
-               {5, 1, 1, {50, 60, 0, 0}},
-               {4, 1, 1, {0, 50, 60, 0}},
-               {5, -1, 1, {50, 60, 0, 0}},
-               {3, -7, 1, {0, 0, 50, 60}},
-               {6, 2, 1, {60, 0, 0, 90}},
-               // Too wide, before the start, one element left, and places that are not there.
-               {2, 1, -1, {}},
-               {5, 0, -1, {}},
-               {9, -1, -1, {}},
-               {0, 3, -1, {}},
-               {0, INT_MAX, -1, {}},
-               {-1, 0, -1, {}},
-               {10, -1, -1, {}},
-               {INT_MAX, 0, -1, {}}};
-  for (const auto& [start, first, rows, wanted] : table) {
+  for (const auto& [start, first, rows, wanted] : std::vector<std::tuple<int, int, int, Values>>{
+#include "golden/matrix_sparse_row_parts.inc"
+       }) {
     NQSparseRectMatrix r(1, 4, 2);
     EXPECT_EQ(r.AddRow(v, start, first), rows) << start << ", " << first;
     EXPECT_EQ(ToDense(r), wanted.empty() ? Dense() : Dense({wanted})) << start << ", " << first;
@@ -115,33 +98,28 @@ TEST(NQSparseRectMatrix, SlotsAreFixed) {
     EXPECT_TRUE(r.SetElem(0, 0, 0) && r.SetElem(0, 4, -1));
     Indices indices;
     Values elements;
-    EXPECT_TRUE(r.GetRow(0, indices, elements));
-    EXPECT_FALSE(r.GetRow(9, indices, elements));
+    EXPECT_TRUE(r.GetRow(0, indices, elements) && !r.GetRow(9, indices, elements));
     EXPECT_EQ(indices, k == 2 ? Indices({1, 4}) : Indices({-1, 1, 4}));
     EXPECT_EQ(elements, k == 2 ? Values({7, -1}) : Values({0, 7, -1}));
-    EXPECT_FALSE(r.SetElem(0, 0, 2) || r.SetElem(0, 2, nqtest::kNaN));
+    EXPECT_FALSE(r.SetElem(0, 0, 2) || r.SetElem(0, 2, kNaN));
     EXPECT_EQ(ToDense(r)[0], (Values{0, 7, 0, 0, -1}));
     EXPECT_EQ(r.SetRow(0, NQSparseVector(triple, three)), k == 3);
     EXPECT_TRUE(r.SetRow(0, NQSparseVector(single, one)));
     EXPECT_EQ(ToDense(r)[0], (Values{0, 0, 0, 9, 0}));
-    EXPECT_FALSE(r.Resize(1, k - 1));
-    EXPECT_TRUE(r.Resize(1, 3));
+    EXPECT_TRUE(!r.Resize(1, k - 1) && r.Resize(1, 3) && r.FindIndex(0, 3) == -1);
     EXPECT_EQ(ToDense(r), Dense({{0, 0, 0}}));
-    EXPECT_EQ(r.FindIndex(0, 3), -1);
   }
-  const NQRectMatrix full = nqtest::ToRect({{1, 2, 3, 0}, {0, 5, 0, 6}});
+  const NQRectMatrix full = ToRect({{1, 2, 3, 0}, {0, 5, 0, 6}});
   NQSparseRectMatrix r(1, 9, 2);
-  EXPECT_FALSE(r.CopyRows(full, 0, 2));
-  EXPECT_TRUE(r.CopyRows(full, 1, 1));
-  EXPECT_FALSE(full.CopyRowToRow(0, 0, r));
+  EXPECT_TRUE(!r.CopyRows(full, 0, 2) && r.CopyRows(full, 1, 1) && !full.CopyRowToRow(0, 0, r));
   EXPECT_EQ(ToDense(r), Dense({{0, 5, 0, 6}}));
 }
 
 TEST(NQSparseRectMatrix, PartsAsOfTheDenseExpansion) {
   std::mt19937 random(11);
   for (const int k : {1, 3, 6}) {
-    const NQSparseRectMatrix r = nqtest::RandomSparse(6, 6, k, random);
-    const Dense dense = ToDense(r), columns = nqtest::Trans(dense);
+    const NQSparseRectMatrix r = RandomSparse(6, 6, k, random);
+    const Dense dense = ToDense(r), columns = Trans(dense);
     NQRectMatrix full, out(2, 6, true), expanded, wanted;
     NQSparseRectMatrix part(1, 1, 1);
     Values v;
@@ -149,18 +127,17 @@ TEST(NQSparseRectMatrix, PartsAsOfTheDenseExpansion) {
     EXPECT_EQ((Dense{ToDense(full)[3], v, ToDense(out)[1]}),
               (Dense{dense[3], columns[5], columns[2]}));
 
-    const NQBitSet gap(std::vector<bool>{true, true, false, true, true, true, true});
+    const NQBitSet gap(Bits{true, true, false, true, true, true, true});
     EXPECT_TRUE(r.ExpandSquare(gap, expanded) && full.ExpandSquare(gap, wanted));
     EXPECT_EQ(ToDense(expanded), ToDense(wanted));
-    EXPECT_TRUE(r.ExtractSubSparseRectMat(1, 3, 2, 4, part));
-    EXPECT_EQ(part.GetNNZRowElements(), std::min(k, 4));
+    EXPECT_TRUE(r.ExtractSubSparseRectMat(1, 3, 2, 4, part) &&
+                part.GetNNZRowElements() == std::min(k, 4));
     EXPECT_TRUE(full.ExtractRows({1, 2, 3}, wanted) && wanted.CopyColumns(wanted, 2, 4));
     EXPECT_EQ(ToDense(part), ToDense(wanted));
 
     std::vector<Indices> rows;
-    std::vector<Values> elements;
+    Dense elements, scattered(6, Values(6));
     EXPECT_TRUE(r.GetSparseMatrixColumns(rows, elements));
-    Dense scattered(6, Values(6));
     for (std::size_t j = 0; j < 6; ++j) {
       for (std::size_t a = 0; a < rows[j].size(); ++a)
         scattered[j][At(rows[j][a])] = elements[j][a];
@@ -174,13 +151,13 @@ TEST(NQSparseRectMatrix, PartsAsOfTheDenseExpansion) {
   }
 }
 
-// A zero that is not stored does not meet the NaN of the other operand, nor is it shown.
+// A zero that is not stored does not meet the NaN of the other operand.
 TEST(NQSparseRectMatrix, WhatIsNotStoredIsPassedOver) {
   const Indices column{1};
-  const Values x{2}, w{nqtest::kNaN, 5, nqtest::kInf};
+  const Values x{2}, w{kNaN, 5, kInf};
   NQSparseRectMatrix r(1, 3, 1);
   r.AddRow(NQSparseVector(column, x));
-  const NQRectMatrix b = nqtest::ToRect({w, w, w});
+  const NQRectMatrix b = ToRect({w, w, w});
   NQRectMatrix out;
   Values v;
   EXPECT_TRUE(r.ComputeRV(w, v) && b.ComputeProductMatrixTrans(r, out));
@@ -188,10 +165,6 @@ TEST(NQSparseRectMatrix, WhatIsNotStoredIsPassedOver) {
   EXPECT_EQ(ToDense(out), Dense(3, {10}));
   EXPECT_TRUE(r.ComputeProductMatrixTrans(b, out));
   EXPECT_EQ(ToDense(out), Dense({{10, 10, 10}}));
-  EXPECT_EQ(nqtest::Displayed(r),
-            "\nNQSparseRectMatrix display start\nThe number of rows = 1\nThe number of columns = 3"
-            "\nThe number of entries per row = 1\nColumn indices (size = 1)\n  1\n  2"
-            "\nNQSparseRectMatrix display end");
 }
 
 }  // namespace

@@ -1,19 +1,14 @@
 #include <nqcommon/math/matrix/NQSymBlockMatrix.h>
 
-#include <gtest/gtest.h>
-
+#include <array>
 #include <climits>
 
-#include <nqcommon/math/matrix/NQDiagMatrix.h>
-
-#include "support/dense.h"
-#include "support/displayed.h"
+#include "math/matrix/matrix_support.h"
 
 namespace NQMath_940 {
 namespace {
 
-using nqtest::Dense;
-using nqtest::ToDense;
+using namespace nqtest;
 
 TEST(NQSymBlockMatrix, SymmetricBlocksMakeASymmetricMatrix) {
   NQSymBlockMatrix blocks(2, 2);
@@ -36,31 +31,22 @@ TEST(NQSymBlockMatrix, SymmetricBlocksMakeASymmetricMatrix) {
 }
 
 TEST(NQSymBlockMatrix, Shapes) {
-  const struct {
-    int nb, bs, wantedBlocks, wantedSize, order;
-    std::size_t stored;
-  } rows[] = {{3, 2, 3, 2, 6, 6}, {-2, 4, 0, 4, 0, 0},         {3, -1, 3, 0, 0, 6},
-              {0, 0, 0, 0, 0, 0}, {INT_MAX, 1, -1, -1, -1, 0}, {1, INT_MAX, -1, -1, -1, 0}};
-  for (const auto& [nb, bs, wantedBlocks, wantedSize, order, stored] : rows) {
+  // blocks and their order asked for, blocks, order of each and of all, blocks stored
+  for (const auto& [nb, bs, wantedBlocks, wantedSize, order, stored] :
+       {std::array{3, 2, 3, 2, 6, 6},
+        {-2, 4, 0, 4, 0, 0},
+        {3, -1, 3, 0, 0, 6},
+        {0, 0, 0, 0, 0, 0},
+        {INT_MAX, 1, -1, -1, -1, 0},
+        {1, INT_MAX, -1, -1, -1, 0}}) {
     const NQSymBlockMatrix blocks(nb, bs);
     NQSymMatrix out;
-    EXPECT_EQ(
-        (std::vector{blocks.GetNBlocks(), blocks.GetBlockSize(), blocks.CopyToSymMatrix(out)}),
-        (std::vector{wantedBlocks, wantedSize, order}))
+    EXPECT_EQ((std::array{blocks.GetNBlocks(), blocks.GetBlockSize(), blocks.CopyToSymMatrix(out),
+                          static_cast<int>(blocks.AsVectorSSConst().size())}),
+              (std::array{wantedBlocks, wantedSize, order, stored}))
         << nb << ", " << bs;
     EXPECT_EQ(blocks.IsValid(), order >= 0) << nb << ", " << bs;
-    EXPECT_EQ(blocks.AsVectorSSConst().size(), stored) << nb << ", " << bs;
   }
-}
-
-TEST(NQSymBlockMatrix, DisplaysItsParts) {
-  NQSymBlockMatrix blocks(1, 1);
-  EXPECT_EQ(nqtest::Displayed(blocks),
-            "\nNQSymBlockMatrix display start\nThe number of rows in the NQSymBlockMatrix = 1"
-            "\nThe number of rows in each NQMATH_NAMESPACE::NQSymMatrix matrix = 1"
-            "\nRow number in the NQSymBlockMatrix = 0\nColumn number in the NQSymBlockMatrix = 0"
-            "\nNQMATH_NAMESPACE::NQSymMatrix matrix:" +
-                nqtest::Displayed(blocks.GetElemSSRef(0, 0)) + "\nNQSymBlockMatrix display end");
 }
 
 }  // namespace

@@ -1,177 +1,85 @@
-// Products, parts and updates against schoolbook arithmetic on the full square. Entries are small
-// integers, so that every sum is exact and the comparison needs no tolerance.
-#include <gtest/gtest.h>
-
-#include <nqcommon/common/NQMV.h>
+// Products, parts and updates of symmetric matrices against schoolbook arithmetic.
 #include <nqcommon/math/matrix/NQSymMatrix.h>
 
-#include <functional>
-#include <string>
-
-#include "support/compare.h"
-#include "support/dense.h"
+#include "math/matrix/matrix_support.h"
 
 namespace NQMath_940 {
 namespace {
 
-using nqtest::Column;
-using nqtest::Dense;
-using nqtest::Lower;
-using nqtest::ToDense;
-using nqtest::Trans;
-
-struct Inputs {
-  explicit Inputs(int order)
-      : n(order),
-        random(static_cast<unsigned>(order) + 1),
-        s(nqtest::RandomSym(n, random)),
-        m(nqtest::RandomSym(n, random)),
-        v(nqtest::RandomVector(static_cast<std::size_t>(n), random)),
-        w(nqtest::RandomVector(static_cast<std::size_t>(n), random)),
-        S(ToDense(s)),
-        M(ToDense(m)),
-        L(Lower(S)) {}
-
-  int n;
-  std::mt19937 random;
-  NQSymMatrix s, m;
-  std::vector<double> v, w;
-  Dense S, M, L;
-};
+using namespace nqtest;
 
 constexpr int kOrders[] = {1, 2, 3, 7, 20};
 
 TEST(NQSymMatrixProduct, MatrixResultsWhereverTheyGo) {
-  struct Row {
-    const char* name;
-    std::function<bool(const NQSymMatrix&, const NQSymMatrix&, NQSymMatrix&)> compute;
-    std::function<Dense(const Inputs&)> expected;
-  };
-  const Row rows[] = {
-      {"GMG", [](auto& s, auto& m, auto& out) { return s.ComputeGMG(m, out); },
-       [](const Inputs& in) { return in.S * in.M * in.S; }},
-      {"GSG", [](auto& s, auto& m, auto& out) { return s.ComputeGSG(m, out); },
-       [](const Inputs& in) { return in.M * in.S * in.M; }},
-      {"LSL'", [](auto& s, auto& m, auto& out) { return m.ComputeLSLTrans(s, out); },
-       [](const Inputs& in) { return in.L * in.M * Trans(in.L); }},
-      {"L'SL", [](auto& s, auto& m, auto& out) { return m.ComputeLTransSL(s, out); },
-       [](const Inputs& in) { return Trans(in.L) * in.M * in.L; }},
-      {"S'S", [](auto& s, auto&, auto& out) { return s.ComputeSTransS(out); },
-       [](const Inputs& in) { return in.S * in.S; }},
-      {"submatrix",
-       [](auto& s, auto&, auto& out) {
-         return s.ExtractSubmatrix({s.GetNRows() - 1, 0, s.GetNRows() - 1}, out);
-       },
-       [](const Inputs& in) {
-         const std::size_t at[] = {in.S.size() - 1, 0, in.S.size() - 1};
-         Dense d(3, std::vector<double>(3));
-         for (std::size_t a = 0; a < 3; ++a) {
-           for (std::size_t b = 0; b < 3; ++b) d[a][b] = in.S[at[a]][at[b]];
-         }
-         return d;
-       }},
-      {"expand to places n and the rest",
-       [](auto& s, auto&, auto& out) {
-         NQBitSet set(s.GetNRows() + 2);
-         set.SetRange(1, s.GetNRows(), true);
-         return s.Expand(set, out);
-       },
-       [](const Inputs& in) {
-         Dense d(in.S.size() + 2, std::vector<double>(in.S.size() + 2));
-         for (std::size_t i = 0; i < in.S.size(); ++i) {
-           for (std::size_t j = 0; j < in.S.size(); ++j) d[i + 1][j + 1] = in.S[i][j];
-         }
-         return d;
-       }},
-  };
-  for (const Row& row : rows) {
-    for (int n : kOrders) {
-      const Inputs in(n);
-      const Dense expected = row.expected(in);
-      NQSymMatrix s = in.s, m = in.m, out;
-      EXPECT_TRUE(row.compute(s, m, out)) << row.name;
-      EXPECT_EQ(ToDense(out), expected) << row.name << " n=" << n;
-      EXPECT_TRUE(row.compute(s, m, s)) << row.name;
-      EXPECT_EQ(ToDense(s), expected) << row.name << " into itself, n=" << n;
-      s = in.s;
-      EXPECT_TRUE(row.compute(s, m, m)) << row.name;
-      EXPECT_EQ(ToDense(m), expected) << row.name << " into its argument, n=" << n;
-    }
-  }
-}
-
-TEST(NQSymMatrixProduct, InPlace) {
   for (int n : kOrders) {
-    const Inputs in(n);
-    NQSymMatrix s = in.s;
-    s.LTLLTrans();
-    EXPECT_EQ(ToDense(s), in.L * Trans(in.L)) << n;
-    s = in.s;
-    s.LTLTransL();
-    EXPECT_EQ(ToDense(s), Trans(in.L) * in.L) << n;
-    s = in.s;
-    EXPECT_TRUE(s.ComputeAXpY(3, s));
-    s.ChangeSign();
-    s.MultiplyByNumber(-0.25);
-    EXPECT_EQ(ToDense(s), in.S) << n;
+    const int m = n;
+    const Operands given{m, n};
+    const Dense S = ToDense(given.s), M = ToDense(given.M), L = Lower(S);
+    // Rows n-1, 0 and n-1, and those below an empty one.
+    const auto size = static_cast<std::size_t>(n);
+    Dense pick(3, Values(size)), place(size + 2, Values(size));
+    pick[0].back() = pick[1].front() = pick[2].back() = 1;
+    for (std::size_t i = 0; i < size; ++i) place[i + 1][i] = 1;
+    NQBitSet inner(n + 2);
+    inner.SetRange(1, n, true);
+
+    NQ_EXPECT_RESULT(s, in.s.ComputeGMG(in.M, out), S * M * S);
+    NQ_EXPECT_RESULT(M, in.s.ComputeGMG(in.M, out), S * M * S);
+    NQ_EXPECT_RESULT(s, in.s.ComputeGSG(in.M, out), M * S * M);
+    NQ_EXPECT_RESULT(M, in.s.ComputeGSG(in.M, out), M * S * M);
+    NQ_EXPECT_RESULT(s, in.s.ComputeLSLTrans(in.M, out), Lower(M) * S * Trans(Lower(M)));
+    NQ_EXPECT_RESULT(M, in.M.ComputeLSLTrans(in.s, out), L * M * Trans(L));
+    NQ_EXPECT_RESULT(s, in.M.ComputeLTransSL(in.s, out), Trans(L) * M * L);
+    NQ_EXPECT_RESULT(M, in.M.ComputeLTransSL(in.s, out), Trans(L) * M * L);
+    NQ_EXPECT_RESULT(s, in.s.ComputeSTransS(out), S * S);
+    NQ_EXPECT_RESULT(s, in.s.ExtractSubmatrix({n - 1, 0, n - 1}, out), pick * S * Trans(pick));
+    NQ_EXPECT_RESULT(s, in.s.Expand(inner, out), place * S * Trans(place));
+    NQ_EXPECT_RESULT(s, (out.LTLLTrans(), true), L * Trans(L));
+    NQ_EXPECT_RESULT(s, (out.LTLTransL(), true), Trans(L) * L);
+    NQ_EXPECT_RESULT(s, out.ComputeAXpY(3, out), Plus(S, 3, S));
+    NQ_EXPECT_RESULT(s, (out.ChangeSign(), out.MultiplyByNumber(-0.25), true), Plus(S, -0.75, S));
   }
 }
 
 TEST(NQSymMatrixProduct, VectorsAndForms) {
   for (int n : kOrders) {
     SCOPED_TRACE(n);
-    Inputs in(n);
-    const NQSymMatrix& s = in.s;
-    const Dense v = Column(in.v), w = Column(in.w);
-    const auto N = static_cast<std::size_t>(n);
-    std::vector<double> out = in.v;
-    ASSERT_TRUE(s.ComputeSV(out, out));
-    EXPECT_EQ(Column(out), in.S * v);
-    ASSERT_TRUE(s.ComputeSV(in.v, n - 1, out));
-    Dense head = in.S * v;
+    const int m = n, last = n - 1;
+    const Operands given{m, n};
+    const Dense S = ToDense(given.s), M = ToDense(given.M), L = Lower(S), V = ToDense(given.v),
+                W = ToDense(given.w);
+    Dense head = S * V;
     head.pop_back();
-    EXPECT_EQ(out, n > 1 ? Trans(head)[0] : std::vector<double>{});
-    std::vector<int> indices;
+    Indices indices;
     for (int i = n; i-- > 0;) indices.push_back(i);
-    const std::vector<double> reversed(in.v.rbegin(), in.v.rend());
-    ASSERT_TRUE(s.ComputeLV(in.v, out));
-    EXPECT_EQ(Column(out), in.L * v);
-    ASSERT_TRUE(s.ComputeLV(indices, reversed, out));
-    EXPECT_EQ(Column(out), in.L * v) << "index form";
-    ASSERT_TRUE(s.ComputeLTransV(in.v, out));
-    EXPECT_EQ(Column(out), Trans(in.L) * v);
-    ASSERT_TRUE(s.ComputeLTransV(indices, reversed, out));
-    EXPECT_EQ(Column(out), Trans(in.L) * v) << "index form";
-    out = in.w;
-    ASSERT_TRUE(s.IncrVecByRow(n - 1, out, 2));
-    for (std::size_t j = 0; j < N; ++j) EXPECT_EQ(out[j], in.w[j] + 2 * in.S[N - 1][j]);
+    const Values reversed(given.v.rbegin(), given.v.rend()),
+        shifted(given.v.begin(), given.v.end() - 1);
+    NQ_EXPECT_RESULT(v, in.s.ComputeSV(in.v, out), S * V);
+    NQ_EXPECT_RESULT(w, in.s.ComputeSV(in.v, last, out), head);
+    NQ_EXPECT_RESULT(w, in.s.ComputeLV(in.v, out), L * V);
+    NQ_EXPECT_RESULT(w, in.s.ComputeLV(indices, reversed, out), L * V);
+    NQ_EXPECT_RESULT(w, in.s.ComputeLTransV(in.v, out), Trans(L) * V);
+    NQ_EXPECT_RESULT(w, in.s.ComputeLTransV(indices, reversed, out), Trans(L) * V);
+    NQ_EXPECT_RESULT(w, in.s.IncrVecByRow(last, out, 2), Plus(W, 2, Trans({S.back()})));
 
-    EXPECT_EQ(s.ComputeVSV(in.v), (Trans(v) * in.S * v)[0][0]);
-    const double vSw = (Trans(v) * in.S * w)[0][0];
-    EXPECT_EQ(s.ComputeVSW(in.v, in.w), vSw);
-    EXPECT_EQ(s.ComputeVSW(in.v.data(), n, in.w.data(), n), vSw);
-    std::vector<double> both = in.w;
-    both.insert(both.end(), in.v.begin(), in.v.end());
-    EXPECT_EQ(s.ComputeVSW(both, n, 0), vSw);
-    double part = 0;  // rows 1 .. n-1, column 0
-    for (std::size_t i = 1; i < N; ++i) part += in.v[i - 1] * in.S[i][0] * in.w[0];
-    EXPECT_EQ(s.ComputeVSWParts({in.v.begin(), in.v.end() - 1}, 1, {in.w[0]}, 0), n > 1 ? part : 0);
-
-    EXPECT_EQ(s.ComputeDotProduct2Rows(0, n - 1), (in.S * in.S)[0][N - 1]);
-    EXPECT_EQ(s.ComputeRowDotProductS(n - 1, in.m, 0), (in.S * in.M)[N - 1][0]);
-    double before = 0, after = 0, head0 = 0;
-    for (std::size_t j = 0; j < N / 2; ++j) head0 += in.S[N - 1][j] * in.v[j];
-    ASSERT_TRUE(s.ComputeRowDotProductS(n - 1, in.v, 0, n / 2, before, after));
-    EXPECT_EQ(before, head0);
-    EXPECT_EQ(before + after, (in.S * v)[N - 1][0]);
-    EXPECT_EQ(s.ComputeRVD(n - 1, reversed, -1), (in.S * v)[N - 1][0]);
-    double trace = 0, traceOfThree = 0;
-    for (std::size_t i = 0; i < N; ++i) {
-      trace += (in.S * in.M)[i][i];
-      traceOfThree += (in.S * in.M * in.S)[i][i];
-    }
-    EXPECT_EQ(s.TraceOfProduct(in.m), trace);
-    EXPECT_EQ(s.TraceOfProductOfThree(in.m, s), traceOfThree);
+    const NQSymMatrix& s = given.s;
+    Values both = given.w;
+    both.insert(both.end(), given.v.begin(), given.v.end());
+    NQ_EXPECT_NUMBER(s.ComputeVSV(given.v), Trans(V) * S * V);
+    NQ_EXPECT_NUMBER(s.ComputeVSW(given.v, given.w), Trans(V) * S * W);
+    NQ_EXPECT_NUMBER(s.ComputeVSW(given.v.data(), n, given.w.data(), n), Trans(V) * S * W);
+    NQ_EXPECT_NUMBER(s.ComputeVSW(both, n, 0), Trans(V) * S * W);
+    double part = 0, before = 0, after = 0, first = 0;  // rows 1 .. n-1, column 0
+    for (std::size_t i = 0; i < shifted.size(); ++i) part += shifted[i] * S[i + 1][0] * given.w[0];
+    EXPECT_EQ(s.ComputeVSWParts(shifted, 1, {given.w[0]}, 0), part);
+    EXPECT_EQ(s.ComputeDotProduct2Rows(0, last), (S * S)[0].back());
+    EXPECT_EQ(s.ComputeRowDotProductS(last, given.M, 0), (S * M).back()[0]);
+    for (std::size_t j = 0; j < S.size() / 2; ++j) first += S.back()[j] * given.v[j];
+    ASSERT_TRUE(s.ComputeRowDotProductS(last, given.v, 0, n / 2, before, after));
+    EXPECT_EQ((Values{before, before + after}), (Values{first, (S * V).back()[0]}));
+    EXPECT_EQ(s.ComputeRVD(last, reversed, -1), (S * V).back()[0]);
+    NQ_EXPECT_NUMBER(s.TraceOfProduct(given.M), TraceOf(S * M));
+    NQ_EXPECT_NUMBER(s.TraceOfProductOfThree(given.M, s), TraceOf(S * M * S));
   }
 }
 

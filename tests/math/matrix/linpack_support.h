@@ -6,14 +6,12 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
-#include <random>
-#include <string>
-#include <vector>
+
+#include "support/dense.h"
+#include "support/special_values.h"
 
 namespace nqtest {
 
-inline constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-inline constexpr double kInf = std::numeric_limits<double>::infinity();
 inline constexpr double kEps = std::numeric_limits<double>::epsilon();
 
 // Column-major, m x n, with a spare row of NaN below: what is read beside the matrix shows in the
@@ -27,7 +25,7 @@ struct Mat {
     }
   }
   Mat(int rows, int columns) : Mat(rows, columns, [](int, int) { return 0; }) {}
-  Mat(const std::vector<std::vector<double>>& rows)
+  Mat(const Dense& rows)
       : Mat(static_cast<int>(rows.size()), rows.empty() ? 0 : static_cast<int>(rows[0].size()),
             [row = rows.data()](int i, int j) { return row[i][static_cast<std::size_t>(j)]; }) {}
 
@@ -36,7 +34,7 @@ struct Mat {
   operator double*() { return data.data(); }
 
   int m, n, ld;
-  std::vector<double> data;
+  Values data;
 };
 
 inline Mat Identity(int n) {

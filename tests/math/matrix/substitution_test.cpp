@@ -2,39 +2,24 @@
 // same values on both, and with sparse operands as with dense ones. Entries are chosen so that both
 // ways of computing are exact, but for the rounding of determinants and norms. Where a class has a
 // rule of its own, it is tested apart.
-#include <gtest/gtest.h>
 
-#include <nqcommon/math/matrix/NQDiagMatrix.h>
-
-#include <functional>
-#include <memory>
+#include <array>
+#include <set>
 #include <string>
+#include <tuple>
 
-#include "support/compare.h"
-#include "support/special_values.h"
-#include "support/structured.h"
+#include "math/matrix/matrix_support.h"
 
 namespace NQMath_940 {
 namespace {
 
-using nqtest::Dense;
-using nqtest::MakeBlocks;
-using nqtest::RandomSparse;
-using nqtest::RandomSym;
-using nqtest::RandomVector;
-using nqtest::ToDense;
-
-using Values = std::vector<double>;
+using namespace nqtest;
 
 // A sparse matrix and its dense expansion; `r` is the one wanted.
 struct Rect {
   Rect(bool isSparse, int m, int n, int k, std::mt19937& random)
-      : sparse(RandomSparse(m, n, k, random)), dense(nqtest::ToRect(ToDense(sparse))) {
-    if (isSparse) {
-      r = &sparse;
-    } else {
-      r = &dense;
-    }
+      : sparse(RandomSparse(m, n, k, random)), dense(ToRect(ToDense(sparse))) {
+    r = isSparse ? static_cast<INQRectMatrix*>(&sparse) : &dense;
   }
 
   NQSparseRectMatrix sparse;
@@ -51,11 +36,11 @@ struct Inputs {
   std::size_t size = static_cast<std::size_t>(n);
   Rect wide, columns;
   const INQRectMatrix &r = *wide.r, &tall = *columns.r;
-  NQRectMatrix wrong = nqtest::RandomRect(n + 1, n + 1, random);
+  NQRectMatrix wrong = RandomRect(n + 1, n + 1, random);
   NQSymMatrix m = RandomSym(n, random), g = RandomSym(n, random), larger{n + 1, true};
   Values v = RandomVector(size, random), w = RandomVector(size, random), t = Values(size, 1.0);
   Values zero = Values(size), none;
-  NQBitSet first{std::vector<bool>{true}};
+  NQBitSet first{Bits{true}};
 };
 
 // Whatever an operation may answer through.
@@ -82,18 +67,24 @@ Values Flatten(Values values, const Matrix& s, const Outputs& out) {
 
 template <class Matrix, class In>
 struct RowOf {
+  bool refused;
   const char* name;
   Values (*run)(Matrix& s, In& in, Outputs& out);
 
   void ExpectSame(const std::string& label, Matrix& structured, In& in, Matrix& dense,
                   In& denseIn) const {
     Outputs got, wanted;
+    const Values before = Flatten({}, dense, wanted);
     Values result = run(structured, in, got), resultWanted = run(dense, denseIn, wanted);
+    SCOPED_TRACE(label + ": " + name);
+    for (std::size_t k = 0; refused && k < result.size(); ++k)
+      EXPECT_TRUE(std::set({0.0, -1.0, kMissing}).contains(resultWanted[k])) << "value " << k;
+    EXPECT_TRUE(!refused || Flatten({}, dense, wanted) == before);
     result = Flatten(result, structured, got);
     resultWanted = Flatten(resultWanted, dense, wanted);
-    ASSERT_EQ(result.size(), resultWanted.size()) << label << ": " << name;
+    ASSERT_EQ(result.size(), resultWanted.size());
     for (std::size_t k = 0; k < result.size(); ++k)
-      EXPECT_CLOSE(result[k], resultWanted[k], 1e-14) << label << ": " << name << ", value " << k;
+      EXPECT_CLOSE(result[k], resultWanted[k], 1e-14) << "value " << k;
   }
 };
 
@@ -102,151 +93,137 @@ Values List(T... results) {
   return {static_cast<double>(results)...};
 }
 
-// The operations of a row answer through different outputs: their order is not defined.
-#define NQ_ROW_OF(Matrix, In, name, ...)                                                           \
-  {                                                                                                \
-    name, []([[maybe_unused]] Matrix& s, [[maybe_unused]] In& in, [[maybe_unused]] Outputs& out) { \
-      return List(__VA_ARGS__);                                                                    \
-    }                                                                                              \
+// The operations of a row answer through different outputs: their order is not defined. Refused
+// ones return false, -1 or the missing value, and change nothing.
+#define NQ_ROW_OF(Matrix, In, refused, ...)                                                      \
+  {                                                                                              \
+    refused, #__VA_ARGS__,                                                                       \
+        []([[maybe_unused]] Matrix& s, [[maybe_unused]] In& in, [[maybe_unused]] Outputs& out) { \
+          return List(__VA_ARGS__);                                                              \
+        }                                                                                        \
   }
-#define NQ_ROW(name, ...) NQ_ROW_OF(INQSymMatrix, Inputs, name, __VA_ARGS__)
+#define NQ_ROW(...) NQ_ROW_OF(INQSymMatrix, Inputs, false, __VA_ARGS__)
+#define NQ_REFUSED(...) NQ_ROW_OF(INQSymMatrix, Inputs, true, __VA_ARGS__)
 
 const RowOf<INQSymMatrix, Inputs> kRows[] = {
-    NQ_ROW("diagonals", (s.GetDiagonal(out.v), s.GetNCheckDiagonal(in.t, 1, 2), in.t[0])),
-    NQ_ROW("row", s.GetRow(in.last, out.v), s.GetRow(in.n, out.v)),
-    NQ_ROW("arithmetic", (s.AddToDiagonal(3), s.ChangeSign(), s.MultiplyByNumber(-2), s.Trace())),
-    NQ_ROW("rows",
-           (s.ZeroOut(in.last), s.SetElem(0, 0, 7), s.ZeroOutNonDiag(0.5), s.ZeroOut(in.n))),
-    NQ_ROW("resize", s.Resize(in.n > 1 ? -1 : 0)),
-    NQ_ROW("resize upwards", s.Resize(in.n + 2)),
-    NQ_ROW("resize and clear", s.SetNRows(in.n, true)),
-    NQ_ROW("row put", s.PutRow(0, in.zero), s.PutRow(0, in.none), s.PutRow(in.n, in.zero)),
-    NQ_ROW("row to 0", s.SetRowColToConst(0, 0), s.SetRowColToConst(-1, 0)),
-    NQ_ROW("vector by row", s.IncrVecByRow(in.last, out.v = in.v, 3),
-           s.IncrVecByRow(0, in.none, 3)),
-    NQ_ROW("zero rows", s.IsZeroRow(0, in.first), s.IsZeroRow(in.last, in.first),
-           s.IsZeroRow(-1, in.first)),
-    NQ_ROW("extremes", in.n > 1 && (s.MaxMinDiagOffDiag(out.x, out.y, out.z, out.u), true)),
+    NQ_ROW((s.GetDiagonal(out.v), s.GetNCheckDiagonal(in.t, 1, 2), in.t[0])),
+    NQ_ROW(s.GetRow(in.last, out.v)),
+    NQ_ROW((s.AddToDiagonal(3), s.ChangeSign(), s.MultiplyByNumber(-2), s.Trace())),
+    NQ_ROW((s.ZeroOut(in.last), s.SetElem(0, 0, 7), s.ZeroOutNonDiag(0.5), 0)),
+    NQ_ROW(s.Resize(in.n > 1 ? -1 : 0)),
+    NQ_ROW(s.Resize(in.n + 2)),
+    NQ_ROW(s.SetNRows(in.n, true)),
+    NQ_ROW(s.PutRow(0, in.zero)),
+    NQ_ROW(s.SetRowColToConst(0, 0)),
+    NQ_ROW(s.IncrVecByRow(in.last, out.v = in.v, 3)),
+    NQ_ROW(s.IsZeroRow(0, in.first), s.IsZeroRow(in.last, in.first)),
+    NQ_ROW(in.n > 1 && (s.MaxMinDiagOffDiag(out.x, out.y, out.z, out.u), true)),
     // Cholesky
-    NQ_ROW("inverse", s.CholInverse(in.t, 0.5, out.sym)),
-    NQ_ROW("inverse and set", s.CholInverse(in.t, 0.5, out.sym, out.set)),
-    NQ_ROW("inverse and pivot", s.CholInverse(in.t, 0.5, out.sym, out.x)),
-    NQ_ROW("factor", s.LTChol(in.t, 0.5, true)),
-    NQ_ROW("factor, high threshold", s.LTChol(in.t, 4, true)),
-    NQ_ROW("factor, refused", s.LTChol(in.t, -1, true), s.LTChol(in.none, 0.5, true),
-           s.LTChol(in.t, -1, out.set, true), s.LTChol(-1, out.x, true)),
-    NQ_ROW("factor, negative reference", (in.t[0] = -1, s.LTChol(in.t, 0.5, true))),
-    NQ_ROW("factor and set", (out.set.Resize(in.n + 1, true), s.LTChol(in.t, 0.5, out.set, true))),
-    NQ_ROW("factor and pivot", s.LTChol(1e-12, out.x, true)),
-    NQ_ROW("determinant and inverse of a factor", s.LTDetInverse(out.det, 11)),
-    NQ_ROW("inverse of a factor", (s.LTDetInverse(out.det, 10), s.LTInverse())),
-    NQ_ROW("determinant", s.ComputeDeterminant(1e-12, out.det)),
-    NQ_ROW("LL', L'L", (s.LTLLTrans(), s.MaxMinDiag(out.x, out.y), s.LTLTransL(), 0)),
-    NQ_ROW("solve", s.LTSolve(in.v, 1e-12, out.v)),
-    NQ_ROW("solve refused", s.LTSolve(in.v, -1, out.v), s.LTSolve(in.none, 1, out.v)),
+    NQ_ROW(s.CholInverse(in.t, 0.5, out.sym)),
+    NQ_ROW(s.CholInverse(in.t, 0.5, out.sym, out.set)),
+    NQ_ROW(s.CholInverse(in.t, 0.5, out.sym, out.x)),
+    NQ_ROW(s.LTChol(in.t, 0.5, true)),
+    NQ_ROW(s.LTChol(in.t, 4, true)),
+    NQ_ROW((in.t[0] = -1, s.LTChol(in.t, 0.5, true))),
+    NQ_ROW((out.set.Resize(in.n + 1, true), s.LTChol(in.t, 0.5, out.set, true))),
+    NQ_ROW(s.LTChol(1e-12, out.x, true)),
+    NQ_ROW(s.LTChol(-1, out.x, true)),
+    NQ_ROW(s.LTDetInverse(out.det, 11)),
+    NQ_ROW((s.LTDetInverse(out.det, 10), s.LTInverse())),
+    NQ_ROW(s.ComputeDeterminant(1e-12, out.det)),
+    NQ_ROW((s.LTLLTrans(), s.MaxMinDiag(out.x, out.y), s.LTLTransL(), 0)),
+    NQ_ROW(s.LTSolve(in.v, 1e-12, out.v)),
     // Vectors
-    NQ_ROW("rows", s.ComputeDotProduct2Rows(0, in.last), s.ComputeDotProduct2Rows(0, in.n),
-           s.ComputeRowDotProductS(in.last, in.m, 0), s.ComputeRowDotProductS(0, in.m, in.n),
-           s.ComputeRowDotProductS(in.last, in.v), s.ComputeRowDotProductS(0, in.none)),
-    NQ_ROW("strided", s.ComputeRVD(0, in.v, -1), s.ComputeRVD(in.last, in.v, in.n > 1 ? 2 : 0),
-           s.ComputeRVD(in.last, in.v.data(), 0), s.ComputeRVD(-1, in.v.data(), 1)),
-    NQ_ROW("Sv", s.ComputeSV(in.v, out.v)),
-    NQ_ROW("first rows of Sv", s.ComputeSV(in.v, in.last, out.v),
-           s.ComputeSV(in.v, in.n + 1, out.v)),
-    NQ_ROW("Lv", s.ComputeLV(in.v, out.v), s.ComputeLV(in.none, out.v),
-           s.ComputeLV({in.n}, {2}, out.v)),
-    NQ_ROW("Lv by index", s.ComputeLV({in.last, 0, 0}, {2, 3, 4}, out.v)),
-    NQ_ROW("L'v", s.ComputeLTransV(in.v, out.v), s.ComputeLTransV({0}, {}, out.v)),
-    NQ_ROW("L'v by index", s.ComputeLTransV({in.last, 0, 0}, {2, 3, 4}, out.v)),
-    NQ_ROW("v'Sv", s.ComputeVSV(in.v), s.ComputeVSV(in.r, 2), s.ComputeVSV(in.r, 3)),
-    NQ_ROW("v'Sw", s.ComputeVSW(in.v, in.w), s.ComputeVSW(in.v.data(), in.n, in.w.data(), in.last),
-           s.ComputeVSW(in.v, 0, 0), s.ComputeVSW(in.v, 0, 1)),
-    NQ_ROW("v'Pw", s.ComputeVSWParts(in.v.data(), in.last, 1, in.w.data(), in.n, 0),
-           s.ComputeVSWParts(in.v, 1, in.w, 0)),
-    NQ_ROW("traces", s.Trace(), s.TraceOfProduct(in.m), s.TraceOfProduct(in.larger),
-           s.TraceOfProductOfThree(in.m, in.g), s.TraceOfProductOfThree(in.m, in.larger)),
+    NQ_ROW(s.ComputeDotProduct2Rows(0, in.last), s.ComputeRowDotProductS(in.last, in.m, 0),
+           s.ComputeRowDotProductS(in.last, in.v)),
+    NQ_ROW(s.ComputeRVD(0, in.v, -1), s.ComputeRVD(in.last, in.v, in.n > 1 ? 2 : 0),
+           s.ComputeRVD(in.last, in.v.data(), 0)),
+    NQ_ROW(s.ComputeSV(in.v, out.v)),
+    NQ_ROW(s.ComputeSV(in.v, in.last, out.v)),
+    NQ_ROW(s.ComputeLV(in.v, out.v)),
+    NQ_ROW(s.ComputeLV({in.last, 0, 0}, {2, 3, 4}, out.v)),
+    NQ_ROW(s.ComputeLTransV(in.v, out.v)),
+    NQ_ROW(s.ComputeLTransV({in.last, 0, 0}, {2, 3, 4}, out.v)),
+    NQ_ROW(s.ComputeVSV(in.v), s.ComputeVSV(in.r, 2)),
+    NQ_ROW(s.ComputeVSW(in.v, in.w), s.ComputeVSW(in.v.data(), in.n, in.w.data(), in.last),
+           s.ComputeVSW(in.v, 0, 0)),
+    NQ_ROW(s.ComputeVSWParts(in.v.data(), in.last, 1, in.w.data(), in.n, 0)),
+    NQ_ROW(s.Trace(), s.TraceOfProduct(in.m), s.TraceOfProductOfThree(in.m, in.g)),
     // Products of matrices, and parts
-    NQ_ROW("GMG, MGN", s.ComputeGMG(in.m, out.sym), s.ComputeMGN(in.m, in.g, out.rect)),
-    NQ_ROW("GSG, GMGNG", s.ComputeGSG(in.g, out.sym), s.ComputeGMGNG(in.m, in.g, out.rect)),
-    NQ_ROW("LSL', SB", s.ComputeLSLTrans(in.m, out.sym), s.ComputeSS(in.m, out.rect)),
-    NQ_ROW("L'SL, RS", s.ComputeLTransSL(in.m, out.sym), s.ComputeRS(in.r, out.rect)),
-    NQ_ROW("RSR', R'S", s.ComputeRSRTrans(in.r, out.sym), s.ComputeRTransS(in.tall, out.rect)),
-    NQ_ROW("R'SR, R'Sv", s.ComputeRTransSR(in.tall, out.sym),
-           s.ComputeRTransSV(in.tall, in.v, out.v)),
-    NQ_ROW("S'S", s.ComputeSTransS(out.sym)),
-    NQ_ROW("orders differ", s.ComputeGMG(in.larger, out.sym), s.ComputeGSG(in.larger, out.sym),
-           s.ComputeMGN(in.m, in.larger, out.rect), s.ComputeLSLTrans(in.larger, out.sym),
-           s.ComputeSS(in.larger, out.rect), s.ComputeRS(in.wrong, out.rect),
-           s.ComputeRTransSR(in.wrong, out.sym), s.ExtractFirstNRows(in.larger),
-           s.ExtractSubmatrix({0, in.n}, out.sym)),
-    NQ_ROW("leading block", (out.sym.Resize(in.last), s.ExtractFirstNRows(out.sym))),
-    NQ_ROW("submatrix", s.ExtractSubmatrix({in.last}, out.sym)),
-    NQ_ROW("submatrix, repeated index", s.ExtractSubmatrix({in.last, 0, in.last}, out.sym)),
+    NQ_ROW(s.ComputeGMG(in.m, out.sym), s.ComputeMGN(in.m, in.g, out.rect)),
+    NQ_ROW(s.ComputeGSG(in.g, out.sym), s.ComputeGMGNG(in.m, in.g, out.rect)),
+    NQ_ROW(s.ComputeLSLTrans(in.m, out.sym), s.ComputeSS(in.m, out.rect)),
+    NQ_ROW(s.ComputeLTransSL(in.m, out.sym), s.ComputeRS(in.r, out.rect)),
+    NQ_ROW(s.ComputeRSRTrans(in.r, out.sym), s.ComputeRTransS(in.tall, out.rect)),
+    NQ_ROW(s.ComputeRTransSR(in.tall, out.sym), s.ComputeRTransSV(in.tall, in.v, out.v)),
+    NQ_ROW(s.ComputeSTransS(out.sym)),
+    NQ_ROW((out.sym.Resize(in.last), s.ExtractFirstNRows(out.sym))),
+    NQ_ROW(s.ExtractSubmatrix({in.last}, out.sym)),
+    NQ_ROW(s.ExtractSubmatrix({in.last, 0, in.last}, out.sym)),
     // As an operand
-    NQ_ROW("aX + dense", (out.sym = in.m).ComputeAXpY(2, s)),
-    NQ_ROW("dense GMG, SB", in.g.ComputeGMG(s, out.sym), in.m.ComputeSS(s, out.rect)),
-    NQ_ROW("dense GSG, MGN", in.m.ComputeGSG(s, out.sym), in.g.ComputeMGN(in.m, s, out.rect)),
-    NQ_ROW("dense LSL', RB", in.m.ComputeLSLTrans(s, out.sym),
-           in.wide.dense.ComputeMatrixProduct(s, out.rect)),
-    NQ_ROW("dense L'SL, GMGNG", in.m.ComputeLTransSL(s, out.sym),
-           in.g.ComputeGMGNG(s, in.m, out.rect)),
-    NQ_ROW("diagonal MGN", NQDiagMatrix(in.v).ComputeMGN(s, in.m, out.rect)),
-    NQ_ROW("R1'SR2, trace", in.columns.dense.ComputeR1TransSR2(s, in.columns.dense, out.rect),
+    NQ_ROW((out.sym = in.m).ComputeAXpY(2, s)),
+    NQ_ROW(in.g.ComputeGMG(s, out.sym), in.m.ComputeSS(s, out.rect)),
+    NQ_ROW(in.m.ComputeGSG(s, out.sym), in.g.ComputeMGN(in.m, s, out.rect)),
+    NQ_ROW(in.m.ComputeLSLTrans(s, out.sym), in.wide.dense.ComputeMatrixProduct(s, out.rect)),
+    NQ_ROW(in.m.ComputeLTransSL(s, out.sym), in.g.ComputeGMGNG(s, in.m, out.rect)),
+    NQ_ROW(NQDiagMatrix(in.v).ComputeMGN(s, in.m, out.rect)),
+    NQ_ROW(in.columns.dense.ComputeR1TransSR2(s, in.columns.dense, out.rect),
            in.m.TraceOfProductOfThree(s, in.g)),
-    NQ_ROW("diag(S, S) R",
-           in.columns.dense.CreateBlockDiagonal(2, out.rect) &&
+    NQ_ROW(in.columns.dense.CreateBlockDiagonal(2, out.rect) &&
                out.rect.ComputeBlockDiagSR(s, out.rect),
            in.wrong.ComputeBlockDiagSR(s, in.wrong)),
-    NQ_ROW("R - aS", in.g.ExpandSymToRect(out.rect) && out.rect.SubtractSymMatrix(s, 3)),
-    NQ_ROW("tr(RS)", in.m.ExpandSymToRect(out.rect) && out.rect.TraceOfProductSqS(s, out.x)),
-};
-
-struct Kind {
-  std::string name;
-  std::function<std::unique_ptr<INQSymMatrix>()> make;
+    NQ_ROW(in.g.ExpandSymToRect(out.rect) && out.rect.SubtractSymMatrix(s, 3)),
+    NQ_ROW(in.m.ExpandSymToRect(out.rect) && out.rect.TraceOfProductSqS(s, out.x)),
+    NQ_REFUSED(
+        s.GetRow(in.n, out.v), s.PutRow(0, in.none), s.PutRow(in.n, in.zero),
+        s.SetRowColToConst(-1, 0), s.IncrVecByRow(0, in.none, 3), s.IsZeroRow(-1, in.first),
+        s.ZeroOut(in.n), s.ComputeDotProduct2Rows(0, in.n), s.ComputeRowDotProductS(0, in.m, in.n),
+        s.ComputeRowDotProductS(0, in.none), s.ComputeRVD(-1, in.v.data(), 1),
+        s.ComputeSV(in.v, in.n + 1, out.v), s.ComputeLV(in.none, out.v),
+        s.ComputeLV({in.n}, {2}, out.v), s.ComputeLTransV({0}, {}, out.v), s.ComputeVSV(in.r, 3),
+        s.ComputeVSW(in.v, 0, 1), s.ComputeVSWParts(in.v, 1, in.w, 0), s.TraceOfProduct(in.larger),
+        s.TraceOfProductOfThree(in.m, in.larger), s.LTChol(in.t, -1, true),
+        s.LTChol(in.none, 0.5, true), s.LTChol(in.t, -1, out.set, true), s.LTSolve(in.v, -1, out.v),
+        s.LTSolve(in.none, 1, out.v), s.ComputeGMG(in.larger, out.sym),
+        s.ComputeGSG(in.larger, out.sym), s.ComputeMGN(in.m, in.larger, out.rect),
+        s.ComputeLSLTrans(in.larger, out.sym), s.ComputeSS(in.larger, out.rect),
+        s.ComputeRS(in.wrong, out.rect), s.ComputeRTransSR(in.wrong, out.sym),
+        s.ExtractFirstNRows(in.larger), s.ExtractSubmatrix({0, in.n}, out.sym),
+        s.ComputeGMGNG(in.m, in.larger, out.rect), s.ComputeRTransS(in.wrong, out.rect),
+        s.ComputeRSRTrans(in.wrong, out.sym), s.ComputeRTransSV(in.wrong, in.v, out.v),
+        s.ComputeVSV(in.none), s.ComputeVSW(in.v, in.none)),
 };
 
 template <class Matrix>
-Kind KindOf(std::string name, const Matrix& m) {
-  return {std::move(name), [m] { return std::make_unique<Matrix>(m); }};
+void ExpectAsDense(const std::string& name, const Matrix& matrix) {
+  for (const bool isSparse : {false, true}) {
+    for (const auto& row : kRows) {
+      Matrix s = matrix;
+      NQSymMatrix dense = ToSym(ToDense(s));
+      Inputs in(s.GetNRows(), isSparse), denseIn(s.GetNRows(), false);
+      row.ExpectSame(name + (isSparse ? ", R sparse" : ""), s, in, dense, denseIn);
+    }
+  }
 }
 
-std::vector<Kind> Kinds() {
-  std::vector<Kind> kinds;
+TEST(Substitution, SymmetricMatrices) {
   for (std::size_t n : {1u, 2u, 7u}) {
     Values d{4, 16, 0, 1, 64, 0.25, 4};
     d.resize(n);
-    kinds.push_back(KindOf("diagonal of order " + std::to_string(n), NQDiagMatrix(d)));
+    ExpectAsDense("diagonal of order " + std::to_string(n), NQDiagMatrix(d));
   }
   std::mt19937 random(5);
-  kinds.push_back(KindOf("dense", nqtest::ToSym(ToDense(nqtest::RandomBlocks({6}, random)))));
+  ExpectAsDense("dense", ToSym(ToDense(RandomBlocks({6}, random))));
   // Negative sizes are diagonal blocks.
-  std::vector<std::vector<int>> structures{
+  std::vector<Indices> structures{
       {1}, {-1}, {1, 1, 1, 1}, {12}, {-3, -4}, {-2, 3, -1, 0, 4}, {0, 5, 2, 3}};
   for (int k = 0; k < 12; ++k) {
     structures.push_back({1});
     for (auto b = random() % 5; b > 0; --b)
       structures.back().push_back(static_cast<int>(random() % 13) - 6);
   }
-  for (const auto& sizes : structures) {
-    std::string name = "blocks";
-    for (int size : sizes) name += " " + std::to_string(size);
-    kinds.push_back(KindOf(name, nqtest::RandomBlocks(sizes, random)));
-  }
-  return kinds;
-}
-
-TEST(Substitution, SymmetricMatrices) {
-  for (const Kind& kind : Kinds()) {
-    for (const bool isSparse : {false, true}) {
-      for (const auto& row : kRows) {
-        const auto s = kind.make();
-        NQSymMatrix dense = nqtest::ToSym(ToDense(*s));
-        Inputs in(s->GetNRows(), isSparse), denseIn(s->GetNRows(), false);
-        row.ExpectSame(kind.name + (isSparse ? ", R sparse" : ""), *s, in, dense, denseIn);
-      }
-    }
-  }
+  for (const auto& sizes : structures)
+    ExpectAsDense("blocks " + ::testing::PrintToString(sizes), RandomBlocks(sizes, random));
 }
 
 // ---- Rectangular matrices ------------------------------------------------------------------------
@@ -266,88 +243,87 @@ struct RectInputs {
   std::mt19937 random{static_cast<unsigned>(m * n)};
   Rect times, timesTrans, same;
   const INQRectMatrix &b = *times.r, &c = *timesTrans.r;
-  NQRectMatrix a = nqtest::RandomRect(2, m, random), d = nqtest::RandomRect(2, n, random);
+  NQRectMatrix a = RandomRect(2, m, random), d = RandomRect(2, n, random);
   Values v = RandomVector(static_cast<std::size_t>(n), random);
   Values w = RandomVector(static_cast<std::size_t>(m), random), none;
-  std::vector<int> places, bad{0, n}, badRow{m}, two{n - 1, 0, n - 1}, rows{m - 1, 0, m - 1};
+  Indices places, bad{0, n}, badRow{m}, two{n - 1, 0, n - 1}, rows{m - 1, 0, m - 1};
   Values full, one{3};
-  std::vector<int> lastPlace{n - 1}, tooFar{n};
+  Indices lastPlace{n - 1}, tooFar{n};
 };
 
-#define NQ_RECT(name, ...) NQ_ROW_OF(INQRectMatrix, RectInputs, name, __VA_ARGS__)
+#define NQ_RECT(...) NQ_ROW_OF(INQRectMatrix, RectInputs, false, __VA_ARGS__)
+#define NQ_RECT_REFUSED(...) NQ_ROW_OF(INQRectMatrix, RectInputs, true, __VA_ARGS__)
 
 const RowOf<INQRectMatrix, RectInputs> kRectRows[] = {
-    NQ_RECT("row", s.GetRow(in.last, out.v), s.GetRow(in.m, out.v), s.GetRow(-1, out.v)),
-    NQ_RECT("column", s.GetCol(0, out.v), s.GetCol(in.n, out.v)),
-    NQ_RECT("last column", s.CopyColToVec(in.n - 1, out.v), s.CopyColToVec(-1, out.v)),
-    NQ_RECT("rows added", s.AddRow(), s.AddRow(NQSparseVector(in.places, in.full)),
-            s.AddRow(NQSparseVector(in.places, in.none)),
-            s.AddRow(NQSparseVector(in.tooFar, in.one))),
-    NQ_RECT("row set", s.SetRow(0, NQSparseVector(in.lastPlace, in.one)),
-            s.SetRow(in.m, NQSparseVector(in.lastPlace, in.one)),
-            s.SetRow(0, NQSparseVector(in.tooFar, in.one))),
-    NQ_RECT("resize, less and more rows", (s.Resize(in.last, in.n), s.Resize(in.m + 20, in.n))),
-    NQ_RECT("no rows", s.Resize(-1, in.n)),
-    NQ_RECT("shape and clear", s.SetNRowsCols(in.m + 1, in.n + 1, true)),
-    NQ_RECT("clear", (s.Clear(), s.IsRowZero(0)), s.IsRowZero(in.m)),
-    NQ_RECT("part of a row to 0", s.ZeroOutRowPart(in.last, 1, in.n - 1),
-            s.ZeroOutRowPart(0, 1, in.n), s.ZeroOutRowPart(in.m, 0, 1)),
-    NQ_RECT("norms", s.ColNorm(0), s.ColNorm(in.n), s.RowNorm(in.last), s.RowNorm(-1)),
-    NQ_RECT("zero rows", s.IsRowZero(0), s.IsRowZero(in.last), s.IsRowZero(-1)),
-    NQ_RECT("rows copied in", s.CopyRows(*in.same.r, 1, in.last), s.CopyRows(in.a, 0, 3)),
-    NQ_RECT("rows of itself", s.CopyRows(s, 1, in.last), s.CopyRows(s, 1, in.m)),
-    NQ_RECT("row to dense", s.CopyRowToRow(in.last, 1, in.d) && in.d.GetRow(1, out.v),
-            s.CopyRowToRow(0, 2, in.d), s.CopyRowToRow(0, 0, in.times.dense)),
-    NQ_RECT("row to sparse",
-            s.CopyRowToRow(in.last, 0, in.same.sparse) && in.same.sparse.GetRow(0, out.v),
-            s.CopyRowToRow(in.m, 0, in.same.sparse), s.CopyRowToRow(0, 0, in.times.sparse)),
-    NQ_RECT("row to itself", (s.CopyRowToRow(0, in.last, s), s.CopyRowToRow(0, 0, s))),
-    NQ_RECT("columns", s.ExtractColumns(in.two, out.rect), s.ExtractColumns(in.bad, out.rect)),
-    NQ_RECT("rows", s.ExtractRows(in.rows, out.rect), s.ExtractRows(in.badRow, out.rect)),
-    NQ_RECT("on a diagonal", s.CreateBlockDiagonal(2, out.rect),
-            s.CreateBlockDiagonal(-1, out.rect)),
-    NQ_RECT("columns to the right", s.ShiftColumns(1, out.rect)),
-    NQ_RECT("columns to the left", s.ShiftColumns(-2, out.rect)),
-    NQ_RECT("rows down", s.ShiftRows(1, out.rect)),
-    NQ_RECT("rows up", s.ShiftRows(-2, out.rect)),
-    NQ_RECT("R B", s.ComputeMatrixProduct(in.b, out.rect), s.ComputeMatrixProduct(in.a, out.rect)),
-    NQ_RECT("R B'", s.ComputeProductMatrixTrans(in.c, out.rect),
-            s.ComputeProductMatrixTrans(in.b, out.rect)),
-    NQ_RECT("R R'", s.ComputeProductMatrixTrans(s, out.rect)),
-    NQ_RECT("R v", s.ComputeRV(in.v, out.v), s.ComputeRV(in.none, out.v)),
-    NQ_RECT("R'w", s.ComputeVR(in.w, out.v), s.ComputeVR(in.none, out.v)),
-    NQ_RECT("columns and rows", s.DotProductCol(0, in.n - 1), s.DotProductCol(0, in.n),
-            s.DotProductRows(0, in.last), s.DotProductRows(in.m, 0)),
-    NQ_RECT("with another's", s.DotProductRowCol(in.last, in.b, 2), s.DotProductRowCol(0, in.b, 3),
-            s.DotProductRowRow(0, in.c, 3), s.DotProductRowRow(0, in.c, -1),
-            s.DotProductRowRow(0, in.b, 0)),
-    NQ_RECT("vector by column", s.IncrVecByColumn(0, out.v = in.w, 1, in.last, 3, true),
-            s.IncrVecByColumn(0, in.none, 0, 0, 3, false),
-            s.IncrVecByColumn(in.n, out.v, 0, 1, 3, true)),
-    NQ_RECT("part by column", s.IncrVecByColumn(in.n - 1, out.v = in.one, in.last, 1, 2, false),
-            s.IncrVecByColumn(0, in.w, 1, in.last, 2, false)),
+    NQ_RECT(s.GetRow(in.last, out.v)),
+    NQ_RECT(s.GetCol(0, out.v)),
+    NQ_RECT(s.CopyColToVec(in.n - 1, out.v)),
+    NQ_RECT(s.AddRow(), s.AddRow(NQSparseVector(in.places, in.full))),
+    NQ_RECT(s.SetRow(0, NQSparseVector(in.lastPlace, in.one))),
+    NQ_RECT((s.Resize(in.last, in.n), s.Resize(in.m + 20, in.n))),
+    NQ_RECT(s.Resize(-1, in.n)),
+    NQ_RECT(s.SetNRowsCols(in.m + 1, in.n + 1, true)),
+    NQ_RECT((s.Clear(), s.IsRowZero(0))),
+    NQ_RECT(s.ZeroOutRowPart(in.last, 1, in.n - 1)),
+    NQ_RECT(s.ColNorm(0), s.RowNorm(in.last)),
+    NQ_RECT(s.IsRowZero(0), s.IsRowZero(in.last)),
+    NQ_RECT(s.CopyRows(*in.same.r, 1, in.last)),
+    NQ_RECT(s.CopyRows(s, 1, in.last)),
+    NQ_RECT(s.CopyRowToRow(in.last, 1, in.d) && in.d.GetRow(1, out.v)),
+    NQ_RECT(s.CopyRowToRow(in.last, 0, in.same.sparse) && in.same.sparse.GetRow(0, out.v)),
+    NQ_RECT((s.CopyRowToRow(0, in.last, s), s.CopyRowToRow(0, 0, s))),
+    NQ_RECT(s.ExtractColumns(in.two, out.rect)),
+    NQ_RECT(s.ExtractRows(in.rows, out.rect)),
+    NQ_RECT(s.CreateBlockDiagonal(2, out.rect)),
+    NQ_RECT(s.ShiftColumns(1, out.rect)),
+    NQ_RECT(s.ShiftColumns(-2, out.rect)),
+    NQ_RECT(s.ShiftRows(1, out.rect)),
+    NQ_RECT(s.ShiftRows(-2, out.rect)),
+    NQ_RECT(s.ComputeMatrixProduct(in.b, out.rect)),
+    NQ_RECT(s.ComputeProductMatrixTrans(in.c, out.rect)),
+    NQ_RECT(s.ComputeProductMatrixTrans(s, out.rect)),
+    NQ_RECT(s.ComputeRV(in.v, out.v)),
+    NQ_RECT(s.ComputeVR(in.w, out.v)),
+    NQ_RECT(s.DotProductCol(0, in.n - 1), s.DotProductRows(0, in.last)),
+    NQ_RECT(s.DotProductRowCol(in.last, in.b, 2), s.DotProductRowRow(0, in.c, 3)),
+    NQ_RECT(s.IncrVecByColumn(0, out.v = in.w, 1, in.last, 3, true)),
+    NQ_RECT(s.IncrVecByColumn(0, in.none, 0, 0, 3, false),
+            s.IncrVecByColumn(in.n - 1, out.v = in.one, in.last, 1, 2, false)),
     // As an operand
-    NQ_RECT("A R", in.a.ComputeMatrixProduct(s, out.rect), in.d.ComputeMatrixProduct(s, out.rect)),
-    NQ_RECT("A R'", in.d.ComputeProductMatrixTrans(s, out.rect)),
-    NQ_RECT("columns copied", out.rect.CopyColumns(s, in.n - 1, 1),
-            nqtest::ToRect(ToDense(s)).DotProductColCol(0, s, in.n - 1)),
-    NQ_RECT("R'R", out.sym.ComputeRTransByR(s)),
-    NQ_RECT("RR'", out.sym.ComputeRByRTrans(s)),
+    NQ_RECT(in.a.ComputeMatrixProduct(s, out.rect), in.d.ComputeMatrixProduct(s, out.rect)),
+    NQ_RECT(in.d.ComputeProductMatrixTrans(s, out.rect)),
+    NQ_RECT(out.rect.CopyColumns(s, in.n - 1, 1),
+            ToRect(ToDense(s)).DotProductColCol(0, s, in.n - 1)),
+    NQ_RECT(out.sym.ComputeRTransByR(s)),
+    NQ_RECT(out.sym.ComputeRByRTrans(s)),
+    NQ_RECT_REFUSED(
+        s.GetRow(in.m, out.v), s.GetRow(-1, out.v), s.GetCol(in.n, out.v),
+        s.CopyColToVec(-1, out.v), s.AddRow(NQSparseVector(in.places, in.none)),
+        s.AddRow(NQSparseVector(in.tooFar, in.one)),
+        s.SetRow(in.m, NQSparseVector(in.lastPlace, in.one)),
+        s.SetRow(0, NQSparseVector(in.tooFar, in.one)), s.IsRowZero(in.m),
+        s.ZeroOutRowPart(0, 1, in.n), s.ZeroOutRowPart(in.m, 0, 1), s.ColNorm(in.n), s.RowNorm(-1),
+        s.IsRowZero(-1), s.CopyRows(in.a, 0, 3), s.CopyRows(s, 1, in.m), s.CopyRowToRow(0, 2, in.d),
+        s.CopyRowToRow(0, 0, in.times.dense), s.CopyRowToRow(in.m, 0, in.same.sparse),
+        s.CopyRowToRow(0, 0, in.times.sparse), s.ExtractColumns(in.bad, out.rect),
+        s.ExtractRows(in.badRow, out.rect), s.CreateBlockDiagonal(-1, out.rect),
+        s.ComputeMatrixProduct(NQRectMatrix(in.n + 1, 1, true), out.rect),
+        s.ComputeProductMatrixTrans(in.b, out.rect), s.ComputeRV(in.none, out.v),
+        s.ComputeVR(in.none, out.v), s.DotProductCol(0, in.n), s.DotProductRows(in.m, 0),
+        s.DotProductRowCol(0, in.b, 3), s.DotProductRowRow(0, in.c, -1),
+        s.DotProductRowRow(0, in.b, 0), s.IncrVecByColumn(in.n, out.v, 0, 1, 3, true),
+        s.IncrVecByColumn(0, in.w, 1, in.last, 2, false)),
 };
 
 TEST(Substitution, RectangularMatrices) {
-  struct Shape {
-    int m, n, k;
-  };
-  for (const auto& [m, n, k] : {Shape{3, 2, 1}, {2, 2, 2}, {9, 4, 1}, {5, 8, 3}, {6, 6, 6}}) {
+  for (const auto& [m, n, k] : {std::array{3, 2, 1}, {2, 2, 2}, {9, 4, 1}, {5, 8, 3}, {6, 6, 6}}) {
     for (unsigned seed = 0; seed < 4; ++seed) {
       for (const auto& row : kRectRows) {
         std::mt19937 random(seed);
         NQSparseRectMatrix sparse = RandomSparse(m, n, k, random);
-        NQRectMatrix dense = nqtest::ToRect(ToDense(sparse));
+        NQRectMatrix dense = ToRect(ToDense(sparse));
         RectInputs in(m, n, k, seed % 2 == 1), denseIn(m, n, k, false);
-        row.ExpectSame(std::to_string(m) + " x " + std::to_string(n) + ", " + std::to_string(k) +
-                           " a row, seed " + std::to_string(seed),
+        row.ExpectSame("m, n, k, seed " + ::testing::PrintToString(std::tuple{m, n, k, seed}),
                        sparse, in, dense, denseIn);
       }
     }
@@ -357,16 +333,14 @@ TEST(Substitution, RectangularMatrices) {
 // ---- The diagonal matrix's own rules ------------------------------------------------------------
 
 TEST(NQDiagMatrix, DeterminantIsTheProduct) {
-  const std::pair<Values, NQDeterminant> rows[] = {{{25, 4}, {1, 2}},
-                                                   {{4, 0, 5}, {0, 0}},
-                                                   {{-2, 3}, {-6, 0}},
-                                                   {{-0.5, 0.25, -1}, {1.25, -1}},
-                                                   {{1e300, 2e300, 1e300}, {2, 900}},
-                                                   {{0, nqtest::kNaN}, {0, 0}}};
   NQDeterminant det{7, 7};
-  EXPECT_FALSE(NQDiagMatrix().ComputeDeterminant(0, det));
-  EXPECT_EQ(det, NQDeterminant(7, 7));
-  for (const auto& [diagonal, wanted] : rows) {
+  EXPECT_FALSE(NQDiagMatrix().ComputeDeterminant(0, det) || det != NQDeterminant(7, 7));
+  for (const auto& [diagonal, wanted] : {std::pair<Values, NQDeterminant>{{25, 4}, {1, 2}},
+                                         {{4, 0, 5}, {0, 0}},
+                                         {{-2, 3}, {-6, 0}},
+                                         {{-0.5, 0.25, -1}, {1.25, -1}},
+                                         {{1e300, 2e300, 1e300}, {2, 900}},
+                                         {{0, kNaN}, {0, 0}}}) {
     EXPECT_TRUE(NQDiagMatrix(diagonal).ComputeDeterminant(-1, det));
     EXPECT_NEAR(det.first, wanted.first, 1e-14) << diagonal[0];
     EXPECT_EQ(det.second, wanted.second) << diagonal[0];
@@ -388,18 +362,18 @@ TEST(NQDiagMatrix, WritesOffTheDiagonal) {
 TEST(NQDiagMatrix, DiagonalResults) {
   const NQDiagMatrix d(Values{2, 4}), five(Values{3, 5});
   const NQSymMatrix dense(2, true);
-  const auto expect = [&](bool (*run)(const NQDiagMatrix&, NQDiagMatrix&), const Dense& wanted) {
-    NQDiagMatrix m = five;
-    EXPECT_TRUE(run(d, m));
-    EXPECT_EQ(ToDense(m), wanted);
-  };
-  using D = NQDiagMatrix;
-  expect([](const D& s, D& m) { return s.ComputeGMG(m, m); }, {{12, 0}, {0, 80}});
-  expect([](const D& s, D& m) { return s.ComputeGSG(m, m); }, {{18, 0}, {0, 100}});
-  expect([](const D& s, D& m) { return s.ComputeLSLTrans(m, m); }, {{18, 0}, {0, 100}});
-  expect([](const D& s, D& m) { return s.ComputeLTransSL(m, m); }, {{18, 0}, {0, 100}});
-  expect([](const D& s, D& m) { return s.ComputeSTransS(m); }, {{4, 0}, {0, 16}});
-  expect([](const D& s, D& m) { return m.Resize(1) && s.ExtractFirstNRows(m); }, {{2}});
+#define NQ_EXPECT_DIAGONAL(call, ...)                   \
+  {                                                     \
+    NQDiagMatrix m = five;                              \
+    EXPECT_TRUE(call);                                  \
+    EXPECT_EQ(ToDense(m), Dense(__VA_ARGS__)) << #call; \
+  }
+  NQ_EXPECT_DIAGONAL(d.ComputeGMG(m, m), {{12, 0}, {0, 80}});
+  NQ_EXPECT_DIAGONAL(d.ComputeGSG(m, m), {{18, 0}, {0, 100}});
+  NQ_EXPECT_DIAGONAL(d.ComputeLSLTrans(m, m), {{18, 0}, {0, 100}});
+  NQ_EXPECT_DIAGONAL(d.ComputeLTransSL(m, m), {{18, 0}, {0, 100}});
+  NQ_EXPECT_DIAGONAL(d.ComputeSTransS(m), {{4, 0}, {0, 16}});
+  NQ_EXPECT_DIAGONAL(m.Resize(1) && d.ExtractFirstNRows(m), {{2}});
   NQDiagMatrix m = five;
   EXPECT_FALSE(d.ComputeGMG(dense, m) || d.ComputeGSG(dense, m) || d.ComputeLTransSL(dense, m) ||
                d.ExtractSubmatrix({1, 1}, m) || d.CholInverse({}, 0, m) >= 0);
@@ -412,8 +386,8 @@ TEST(NQDiagMatrix, DiagonalResults) {
 
 TEST(NQDiagMatrix, PartsOfRectangularRows) {
   const NQDiagMatrix d(Values{2, 3, 5});
-  const NQRectMatrix r = nqtest::ToRect({{1, 10, 100}, {2, 20, 200}});
-  const double missing = nqtest::kMissing;
+  const NQRectMatrix r = ToRect({{1, 10, 100}, {2, 20, 200}});
+  const double missing = kMissing;
   EXPECT_EQ((Values{d.ComputeRVD(1, r, 0, 3), d.ComputeRVD(1, r, 1, 2), d.ComputeRVD(1, r, 3, 0),
                     d.ComputeRVD(2, r, 0, 1), d.ComputeRVD(0, r, 1, 3), d.ComputeRVD(0, r, -1, 1)}),
             (Values{1064, 640, 0, missing, missing, missing}));

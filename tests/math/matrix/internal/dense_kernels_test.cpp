@@ -9,6 +9,8 @@
 namespace NQMath_940::internal {
 namespace {
 
+using namespace nqtest;
+
 // Sizes around the borders of tiles and blocks: m, inner, n.
 constexpr std::size_t kSizes[][3] = {{4, 64, 4},   {4, 8, 33},    {9, 8, 15},    {16, 16, 16},
                                      {17, 129, 8}, {33, 5, 260},  {257, 12, 31}, {64, 128, 48},
@@ -16,7 +18,7 @@ constexpr std::size_t kSizes[][3] = {{4, 64, 4},   {4, 8, 33},    {9, 8, 15},   
 
 TEST(DenseKernels, EveryFormGivesTheBitsOfThePlainLoop) {
   // Long enough for any layout of any size, not finite in places.
-  std::vector<double> data = nqtest::RandomPositiveDefinite(500);
+  Values data = RandomPositiveDefinite(500);
   data[1234] = std::numeric_limits<double>::infinity();
   data[40000] = std::numeric_limits<double>::quiet_NaN();
   for (const auto& [m, inner, n] : kSizes) {
@@ -28,16 +30,16 @@ TEST(DenseKernels, EveryFormGivesTheBitsOfThePlainLoop) {
         const bool square = a.layout == Operand::Layout::kTriangle;
         const std::size_t rows = square ? inner : m;
         const std::size_t columns = b.layout == Operand::Layout::kTriangle ? inner : n;
-        std::vector<double> wanted(rows * columns, 7), got = wanted;
-        std::vector<double> wantedLower(RowStart(rows), 7), gotLower = wantedLower;
+        Values wanted(rows * columns, 7), got = wanted;
+        Values wantedLower(RowStart(rows), 7), gotLower = wantedLower;
         MultiplyPlain(a, b, rows, inner, columns, wanted.data());
         MultiplyLowerPlain(a, TransposeOf(a), rows, inner, wantedLower.data());
-        for (Isa isa : nqtest::kIsas) {
+        for (Isa isa : kIsas) {
           Multiply(a, b, rows, inner, columns, got.data(), isa);
           MultiplyLower(a, TransposeOf(a), rows, inner, gotLower.data(), isa);
-          EXPECT_TRUE(nqtest::AreSame(got, wanted))
+          EXPECT_TRUE(AreSame(got, wanted))
               << static_cast<int>(isa) << ' ' << m << ' ' << inner << ' ' << n;
-          EXPECT_TRUE(nqtest::AreSame(gotLower, wantedLower))
+          EXPECT_TRUE(AreSame(gotLower, wantedLower))
               << static_cast<int>(isa) << ' ' << rows << ' ' << inner;
         }
       }

@@ -14,9 +14,11 @@
 namespace NQMath_940::internal {
 namespace {
 
+using namespace nqtest;
+
 // Eigenvalues, then eigenvectors.
-std::vector<double> Solve(std::vector<double> s, std::size_t n, Isa isa) {
-  std::vector<double> d(n + n * n), e(n);
+Values Solve(Values s, std::size_t n, Isa isa) {
+  Values d(n + n * n), e(n);
   double* z = d.data() + n;
   for (std::size_t i = 0; i < n; ++i) z[i * n + i] = 1;
   ReduceToTridiagonal(s.data(), n, d.data(), e.data(), isa);
@@ -28,11 +30,10 @@ std::vector<double> Solve(std::vector<double> s, std::size_t n, Isa isa) {
 }
 
 TEST(Tridiagonal, EveryInstructionSetSolvesToTheSameBits) {
-  for (std::size_t n : nqtest::PackedOrders()) {
-    const std::vector<double> s = nqtest::RandomPositiveDefinite(n);
-    const std::vector<double> want = Solve(s, n, Isa::kBaseline);
-    for (Isa isa : nqtest::kIsas)
-      EXPECT_TRUE(nqtest::AreSame(Solve(s, n, isa), want)) << nqtest::Label("solution", n, isa);
+  for (std::size_t n : PackedOrders()) {
+    const Values s = RandomPositiveDefinite(n);
+    const Values want = Solve(s, n, Isa::kBaseline);
+    for (Isa isa : kIsas) EXPECT_TRUE(AreSame(Solve(s, n, isa), want)) << Label("solution", n, isa);
   }
 }
 
@@ -41,10 +42,10 @@ TEST(Tridiagonal, EveryInstructionSetSolvesToTheSameBits) {
 TEST(PlaneRotations, BatchesEqualOneRotationAfterTheOther) {
   std::mt19937 random(1);
   for (std::size_t n : {2u, 3u, 5u, 16u, 17u, 61u}) {
-    std::vector<double> start(n * n);
+    Values start(n * n);
     for (double& x : start) x = static_cast<double>(random()) / 4294967296.0 - 0.5;
-    for (Isa isa : nqtest::kIsas) {
-      std::vector<double> want = start, got = start;
+    for (Isa isa : kIsas) {
+      Values want = start, got = start;
       RotationBatch batch(got.data(), n, isa);
       for (int sequence = 0; sequence < 100; ++sequence) {
         const std::size_t top = sequence % 3 ? n - 2 : random() % (n - 1);
@@ -63,7 +64,7 @@ TEST(PlaneRotations, BatchesEqualOneRotationAfterTheOther) {
         batch.End(count);
       }
       batch.Apply();
-      EXPECT_TRUE(nqtest::AreSame(got, want)) << nqtest::Label("rotations", n, isa);
+      EXPECT_TRUE(AreSame(got, want)) << Label("rotations", n, isa);
     }
   }
 }
