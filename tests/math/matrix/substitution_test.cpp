@@ -174,6 +174,9 @@ const RowOf<INQSymMatrix, Inputs> kRows[] = {
            in.wrong.ComputeBlockDiagSR(s, in.wrong)),
     NQ_ROW(in.g.ExpandSymToRect(out.rect) && out.rect.SubtractSymMatrix(s, 3)),
     NQ_ROW(in.m.ExpandSymToRect(out.rect) && out.rect.TraceOfProductSqS(s, out.x)),
+    NQ_REFUSED(s.ComputeSV(in.none, out.v), s.ZeroOut(-1), s.ComputeLTransV({in.n}, {2}, out.v),
+               s.ComputeLV({0}, {1, 1}, out.v), s.ComputeMGN(in.larger, in.g, out.rect),
+               s.ComputeGMGNG(in.larger, in.m, out.rect), s.ComputeRVD(in.n, in.v.data(), 1)),
     NQ_REFUSED(
         s.GetRow(in.n, out.v), s.PutRow(0, in.none), s.PutRow(in.n, in.zero),
         s.SetRowColToConst(-1, 0), s.IncrVecByRow(0, in.none, 3), s.IsZeroRow(-1, in.first),
@@ -226,7 +229,8 @@ TEST(Substitution, SymmetricMatrices) {
     ExpectAsDense("blocks " + ::testing::PrintToString(sizes), RandomBlocks(sizes, random));
 }
 
-// ---- Rectangular matrices ------------------------------------------------------------------------
+// ---- Rectangular matrices
+// ------------------------------------------------------------------------
 
 struct RectInputs {
   RectInputs(int nRows, int nCols, int k, bool isSparse)
@@ -330,7 +334,8 @@ TEST(Substitution, RectangularMatrices) {
   }
 }
 
-// ---- The diagonal matrix's own rules ------------------------------------------------------------
+// ---- The diagonal matrix's own rules
+// ------------------------------------------------------------
 
 TEST(NQDiagMatrix, DeterminantIsTheProduct) {
   NQDeterminant det{7, 7};
@@ -358,7 +363,8 @@ TEST(NQDiagMatrix, WritesOffTheDiagonal) {
   EXPECT_EQ(ToDense(d), (Dense{{12, 0, 0}, {0, 24, 0}, {0, 0, 1}}));
 }
 
-// A diagonal result goes into a diagonal matrix too, an operand included; no other result does.
+// A diagonal result goes into a diagonal matrix too, an operand included; no
+// other result does.
 TEST(NQDiagMatrix, DiagonalResults) {
   const NQDiagMatrix d(Values{2, 4}), five(Values{3, 5});
   const NQSymMatrix dense(2, true);
