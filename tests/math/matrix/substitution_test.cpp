@@ -229,8 +229,7 @@ TEST(Substitution, SymmetricMatrices) {
     ExpectAsDense("blocks " + ::testing::PrintToString(sizes), RandomBlocks(sizes, random));
 }
 
-// ---- Rectangular matrices
-// ------------------------------------------------------------------------
+// ---- Rectangular matrices -----------------------------------------------------------------------
 
 struct RectInputs {
   RectInputs(int nRows, int nCols, int k, bool isSparse)
@@ -334,8 +333,7 @@ TEST(Substitution, RectangularMatrices) {
   }
 }
 
-// ---- The diagonal matrix's own rules
-// ------------------------------------------------------------
+// ---- The diagonal matrix's own rules ------------------------------------------------------------
 
 TEST(NQDiagMatrix, DeterminantIsTheProduct) {
   NQDeterminant det{7, 7};
@@ -363,8 +361,7 @@ TEST(NQDiagMatrix, WritesOffTheDiagonal) {
   EXPECT_EQ(ToDense(d), (Dense{{12, 0, 0}, {0, 24, 0}, {0, 0, 1}}));
 }
 
-// A diagonal result goes into a diagonal matrix too, an operand included; no
-// other result does.
+// A diagonal result goes into a diagonal matrix too, an operand included; no other result does.
 TEST(NQDiagMatrix, DiagonalResults) {
   const NQDiagMatrix d(Values{2, 4}), five(Values{3, 5});
   const NQSymMatrix dense(2, true);
