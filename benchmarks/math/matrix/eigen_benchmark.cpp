@@ -5,9 +5,9 @@
 // another LAPACK the program compares with that one.
 #include <nqcommon/math/matrix/NQEigenValues.h>
 #include <nqcommon/math/matrix/internal/cpu_dispatch.h>
-#include <nqcommon/math/numeric/internal/packed_triangle.h>
 #include <nqcommon/math/matrix/internal/plane_rotations.h>
 #include <nqcommon/math/matrix/internal/tridiagonal.h>
+#include <nqcommon/math/numeric/internal/packed_triangle.h>
 
 #include <benchmark/benchmark.h>
 

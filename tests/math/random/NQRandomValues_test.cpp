@@ -1,46 +1,40 @@
 #include <nqcommon/math/random/NQRandomValues.h>
 
 #include <support/compare.h>
+#include <support/dense.h>
 #include <support/displayed.h>
 #include <support/special_values.h>
 
 namespace NQMath_940 {
 namespace {
 
-using nqtest::kMissing;
-using nqtest::kNaN;
-
-NQSymMatrix Matrix(double a, double b, double c) {
-  NQSymMatrix m(2, true);
-  m.SetData({a, b, c});
-  return m;
-}
+using namespace nqtest;
+using Values = std::vector<double>;
 
 // None of these changes what is set or takes a uniform.
 TEST(NQRandomValues, Refusals) {
   NQRandomValues v, untouched;
   NQSymMatrix matrix;
-  std::vector<double> two = {0, 0};
+  Values two = {0, 0};
   v.SetParamGamma(2, 3);
-  const std::string before = nqtest::Displayed(v);
+  const std::string before = Displayed(v);
   EXPECT_FALSE(v.SetParamUniform(1, 1) || v.SetParamUniform(0, kNaN) || v.SetParamUniform(0) ||
                v.SetParamUniform({}, {}) || v.SetParamUniform({0, 1}, {1, 1}));
   EXPECT_FALSE(v.SetParamNormal(0, 0) || v.SetParamNormal(0, kNaN) || v.SetParamNormal(0) ||
-               v.SetParamNormal({}, NQSymMatrix()) || v.SetParamNormal({0}, Matrix(1, 0, 1)) ||
-               v.SetParamNormal(two, Matrix(1, 2, 1)) || v.SetParamNormal(two, Matrix(1, 0.5, 0)) ||
-               v.SetParamNormal(two, Matrix(-1, 0, 1)) ||
-               v.SetParamNormal(two, Matrix(1, kNaN, 1)));
+               v.SetParamNormal({}, NQSymMatrix()) || v.SetParamNormal({0}, FromPacked({1, 0, 1})));
   EXPECT_FALSE(v.SetParamChi(0) || v.SetParamGamma(1, 0) || v.SetParamGamma(kNaN, 1));
   EXPECT_FALSE(v.SetParamWishart(0, 1) || v.SetParamWishart(3, 2.9) || v.SetParamWishart(2, kNaN) ||
-               v.SetParamWishart(3, 5, Matrix(1, 0, 1)) ||
-               v.SetParamWishart(2, 5, Matrix(1, 2, 1)));
+               v.SetParamWishart(3, 5, FromPacked({1, 0, 1})));
+  for (const auto& no : {Values{1, 2, 1}, Values{1, 0.5, 0}, Values{-1, 0, 1}, Values{1, kNaN, 1}})
+    EXPECT_FALSE(v.SetParamNormal(two, FromPacked(no)) || v.SetParamWishart(2, 5, FromPacked(no)));
   EXPECT_FALSE(v.SetTolerance(-1) || v.SetURNGPtr(nullptr) || v.GetRandom(matrix));
   for (double x : {v.RVUni(1, 0), v.RVNor(0, -1), v.RVChi(0), v.RVGam(0, 1), v.RVGam(1, -1),
                    v.RVExp(0), v.RVExp(kNaN)})
     EXPECT_EQ(x, kMissing);
   EXPECT_EQ(v.RVNor(7, 0), 7);
-  EXPECT_EQ(nqtest::Displayed(v), before);
+  EXPECT_EQ(Displayed(v), before);
   EXPECT_EQ(v.GetRandom(), untouched.RVGam(2, 3));
+  EXPECT_TRUE(v.SetParamNormal() && v.GetRandom() == untouched.RVSNor());
   EXPECT_TRUE(v.SetParamUniform(3) && v.GetRandom() == kMissing);
   EXPECT_TRUE(v.SetParamWishart(1, 2) && v.GetRandom() == kMissing && !v.GetRandom(two));
 }

@@ -3,6 +3,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <sstream>
+#include <tuple>
 
 #include <support/compare.h>
 #include <support/memory_file.h>
@@ -13,15 +14,11 @@ namespace {
 
 using Values = std::vector<double>;
 
-Values Draw(NQURandom& source, int n) {
+template <class Source>
+Values Draw(Source&& source, int n) {
   Values values;
   while (n-- > 0) values.push_back(source.GetRandom());
   return values;
-}
-
-Values Stream(unsigned long seed, bool useTwister, int n) {
-  NQURandom source(seed, true, useTwister);
-  return Draw(source, n);
 }
 
 struct BinaryStream : std::fstream {
@@ -56,13 +53,8 @@ int ReadText(NQURandom& source, const std::string& text) {
 TEST(NQURandom, BinaryRecords) {
   const std::string before = Record(7, 1, 0), whole = Record(34567, 1, 1);
   std::vector<std::pair<std::string, std::string>> rows = {
-      {whole, whole},
-      {Record(5, 2, -1) + "NQ", Record(5, 0, 0)},
-      {Record(2.75, 0, 1), Record(2, 0, 1)},
-      {Record(-3, 1, 0), Record(0, 1, 0)},
-      {Record(nqtest::kNaN, 1, 0), Record(0, 1, 0)},
-      {Record(nqtest::kInf, 1, 0), Record(0x1p64, 1, 0)},  // the end of the range, rounded
-      {"NQUr" + whole.substr(4), before}};
+#include "golden/random_binary_records.inc"
+  };
   for (std::size_t n = 0; n < whole.size(); ++n) rows.push_back({whole.substr(0, n), before});
   for (const auto& [bytes, after] : rows) {
     NQURandom source(7, true, false);
@@ -78,27 +70,18 @@ TEST(NQURandom, BinaryRecords) {
 }
 
 TEST(NQURandom, TextRecords) {
-  struct Row {
-    std::string good, bad;  // a replacement in the text
-    int read;
-    std::string after;
-  } kRows[] = {
-      {"", "", 5, Record(1234567, 1, 1)},
-      {"1234567", "1e999", 5, Record(0x1p64, 1, 1)},
-      {"1\"/>\n\t<", "2\"/>\n\t<", 5, Record(1234567, 1, 0)},
-      {"NQURandom", "NQURANDOM", 0, Record(7, 1, 0)},
-      {"Double", "Int", 0, Record(7, 1, 0)},
-      {"1\"/>\n\t\t<Int", "0\"/>\n\t\t<Long", 0, Record(1234567, 0, 0)},  // keeps what it read
-      {"</Obj>", "</Int>", 0, Record(1234567, 1, 1)}};
+  const std::tuple<const char*, const char*, int, std::string> rows[] = {
+#include "golden/random_text_records.inc"
+  };
   const std::string text =
       "\n\t<Obj name=\"NQURandom\">\n\t\t<Double value=\"1234567\"/>"
       "\n\t\t<Int value=\"1\"/>\n\t\t<Int value=\"1\"/>\n\t</Obj>";
-  for (const Row& row : kRows) {
+  for (const auto& [good, bad, read, after] : rows) {
     NQURandom source(7, true, false);
     std::string changed = text;
-    changed.replace(changed.find(row.good), row.good.size(), row.bad);
-    EXPECT_EQ(ReadText(source, changed), row.read) << changed;
-    EXPECT_EQ(Written(source), row.after) << changed;
+    changed.replace(changed.find(good), std::strlen(good), bad);
+    EXPECT_EQ(ReadText(source, changed), read) << changed;
+    EXPECT_EQ(Written(source), after) << changed;
   }
   NQURandom source(1234567, true, true);
   std::ostringstream out;
@@ -111,8 +94,8 @@ TEST(NQURandom, TextRecords) {
 }
 
 TEST(NQURandom, Streams) {
-  const Values fromSeed = Stream(99, true, 6), fromOther = Stream(11, true, 3);
   NQURandom source(99, true, true), copy(11, true, true), congruential(5, true, false);
+  const Values fromSeed = Draw(NQURandom(source), 6), fromOther = Draw(NQURandom(copy), 3);
   Draw(source, 3);
   copy = NQURandom(source);
   EXPECT_EQ(Draw(copy, 6), fromSeed);
@@ -128,7 +111,7 @@ TEST(NQURandom, Streams) {
   EXPECT_EQ(Draw(source, 3), fromOther);
   source.SetUsePortable(false);
   source.SetUsePortable(true);
-  EXPECT_EQ(Draw(source, 3), Stream(11, false, 3));
+  EXPECT_EQ(Draw(source, 3), Draw(NQURandom(11, true, false), 3));
 
   struct : NQCommon_940::NQRandom {
     double GetNext() override { return 0.5; }

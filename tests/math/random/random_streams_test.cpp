@@ -13,6 +13,7 @@
 #include <sstream>
 
 #include <support/compare.h>
+#include <support/dense.h>
 
 namespace NQMath_940 {
 namespace {
@@ -73,9 +74,8 @@ Numbers First(std::size_t count, const std::string& name, const Numbers& a, bool
   const bool isSource = name == "NQURandom";
   NQURandom source(isSource ? static_cast<unsigned long>(a[0]) : 34567, true,
                    !isSource || a[1] == 1);
+  NQSymMatrix covariance = nqtest::FromPacked({4, 2, 3}), matrix;
   NQRandomValues values;
-  NQSymMatrix covariance(2, true), matrix;
-  covariance.SetData({4, 2, 3});
   values.SetURNGPtr(&source);
   if (name == "RVUni") values.SetParamUniform(a[0], a[1]);
   if (name == "RVNor") values.SetParamNormal(a[0], a[1]);
@@ -83,36 +83,30 @@ Numbers First(std::size_t count, const std::string& name, const Numbers& a, bool
   if (name == "RVGam") values.SetParamGamma(a[0], a[1]);
   if (name == "NormalVector") values.SetParamNormal({1, -1}, covariance);
   if (name == "Wishart") values.SetParamWishart(2, 3.5, covariance);
-  Numbers drawn, out;
+  Numbers drawn, out(1);
   while (drawn.size() < count) {
-    if (const auto generator = generators.find(name); generator != generators.end())
-      out = {generator->second->GetNext()};
-    else if (values.GetRandom(matrix))
+    if (generators.count(name))
+      out[0] = generators.at(name)->GetNext();
+    else if (!values.GetRandom(out) && values.GetRandom(matrix))
       out = matrix.AsVector();
-    else
-      values.GetRandom(out);
     drawn.insert(drawn.end(), out.begin(), out.end());
   }
   return drawn;
 }
 
-struct StreamRow {
-  std::string name;  // generator, arguments, uniforms
-  Numbers want;
-} const kRows[] = {
-#include <reference/random_streams.inc>
-};
-
 TEST(RandomStreams, FirstValues) {
-  for (const StreamRow& row : kRows) {
-    std::istringstream text(row.name);
+  const std::pair<std::string, Numbers> rows[] = {
+#include <reference/random_streams.inc>
+  };
+  for (const auto& [name, want] : rows) {  // generator, arguments, uniforms
+    std::istringstream text(name);
     std::string generator, word;
     Numbers arguments;
     for (text >> generator; text >> word;) arguments.push_back(std::strtod(word.c_str(), nullptr));
     arguments.resize(2);
-    const Numbers got = First(row.want.size(), generator, arguments, word == "twister");
+    const Numbers got = First(want.size(), generator, arguments, word == "twister");
     for (std::size_t i = 0; i < got.size(); ++i)  // a few ulp of the mathematical functions
-      EXPECT_CLOSE(got[i], row.want[i], 2e-15) << row.name << ", value " << i;
+      EXPECT_CLOSE(got[i], want[i], 2e-15) << name << ", value " << i;
   }
 }
 

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <climits>
+#include <tuple>
 
 #include "support/displayed.h"
 #include "support/special_values.h"
@@ -19,20 +20,17 @@ namespace {
 using Ints = std::vector<int>;
 
 TEST(NQPackedInt, PacksAndUnpacks) {
-  const struct {
-    int lower;
-    Ints numbers, values, packed;
-  } rows[] = {
+  const std::tuple<int, Ints, Ints, Ints> rows[] = {
 #include "golden/packed_codes.inc"
   };
-  for (const auto& row : rows) {
-    const NQPackedInt packer(static_cast<int>(row.numbers.size()), row.lower, row.numbers);
-    Ints packed(5, -1), values, both = row.values;
-    EXPECT_TRUE(packer.Pack(row.values, packed, true) && packer.Unpack(values, packed));
-    EXPECT_TRUE(packed == row.packed && values == row.values)
-        << PrintToString(row.numbers) << PrintToString(packed) << PrintToString(values);
-    EXPECT_TRUE(packer.Pack(both, both, false) && both == row.packed) << PrintToString(both);
-    EXPECT_TRUE(packer.Unpack(both, both) && both == row.values) << PrintToString(both);
+  for (const auto& [lower, numbers, unpacked, want] : rows) {
+    const NQPackedInt packer(static_cast<int>(numbers.size()), lower, numbers);
+    Ints packed(5, -1), values, both = unpacked;
+    EXPECT_TRUE(packer.Pack(both, packed, true) && packer.Unpack(values, packed));
+    EXPECT_EQ(packed, want);
+    EXPECT_EQ(values, unpacked);
+    EXPECT_TRUE(packer.Pack(both, both, false) && both == want) << PrintToString(both);
+    EXPECT_TRUE(packer.Unpack(both, both) && both == unpacked) << PrintToString(both);
   }
 }
 
@@ -63,7 +61,8 @@ TEST(NQHashKey, HashFollowsElementsAndOffset) {
   other[2] = key[2];
   EXPECT_EQ(key.GetHash(), (99 * 5) ^ (98 * 7));
   EXPECT_TRUE(other.GetHash() == key.GetHash() && other < key && key != other);
-  for (int i = 0; i < 51; ++i) wide[i] = i == 49 ? INT_MAX : i == 50 ? -2 : 0;
+  wide[49] = INT_MAX;
+  wide[50] = -2;
   EXPECT_EQ(wide.GetHash(), 2147483645 ^ -10);  // 3 (2^31 - 1) modulo 2^32, and 5 again
 
   ASSERT_TRUE(NQHashKey::SetElementOffset(-9));
@@ -90,18 +89,16 @@ TEST(NQTimeUtil, TicksStayInRange) {
   timer.Accumulate();  // the start goes on: the same ticks again
   timer.GetTime(ticks, seconds, calls);
   EXPECT_TRUE(ticks >= 4000 && seconds == ticks / 1e6 && calls == 2) << ticks;
-  for (const auto& [taken, want] : {std::pair{INT_MIN, INT_MAX},
-                                    {-1, INT_MAX},
-                                    {INT_MAX, 0},
-                                    {INT_MAX, -INT_MAX},
-                                    {2, INT_MIN}}) {
+  const int rows[][2] = {
+      {INT_MIN, INT_MAX}, {-1, INT_MAX}, {INT_MAX, 0}, {INT_MAX, -INT_MAX}, {2, INT_MIN}};
+  for (const auto& [taken, want] : rows) {
     timer.Decrement(taken);
     timer.GetTime(ticks, seconds, calls);
     EXPECT_EQ(ticks, want) << taken;
   }
   timer.Reset();
   timer.GetTime(ticks, seconds, calls);
-  EXPECT_EQ(Ints({ticks, calls}), Ints({0, 0}));
+  EXPECT_EQ(std::pair(ticks, calls), std::pair(0, 0));
 }
 
 TEST(AccumulatorUtilities, DisplayAndNameTheirParts) {
@@ -119,13 +116,10 @@ TEST(AccumulatorUtilities, DisplayAndNameTheirParts) {
   timer.Decrement(-7);
   NQHashKey key(2);
   key[1] = -5;
-  const struct {
-    const char* name;
-    std::string shown, want;
-  } rows[] = {
+  const std::string rows[][3] = {
 #include "golden/accumulator_displays.inc"
   };
-  for (const auto& row : rows) EXPECT_EQ(row.shown, row.want) << row.name;
+  for (const auto& [name, shown, want] : rows) EXPECT_EQ(shown, want) << name;
 }
 
 }  // namespace

@@ -4,9 +4,8 @@
 #include <nqcommon/math/stats/NQScatterPlotData.h>
 #include <nqcommon/math/stats/internal/chart_bins.h>
 
-#include <gtest/gtest.h>
-
 #include <climits>
+#include <tuple>
 
 #include "support/compare.h"
 #include "support/displayed.h"
@@ -16,16 +15,9 @@
 namespace NQMath_940 {
 namespace {
 
-using nqtest::Displayed;
-using nqtest::kInf;
-using nqtest::kMax;
-using nqtest::kMissing;
-using nqtest::kNaN;
-using nqtest::Text;
+using namespace nqtest;
 using Doubles = std::vector<double>;
 using Rows = std::vector<Doubles>;
-
-constexpr std::size_t kLast = INT_MAX - 1;
 
 // Rows of the values at each position of the coordinates.
 Rows Columns(const NQXML_940::NQVariateData& data) {
@@ -44,100 +36,47 @@ void ExpectRows(const Rows& got, const Rows& want, double tolerance, const char*
 }
 
 TEST(ChartBins, AnyNumberHasABin) {
-  const struct {
-    const char* label;
-    int nBins;
-    double min, max;
-    int wantBins;
-    double wantLength;
-    Doubles x;
-    std::vector<std::size_t> bins;
-  } rows[] = {
-      {"in range", 4, 0, 8, 4, 2, {0, 1.999, 2, 7.999, 8}, {0, 0, 1, 3, 3}},
-      {"outside", 4, 0, 8, 4, 2, {-1, -5, 100, 8e9, 2e10}, {0, 0, 3, 3, 3}},
-      {"far", 4, 0, 8, 4, 2, {kNaN, kInf, -kInf, kMax, kMissing}, {0, 3, 0, 3, 0}},
-      {"many", INT_MAX, 0, INT_MAX, INT_MAX, 1, {INT_MAX - 1., 1e10, 9.5}, {kLast, kLast, 9}},
-      {"one bin", 1, 0, 8, 1, 0, {7, kInf}, {0, 0}},
-      {"no bins", 0, 0, 8, 1, 0, {7, kNaN}, {0, 0}},
-      {"no range", 4, 3, 3, 1, 0, {3, 100}, {0, 0}},
-      {"reversed", 4, 8, 0, 1, 0, {4}, {0}},
-      {"NaN", 4, kNaN, 8, 1, 0, {4}, {0}},
-      {"longer than any number", 4, -kMax, kMax, 1, 0, {1e308}, {0}},
-      {"a length that underflows", 4, 0, 5e-324, 4, 0, {0, 5e-324, -5e-324}, {0, 3, 0}},
-  };
-  for (const auto& row : rows) {
-    int nBins = row.nBins;
-    const double length = internal::FitBins(nBins, row.min, row.max);
-    EXPECT_TRUE(nBins == row.wantBins && length == row.wantLength) << row.label << length;
-    for (std::size_t i = 0; i < row.x.size(); ++i)
-      EXPECT_EQ(internal::BinOf(row.x[i], row.min, length, nBins), row.bins[i])
-          << row.label << ' ' << row.x[i];
+  constexpr std::size_t kLast = INT_MAX - 1;
+  const std::tuple<const char*, int, Doubles, int, double, Doubles, std::vector<std::size_t>>
+      rows[] = {
+#include "golden/stats_chart_bins.inc"
+      };
+  for (const auto& [label, nWanted, range, nFitted, wantLength, x, bins] : rows) {
+    int nBins = nWanted;
+    const double length = internal::FitBins(nBins, range[0], range[1]);
+    EXPECT_TRUE(nBins == nFitted && length == wantLength) << label << length;
+    for (std::size_t i = 0; i < x.size(); ++i)
+      EXPECT_EQ(internal::BinOf(x[i], range[0], length, nBins), bins[i]) << label << ' ' << x[i];
   }
 }
 
-TEST(NQHistogramData, ExactRationals) {
-  const struct {
-    const char* label;
-    struct {
-      int nBins;
-      double min, max;
-    } shape;
-    Rows cases;
-    struct {
-      double mean, meanTolerance, stdDev, stdDevTolerance;
-    } want;
-    Rows bins;
-  } rows[] = {
+TEST(NQHistogramData, ExactRationalsWeightsOfZeroAndCancellation) {
+  const std::tuple<const char*, Doubles, Rows, Doubles, Rows> rows[] = {
+#include "golden/stats_chart_histogram.inc"
 #include "reference/chart_histogram.inc"
   };
-  for (const auto& row : rows) {
-    NQHistogramData data(row.shape.nBins, row.shape.min, row.shape.max, true);
-    for (const Doubles& c : row.cases) EXPECT_TRUE(data.UpdateData(c[0], c[1], c[2]));
-    EXPECT_CLOSE(data.GetMean(), row.want.mean, row.want.meanTolerance) << row.label;
-    EXPECT_CLOSE(data.GetStdDev(), row.want.stdDev, row.want.stdDevTolerance) << row.label;
-    ExpectRows(Columns(data.GenerateNQVariateData("")), row.bins, row.want.meanTolerance,
-               row.label);
+  for (const auto& [label, shape, cases, want, bins] : rows) {
+    NQHistogramData data(static_cast<int>(shape[0]), shape[1], shape[2], true);
+    for (const Doubles& c : cases) EXPECT_TRUE(data.UpdateData(c[0], c[1], c[2]));
+    double total = 0;
+    for (const Doubles& bin : bins) total += bin[1];
+    EXPECT_CLOSE(data.GetTotalWeight(), total, 1e-15) << label;
+    EXPECT_CLOSE(data.GetMean(), want[0], want[1]) << label;
+    EXPECT_EQ(std::signbit(data.GetMean()), std::signbit(want[0])) << label;
+    EXPECT_CLOSE(data.GetStdDev(), want[2], want[3]) << label;
+    ExpectRows(Columns(data.GenerateNQVariateData("")), bins, want[1], label);
   }
 }
 
 TEST(NQScatterPlotData, ExactRationals) {
-  const struct {
-    const char* label;
-    struct {
-      int nBinsX, nBinsY;
-      double minX, minY, maxX, maxY;
-    } shape;
-    Rows cases, cells;
-  } rows[] = {
+  const std::tuple<const char*, Doubles, Rows, Rows> rows[] = {
 #include "reference/chart_scatter.inc"
   };
-  for (const auto& row : rows) {
-    const auto& s = row.shape;
-    NQScatterPlotData data(s.nBinsX, s.nBinsY, s.minX, s.minY, s.maxX, s.maxY, true);
-    for (const Doubles& c : row.cases) data.UpdateData(c[0], c[1], c[2], c[3]);
-    ExpectRows(Columns(data.GetNQVariateData("")), row.cells, 1e-14, row.label);
-  }
-}
-
-TEST(NQHistogramData, WeightsOfZeroAndCancellation) {
-  NQHistogramData data(2, 0, 8, true);
-  data.UpdateData(3, 0, kInf);  // no mean yet, and none of this
-  data.UpdateData(0, 5, kNaN);
-  EXPECT_TRUE(data.GetMean() == 0 && data.GetStdDev() == 0 && data.GetTotalWeight() == 3);
-  data.UpdateData(1, 1, 1);
-  EXPECT_EQ(data.GetStdDev(), 0);  // W is 1
-  data.UpdateData(1, 1, 3);
-  data.UpdateData(1, 0, kNaN);
-  EXPECT_EQ(Columns(data.GenerateNQVariateData("")), Rows({{2, 3}, {kMissing, 3}}));
-  EXPECT_TRUE(data.GetMean() == 2 && data.GetStdDev() == std::sqrt(2.0));
-
-  const double eps = std::numeric_limits<double>::epsilon();
-  for (const auto& [second, mean] : {std::pair{-(1 - 3 * eps), 0.0}, {-(1 - 4 * eps), 2 * eps}}) {
-    NQHistogramData guarded(1, 0, 0, true);
-    guarded.UpdateData(1, 1, 1);
-    guarded.UpdateData(1, 1, second);  // the sum is 1.5 eps, which is noise, or 2 eps, which is not
-    EXPECT_SAME(guarded.GetMean(), mean) << second;
-    EXPECT_CLOSE(guarded.GetStdDev(), std::sqrt(2.0), 4 * eps) << second;
+  for (const auto& [label, s, cases, cells] : rows) {
+    NQScatterPlotData data(static_cast<int>(s[0]), static_cast<int>(s[1]), s[2], s[3], s[4], s[5],
+                           true);
+    for (const Doubles& c : cases) data.UpdateData(c[0], c[1], c[2], c[3]);
+    ExpectRows(Columns(data.GetNQVariateData("")), cells, 1e-14, label);
   }
 }
 
@@ -167,14 +106,11 @@ TEST(ChartData, VariateDataIsMadeOnce) {
   EXPECT_EQ(points.GetYCoordinates().GetDoubles()->size(), 4U);
   EXPECT_EQ(cells.GetYCoordinates().GetDoubles()->size(), 0U);
   for (const char* description : {"age", "later"}) {
-    const struct {
-      const char* label;
-      std::string element;
-      const char* want;
-    } rows[] = {
+    const std::string rows[][3] = {
 #include "golden/chart_elements.inc"
     };
-    for (const auto& row : rows) EXPECT_EQ(row.element, row.want) << row.label << description;
+    for (const auto& [label, element, want] : rows)
+      EXPECT_EQ(element, want) << label << description;
     histogram.UpdateData(1, 1, 5);
     shares.UpdateData(1, 2);
     for (NQScatterPlotData* plot : {&points, &cells, &huge}) plot->UpdateData(1, 1, 9, 9);
@@ -189,13 +125,10 @@ TEST(ChartData, Display) {
   bars.UpdateData(2.5, 1);
   NQScatterPlotData cells(1, 2, 0, 0, 4, 4, true), points;
   cells.UpdateData(2, 0.5, 1, 3);
-  const struct {
-    const char* name;
-    std::string shown, want;
-  } rows[] = {
+  const std::string rows[][3] = {
 #include "golden/chart_displays.inc"
   };
-  for (const auto& row : rows) EXPECT_EQ(row.shown, row.want) << row.name;
+  for (const auto& [name, shown, want] : rows) EXPECT_EQ(shown, want) << name;
 }
 
 }  // namespace

@@ -5,25 +5,18 @@
 
 #include <gtest/gtest.h>
 
-#include <cmath>
-#include <limits>
-#include <string>
-#include <vector>
-
-#include <nqcommon/common/NQMV.h>
+#include <tuple>
 
 #include "support/compare.h"
 #include "support/displayed.h"
 #include "support/rect.h"
+#include "support/special_values.h"
 
 namespace NQMath_940 {
 namespace {
 
-using nqtest::Dense;
-using nqtest::ToRect;
+using namespace nqtest;
 using Values = std::vector<double>;
-constexpr double kMissing = NQCommon_940::Getsysmis();
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
 // A number and how much it may be off, by how it was come by.
 enum Cost { kMeansFirst, kRoundedMeans, kRawSums };
@@ -75,14 +68,6 @@ NQMeansXProdData InBlocks(const WeightedCases& row, bool intercept, bool onePass
   return record;
 }
 
-NQMeansXProdData CaseByCase(const WeightedCases& row) {
-  NQProvMeans record(3, row.intercept);
-  for (const auto& one : row.cases) EXPECT_TRUE(record.Update(one, one.back()));
-  EXPECT_TRUE(record.Update(row.cases[0], record.GetNCases() / 2));
-  EXPECT_TRUE(record.Update(row.cases[0], -record.GetNCases() / 3));
-  return record;
-}
-
 TEST(MeansXProducts, EveryWayGivesTheExactRecord) {
   for (const WeightedCases& row : kWeightedCases) {
     const auto expect = [&](const NQMeansXProdData& record, Cost cost, const char* way) {
@@ -90,20 +75,21 @@ TEST(MeansXProducts, EveryWayGivesTheExactRecord) {
     };
     expect(Computed(row.cases, row.intercept), kMeansFirst, "Compute");
     expect(InBlocks(row, row.intercept, false), kRoundedMeans, "blocks");
-    expect(CaseByCase(row), kRoundedMeans, "case by case");
+    NQProvMeans single(3, row.intercept);
+    for (const auto& one : row.cases) EXPECT_TRUE(single.Update(one, one.back()));
+    EXPECT_TRUE(single.Update(row.cases[0], single.GetNCases() / 2));
+    EXPECT_TRUE(single.Update(row.cases[0], -single.GetNCases() / 3));
+    expect(single, kRoundedMeans, "case by case");
     if (!row.intercept) continue;
     expect(InBlocks(row, true, true), kRawSums, "one pass");
     expect(InBlocks(row, false, true), kRawSums, "one pass, centred without intercept too");
   }
 }
 
-// Certified results of c, and some times c - d and c + d. The tolerance is what rounding the values
-// allows: 2 eps c / d.
 TEST(MeansXProducts, CertifiedMeanAndDeviation) {
-  const double table[][6] = {{10000002, 10000001, 10000003, 1, 1, 0},
-                             {1.2, 1.1, 1.3, 500, 0.1, 1e-14},
-                             {1000000.2, 1000000.1, 1000000.3, 500, 0.1, 4e-9},
-                             {10000000.2, 10000000.1, 10000000.3, 500, 0.1, 4e-8}};
+  const double table[][6] = {
+#include "golden/stats_certified_deviations.inc"
+  };
   for (const auto& [mean, below, above, times, deviation, tolerance] : table) {
     Dense cases{{mean}};
     for (int k = 0; k < times; ++k) cases.insert(cases.end(), {{below}, {above}});
@@ -129,19 +115,18 @@ TEST(MeansXProducts, ConstantColumnsHaveExactMeans) {
 
 TEST(MeansXProducts, RefusedAndEmptyBlocks) {
   const NQMeansXProducts good = Computed({{1, 2, 3, 1}, {4, 7, 1, 0.5}});
-  for (const Dense& bad :
-       {Dense{{1, 2, 3}}, Dense{{1, 2, 3, 4, 5}}, Dense{{1, 2, 3, -2}}, Dense{{1, 2, 3, kNaN}}}) {
-    NQMeansXProducts record = good;
-    EXPECT_FALSE(record.Compute(ToRect(bad), 0) || record.Update(ToRect(bad), 0));
-    EXPECT_FALSE(record.UpdateOnePass(ToRect(bad), 0) && record.FinishUpdateOnePass());
+  const std::pair<Dense, bool> rows[] = {
+#include "golden/stats_blocks.inc"
+  };
+  for (const auto& [block, isEmpty] : rows) {
+    SCOPED_TRACE(::testing::PrintToString(block));
+    NQMeansXProducts record = good, computed = good;
+    EXPECT_EQ(computed.Compute(ToRect(block), 0), isEmpty);
+    EXPECT_EQ(record.Update(ToRect(block), 0), isEmpty);
     EXPECT_EQ(ValuesOf(record), ValuesOf(good));
-  }
-  for (const Dense& none : {Dense{{1, 2, 3, 0}}, Dense{{1, 2, 3, 1}, {4, 5, 6, -1}}}) {
-    NQMeansXProducts record = good;
-    EXPECT_TRUE(record.Update(ToRect(none), 0));
-    EXPECT_EQ(ValuesOf(record), ValuesOf(good));
-    EXPECT_TRUE(record.UpdateOnePass(ToRect(none), 0) && record.FinishUpdateOnePass());
-    for (const auto& empty : {record, Computed(none)}) EXPECT_EQ(ValuesOf(empty), Values(10));
+    EXPECT_EQ(record.UpdateOnePass(ToRect(block), 0) && record.FinishUpdateOnePass(), isEmpty);
+    for (const auto& r : {record, computed})
+      EXPECT_EQ(ValuesOf(r), isEmpty ? Values(10) : ValuesOf(good));
   }
   // Raw sums are of the variables that the record had then.
   NQMeansXProducts record(1, true, false, false);
@@ -238,24 +223,17 @@ TEST(AccumXProdPair, EveryBatchSizeAndGroupingGivesTheExactStatistics) {
 }
 
 TEST(AccumXProdPair, FoldsWhenTheBatchAllows) {
-  struct Run {
-    int nAccum;
-    Values weights, returned, folded;  // for each case, and W after it
-    bool finished;
+  const std::tuple<int, Values, std::vector<bool>, Values, bool> runs[] = {
+#include "golden/stats_batches.inc"
   };
-  for (const Run& run : {Run{1, {1, 1, 0.5}, {0, 1, 1}, {0, 2, 2.5}, true},
-                         {2, {1, 1, 1}, {1, 1, 1}, {0, 2, 2}, true},
-                         {2, {0.25, 0.5, 0.25, 1}, {1, 0, 0, 1}, {0, 0, 0, 2}, true},
-                         {1, {2, 0, 1}, {1, 1, 1}, {2, 2, 3}, true},
-                         {1, {0.5, 0.5}, {0, 0}, {0, 0}, false},
-                         {1, {kNaN}, {0}, {0}, false}}) {
-    NQAccumXProdPair pairs(2, run.nAccum);
+  for (const auto& [nAccum, weights, returned, folded, finished] : runs) {
+    NQAccumXProdPair pairs(2, nAccum);
     pairs.SetNAccum(-7);
-    for (std::size_t k = 0; k < run.weights.size(); ++k) {
-      EXPECT_EQ(pairs.Update(0, 1, 1, run.weights[k]), run.returned[k] != 0) << k;
-      EXPECT_EQ(pairs.GetStats(0).nCases, run.folded[k]) << k;
+    for (std::size_t k = 0; k < weights.size(); ++k) {
+      EXPECT_EQ(pairs.Update(0, 1, 1, weights[k]), returned[k]) << k;
+      EXPECT_EQ(pairs.GetStats(0).nCases, folded[k]) << k;
     }
-    EXPECT_EQ(pairs.Finish(), run.finished);
+    EXPECT_EQ(pairs.Finish(), finished);
   }
   // A lowered size, and a batch thrown away.
   NQAccumXProdPair pairs(2, 100);
@@ -277,12 +255,12 @@ TEST(AccumXProdPair, FoldsWhenTheBatchAllows) {
 
 TEST(AccumXProdPair, RefusalsChangeNothing) {
   NQAccumXProdPair a(3, 1), b(2, 1), none(-3, 0);
-  const std::string before = nqtest::Displayed(a);
+  const std::string before = Displayed(a);
   EXPECT_FALSE(a.Update(3, 1, 0, 1, 9) || a.Update(1, 1, -1, 1, 9) || a.Update(1, 1, 1, 1, 9));
   EXPECT_FALSE(a.Update(-1, 1, 1, 9) || a.Update(3, 1, 1, 9) || a.IncrStats(3));
   EXPECT_FALSE(a.Merge(b) || a.Merge(std::vector{&b}) || a.Merge(std::vector{&none}));
   EXPECT_FALSE(a.SetStats(3, {2, 0, 0, 0, 0}, 0) || a.SetStats(0, {1, 0, 0, 0, 0}, 0));
-  EXPECT_EQ(nqtest::Displayed(a), before);
+  EXPECT_EQ(Displayed(a), before);
 }
 
 // The covariances are read as rows with a diagonal; only InitAll makes room for the last row.
@@ -309,7 +287,7 @@ TEST(MeansAndProducts, Display) {
   const char* const want =
 #include "golden/means_and_products_display.inc"
       ;
-  EXPECT_EQ(nqtest::Displayed(products) + nqtest::Displayed(pairs), want);
+  EXPECT_EQ(Displayed(products) + Displayed(pairs), want);
 }
 
 }  // namespace

@@ -10,14 +10,11 @@
 #include <nqcommon/math/random/internal/kinderman_ramage.h>
 
 #include <functional>
-#include <vector>
 
 #include <support/compare.h>
 
 namespace NQMath_940::internal {
 namespace {
-
-using Function = std::function<double(double)>;
 
 struct Trial {
   // What the three uniforms give, or, when they are rejected, those that follow: they are accepted
@@ -44,25 +41,6 @@ double Boundary(double low, double high, const std::function<bool(double)>& hold
   return low;
 }
 
-// Densities proportional to weight(y) in y = 0 .. end, and `share` in all, with those of the
-// triangle under them make the normal density at z(y).
-void ExpectNormal(double share, double end, const Function& z, const Function& weight,
-                  const Function& triangle) {
-  constexpr int kSteps = 8000;
-  const double step = end / kSteps;
-  double sum = 0;  // by Simpson's rule
-  for (int i = 0; i <= kSteps; ++i)
-    sum += weight(i * step) * (i % 2 ? 4 : i % kSteps ? 2 : 1) * step / 3;
-  for (int i = 1; i < kSteps; i += 7) {
-    const double y = i * step, t = z(y);
-    if (weight(y) <= 0) continue;
-    const double slope = std::fabs(z(y + 1e-4) - z(y - 1e-4)) / 2e-4;
-    const double density = triangle(t) + share * weight(y) / sum / slope;
-    ASSERT_TRUE(nqtest::IsClose(density, std::exp(-t * t / 2) / std::sqrt(2 * std::acos(-1)), 1e-8))
-        << "at " << t << ", region of share " << share;
-  }
-}
-
 TEST(KindermanRamage, RegionsAddUpToTheNormalDensity) {
   double edge = Boundary(0, 1, [](double u) { return Trial(u, 0.25, 0.5).fUsed == 2; });
   // start + c (a u + v), 0 < u < edge, 0 < v < 1.
@@ -76,22 +54,34 @@ TEST(KindermanRamage, RegionsAddUpToTheNormalDensity) {
   for (double next = 0; edge < 1; edge = next, ++nRegions) {
     const double u = edge + 1e-9, d = Trial(u, 0.25, 0.5).fDeviate;
     next = Boundary(u, 1, [d](double x) { return Trial(x, 0.25, 0.5).fDeviate == d; });
-    const auto isAccepted = [u](double v, double w) { return Trial(u, v, w).fUsed <= 3; };
-    if (nRegions < 3) {  // wedges: half the points are below 0
-      EXPECT_EQ(Trial(u, 0.5, 0.25).fDeviate, -d);
-      ExpectNormal(
-          (next - edge) / 2, 1, [u](double v) { return Trial(u, v, v).fDeviate; },
-          [&](double v) { return Boundary(v, 1, [&](double w) { return isAccepted(v, w); }) - v; },
-          triangle);
-    } else {  // tails: e^-y places the point
-      ExpectNormal(
-          next - edge, 40, [u](double y) { return Trial(u, 1e-9, std::exp(-y)).fDeviate; },
-          [&](double y) {
-            const double w = std::exp(-y);
-            return w * Boundary(0, 1, [&](double v) { return isAccepted(v, w); });
-          },
-          triangle);
+    // Three wedges, of which half the points are below 0, then tails: e^-y places the point.
+    const bool isTail = nRegions >= 3;
+    const auto place = [isTail](double y) { return isTail ? std::exp(-y) : y; };
+    const auto trial = [&](double x, double other) {
+      return isTail ? Trial(u, other, x) : Trial(u, x, other);
+    };
+    const auto weight = [&](double y) {
+      const double x = place(y), low = isTail ? 0 : x;
+      const auto isAccepted = [&](double other) { return trial(x, other).fUsed <= 3; };
+      return (Boundary(low, 1, isAccepted) - low) * (isTail ? x : 1);
+    };
+    // Where the point lies: the densities there, proportional to the weight and `share` in all, and
+    // those of the triangle under them make the normal density.
+    const auto z = [&](double y) { return trial(place(y), isTail ? 1e-9 : y).fDeviate; };
+    constexpr int kSteps = 8000;
+    const double share = (next - edge) / (isTail ? 1 : 2), step = (isTail ? 40.0 : 1.0) / kSteps;
+    double sum = 0;  // by Simpson's rule
+    for (int i = 0; i <= kSteps; ++i)
+      sum += weight(i * step) * (i % 2 ? 4 : i % kSteps ? 2 : 1) * step / 3;
+    for (int i = 1; i < kSteps; i += 7) {
+      const double y = i * step, t = z(y);
+      if (weight(y) <= 0) continue;
+      const double slope = std::fabs(z(y + 1e-4) - z(y - 1e-4)) / 2e-4;
+      const double density = triangle(t) + share * weight(y) / sum / slope;
+      const double normal = std::exp(-t * t / 2) / std::sqrt(2 * std::acos(-1));
+      ASSERT_TRUE(nqtest::IsClose(density, normal, 1e-8)) << "at " << t << ", region " << nRegions;
     }
+    EXPECT_TRUE(isTail || Trial(u, 0.5, 0.25).fDeviate == -d);
   }
   EXPECT_EQ(nRegions, 5);
 }
