@@ -164,7 +164,6 @@ class NQ_API NQDiagMatrix : public INQSymMatrix {
   bool HasRow(int i) const { return i >= 0 && i < fNRows; }
   bool HasOrder(std::size_t n) const { return fNRows >= 0 && n == Order(); }
   bool AllocateDiagonal();
-  double SmallestPivot() const;
 
   int fNRows = 0;
   std::vector<double> fvDiagonal;

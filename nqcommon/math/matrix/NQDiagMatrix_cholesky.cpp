@@ -6,6 +6,7 @@
 #include <nqcommon/common/NQMV.h>
 #include <nqcommon/math/matrix/internal/matrix_access.h>
 #include <nqcommon/math/matrix/internal/scaling.h>
+#include <nqcommon/math/matrix/internal/symmetric_forms.h>
 
 namespace NQMath_940 {
 
@@ -40,18 +41,7 @@ int NQDiagMatrix::LTChol(const std::vector<double>& t, double eps, NQBitSet& non
 }
 
 int NQDiagMatrix::LTChol(double eps, double& minPivot, bool check) {
-  minPivot = NQMV::Missing();
-  std::vector<double> t;
-  GetNCheckDiagonal(t, eps, 1.0);
-  const int aliased = LTChol(t, eps, check);
-  if (aliased >= 0) minPivot = SmallestPivot();
-  return aliased;
-}
-
-double NQDiagMatrix::SmallestPivot() const {
-  double max = 0, min = 0;
-  MaxMinDiag(max, min);
-  return fNRows > 0 ? min : NQMV::Missing();
+  return internal::FactorByOwnReferences(*this, eps, minPivot, check);
 }
 
 // ---- Determinant and inverses ------------------------------------------------------------------
@@ -115,7 +105,7 @@ int NQDiagMatrix::CholInverse(const std::vector<double>& t, double eps, INQSymMa
   if (!internal::TakesDiagonal(out) || !inverse.IsValidMatrix()) return -1;
   const int aliased = inverse.LTChol(t, eps, false);
   if (aliased < 0) return aliased;
-  minPivot = inverse.SmallestPivot();
+  minPivot = internal::SmallestPivot(inverse);
   inverse.LTInverse();
   inverse.LTLTransL();
   const int rank = fNRows - aliased;

@@ -6,6 +6,7 @@
 #include <nqcommon/common/NQMV.h>
 #include <nqcommon/math/matrix/internal/block_results.h>
 #include <nqcommon/math/matrix/internal/scaling.h>
+#include <nqcommon/math/matrix/internal/symmetric_forms.h>
 
 namespace NQMath_940 {
 
@@ -43,23 +44,8 @@ int NQSymBlockDiagMatrix::LTChol(const std::vector<double>& t, double eps, NQBit
   return Factor(t, eps, &nonRedundant, check);
 }
 
-namespace {
-
-double SmallestPivot(const INQSymMatrix& factor) {
-  double max = 0, min = 0;
-  factor.MaxMinDiag(max, min);
-  return factor.GetNRows() > 0 ? min : NQMV::Missing();
-}
-
-}  // namespace
-
 int NQSymBlockDiagMatrix::LTChol(double eps, double& minPivot, bool check) {
-  minPivot = NQMV::Missing();
-  std::vector<double> t;
-  GetNCheckDiagonal(t, eps, 1.0);
-  const int aliased = LTChol(t, eps, check);
-  if (aliased >= 0) minPivot = SmallestPivot(*this);
-  return aliased;
+  return internal::FactorByOwnReferences(*this, eps, minPivot, check);
 }
 
 // ---- Determinant and inverses ------------------------------------------------------------------
@@ -112,7 +98,7 @@ int NQSymBlockDiagMatrix::InvertInto(INQSymMatrix& out, const std::vector<double
   if (out.GetType() == 1 || !inverse.IsValidMatrix()) return -1;
   const int aliased = inverse.Factor(t, eps, nonRedundant, false);
   if (aliased < 0) return aliased;
-  if (minPivot) *minPivot = SmallestPivot(inverse);
+  if (minPivot) *minPivot = internal::SmallestPivot(inverse);
   inverse.LTInverse();
   inverse.LTLTransL();
   const int rank = fNRows - aliased;

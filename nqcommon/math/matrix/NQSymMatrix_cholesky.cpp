@@ -7,6 +7,7 @@
 #include <nqcommon/math/matrix/internal/packed_algebra.h>
 #include <nqcommon/math/matrix/internal/packed_cholesky.h>
 #include <nqcommon/math/matrix/internal/scaling.h>
+#include <nqcommon/math/matrix/internal/symmetric_forms.h>
 #include <nqcommon/math/numeric/NQMathFun.h>
 #include <nqcommon/math/numeric/internal/packed_triangle.h>
 
@@ -45,23 +46,8 @@ int NQSymMatrix::LTChol(const std::vector<double>& t, double eps, NQBitSet& nonR
   return aliased;
 }
 
-namespace {
-
-double SmallestPivot(const NQSymMatrix& factor) {
-  double max = 0, min = 0;
-  factor.MaxMinDiag(max, min);
-  return factor.GetNRows() > 0 ? min : NQMV::Missing();
-}
-
-}  // namespace
-
 int NQSymMatrix::LTChol(double eps, double& minPivot, bool check) {
-  minPivot = NQMV::Missing();
-  std::vector<double> t;
-  GetNCheckDiagonal(t, eps, 1.0);
-  const int aliased = LTChol(t, eps, check);
-  if (aliased >= 0) minPivot = SmallestPivot(*this);
-  return aliased;
+  return internal::FactorByOwnReferences(*this, eps, minPivot, check);
 }
 
 // ---- Determinant and inverses of a factor -------------------------------------------------------
@@ -139,7 +125,7 @@ int NQSymMatrix::CholInverse(const std::vector<double>& t, double eps, INQSymMat
   minPivot = NQMV::Missing();
   return InvertInto(*this, internal::AsDenseSym(out), [&](NQSymMatrix& m) {
     const int aliased = m.LTChol(t, eps, false);
-    if (aliased >= 0) minPivot = SmallestPivot(m);
+    if (aliased >= 0) minPivot = internal::SmallestPivot(m);
     return aliased;
   });
 }

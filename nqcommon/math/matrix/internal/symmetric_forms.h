@@ -9,6 +9,22 @@
 
 namespace NQMath_940::internal {
 
+// The smallest pivot of a factor, missing without rows.
+inline double SmallestPivot(const INQSymMatrix& factor) {
+  double max = 0, min = 0;
+  factor.MaxMinDiag(max, min);
+  return factor.GetNRows() > 0 ? min : NQCommon_940::NQMV::Missing();
+}
+
+// LTChol by the matrix's own reference values; the smallest pivot is missing when that fails.
+inline int FactorByOwnReferences(INQSymMatrix& s, double eps, double& minPivot, bool check) {
+  std::vector<double> t;
+  s.GetNCheckDiagonal(t, eps, 1.0);
+  const int aliased = s.LTChol(t, eps, check);
+  minPivot = aliased >= 0 ? SmallestPivot(s) : NQCommon_940::NQMV::Missing();
+  return aliased;
+}
+
 // ComputeRVD, ComputeVSV, ComputeVSW and ComputeVSWParts of vectors, by their pointer forms.
 inline double StridedRowProduct(const INQSymMatrix& s, int r, const std::vector<double>& x,
                                 int inc) {
