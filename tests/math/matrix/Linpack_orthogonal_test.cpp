@@ -164,19 +164,14 @@ TEST(LinpackQR, DecomposesAndSolves) {
 // ---- Singular values
 
 struct SVD {
-  SVD(const Mat& a, int job, bool inPlace = false)
-      : x(a),
-        u(a.m, job / 10 == 1 ? a.m : std::min(a.m, a.n)),
-        v(a.n, a.n),
-        s(std::min(a.m + 1, a.n), 1),
-        e(a.n, 1),
-        work(a.m, 1) {
-    double* toU = job < 10 ? nullptr : inPlace ? &x(0, 0) : &u(0, 0);
-    double* toV = job % 10 == 0 ? nullptr : inPlace ? &x(0, 0) : &v(0, 0);
-    info = Linpack::Dsvdc(x, x.ld, a.m, a.n, s, e, toU, u.ld, toV, v.ld, work, job);
-  }
-  Mat x, u, v, s, e, work;
-  int info;
+  const Mat& a;
+  int job;
+  bool inPlace = false;
+  Mat x = a, u{a.m, job / 10 == 1 ? a.m : std::min(a.m, a.n)}, v{a.n, a.n},
+      s{std::min(a.m + 1, a.n), 1}, e{a.n, 1}, work{a.m, 1};
+  double* toU = job < 10 ? nullptr : inPlace ? &x(0, 0) : &u(0, 0);
+  double* toV = job % 10 == 0 ? nullptr : inPlace ? &x(0, 0) : &v(0, 0);
+  int info = Linpack::Dsvdc(x, x.ld, a.m, a.n, s, e, toU, u.ld, toV, v.ld, work, job);
 };
 
 TEST(LinpackSVD, Decomposes) {
@@ -196,10 +191,10 @@ TEST(LinpackSVD, Decomposes) {
     }
   }
   for (const Mat& a : all) {
-    const SVD plain(a, 0);
+    const SVD plain{a, 0};
     for (int job : {1, 10, 11, 20, 21}) {
       SCOPED_TRACE(::testing::PrintToString(a.data) + ", job " + std::to_string(job));
-      const SVD f(a, job);
+      const SVD f{a, job};
       EXPECT_TRUE(AreSame(f.s.data, plain.s.data)) << "depend on the vectors";
       EXPECT_EQ(std::isfinite(Norm(a)), f.info == 0 && std::isfinite(Norm(f.s))) << f.info;
       if (!std::isfinite(Norm(a))) continue;  // it ended
@@ -210,7 +205,7 @@ TEST(LinpackSVD, Decomposes) {
       const Mat s(f.u.n, a.n, [&](int i, int j) { return i == j ? f.s(i, 0) : 0; });
       EXPECT_TRUE(job % 10 == 0 || job < 10 || IsNear(f.u * s * Trans(f.v), a, 3 * Norm(a)));
       if (a.m != a.n || (job != 1 && job != 20)) continue;
-      EXPECT_TRUE(AreSame(SVD(a, job, true).x.data, (job == 1 ? f.v : f.u).data));
+      EXPECT_TRUE(AreSame((SVD{a, job, true}).x.data, (job == 1 ? f.v : f.u).data));
     }
   }
   double* none = nullptr;

@@ -207,17 +207,10 @@ TEST_F(NQEigenValuesTest, InputOrderAndStableSorting) {
 }
 
 TEST_F(NQEigenValuesTest, PositiveDefiniteness) {
-  // matrix, eps, matrix repaired: empty when it is positive definite
-  const std::tuple<const char*, Values, double, Values> rows[] = {
-      {"negative value", {1, 0, -2}, 0, {1, 0, 1e-6}},
-      {"positive definite", {2, 1, 2}, 0, {}},
-      {"at eps", {1, 0, 0.5}, 0.5, {}},
-      {"below eps", {1, 0, 0.25}, 0.5, {1, 0, 0.5}},
-      {"eps below 0", {1e-7, 0, 1}, -1, {1e-6, 0, 1}},
-      // values 3 and -1, with vectors (1, 1) and (1, -1) over sqrt(2)
-      {"full", {1, 2, 1}, 1, {2, 1, 2}},
-  };
-  for (const auto& [name, packed, eps, repaired] : rows) {
+  for (const auto& [name, packed, eps, repaired] :
+       std::vector<std::tuple<const char*, Values, double, Values>>{
+#include "golden/matrix_definiteness.inc"
+       }) {
     NQEigenValues eigen(FromPacked(packed), 1e-12, 30);
     const bool want = repaired.empty();
     isPD = !want, changed = want;

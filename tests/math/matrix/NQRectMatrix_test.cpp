@@ -1,9 +1,13 @@
-// Storage, shape, mechanical operations and copies; the arguments that are refused.
+// Storage, shape, mechanical operations and copies; linear systems, orthogonal factors and linear
+// dependence: problems built from their answers.
 #include <nqcommon/math/matrix/NQRectMatrix.h>
 
+#include <array>
 #include <climits>
+#include <tuple>
 
 #include "math/matrix/matrix_support.h"
+#include "support/known_matrices.h"
 
 namespace NQMath_940 {
 namespace {
@@ -123,6 +127,143 @@ TEST(NQRectMatrix, AllocationFailureLeavesMinusOne) {
   const NQRectMatrix moved = std::move(r);
   EXPECT_EQ(ToDense(moved), (Dense{{0, 0}}));
   EXPECT_EQ(r.GetNCols(), 0);  // NOLINT(bugprone-use-after-move): the source is left empty
+}
+
+// ---- Systems and dependence
+
+TEST(NQRectMatrixSolve, LinearSystems) {
+  const Dense regular{{1, 2}, {3, 4}}, groups{{1, 1, 0}, {1, 1, 0}, {1, 0, 1}, {1, 0, 1}};
+  for (const auto& [name, matrix, want, rest, eps, solves, estimate] :
+       std::vector<std::tuple<const char*, Dense, Values, Values, double, bool, int>>{
+#include "golden/matrix_linear_systems.inc"
+       }) {
+    const NQRectMatrix r = ToRect(matrix);
+    Values b = Trans(matrix * Column(want))[0], x{7};
+    for (std::size_t i = 0; i < b.size(); ++i) b[i] += rest[i];
+    EXPECT_EQ(r.SolveLinearSquare(b, x, eps), solves) << name;
+    EXPECT_LE(Distance({x}, {solves ? want : Values{7}}), 1e-11) << name;
+    x = b;
+    EXPECT_EQ(r.EstimateLinearGI(x, x, eps), estimate) << name << ", in place";
+    EXPECT_LE(Distance({x}, {estimate >= 0 ? want : b}), 1e-11) << name;
+    EXPECT_EQ(ToDense(r), matrix) << name;
+  }
+  Values x;
+  EXPECT_FALSE(ToRect(regular).SolveLinearSquare({1}, x, 0) ||
+               NQRectMatrix().SolveLinearSquare({}, x, 0));
+  EXPECT_EQ(ToRect(regular).EstimateLinearGI({1}, x, 1), -1);
+  EXPECT_EQ(NQRectMatrix(2, 0, true).EstimateLinearGI({1, 2}, x, 1), -1);
+}
+
+// Columns of a Hadamard matrix are orthogonal and of norm 2.
+const Dense kHadamard{{1, 1, 1}, {1, -1, 1}, {1, 1, -1}, {1, -1, -1}};
+
+TEST(NQRectMatrixSolve, HouseholderQR) {
+  NQRectMatrix q = ToRect(kHadamard * Dense{{3, -1, 2}, {0, 5, 4}, {0, 0, 7}});
+  NQSymMatrix s;
+  ASSERT_TRUE(q.QRDecompositionH(s, q)) << "into itself";
+  const Dense factor{{6, 0, 0}, {-2, 10, 0}, {4, 8, 14}}, two{{2, 0, 0}, {0, 2, 0}, {0, 0, 2}};
+  EXPECT_LE(Distance(Lower(ToDense(s)), factor), 1e-14);
+  EXPECT_LE(Distance(ToDense(q) * two, kHadamard), 1e-14);
+  // A zero and a dependent column: Q stays orthogonal.
+  const Dense deficient{{0, 2, 4}, {0, 1, 2}, {0, 5, 10}}, one{{1, 0, 0}, {0, 1, 0}, {0, 0, 1}};
+  ASSERT_TRUE(ToRect(deficient).QRDecompositionH(s, q));
+  const Dense Q = ToDense(q), T = Trans(Lower(ToDense(s)));
+  EXPECT_LE(Distance(Q * T, deficient), 1e-14);
+  EXPECT_LE(Distance(Trans(Q) * Q, one), 1e-15);
+  EXPECT_TRUE(T[0][0] >= 0 && T[1][1] >= 0 && T[2][2] >= 0);
+  EXPECT_FALSE(ToRect({{1, 2}}).QRDecompositionH(s, q));
+  EXPECT_EQ(ToDense(q), Q);
+}
+
+// Intercept, one of three codes, and a covariate.
+const Dense kCodes{{1, 1, 0, 0, 2}, {1, 1, 0, 0, 4}, {1, 0, 1, 0, 1},
+                   {1, 0, 1, 0, 7}, {1, 0, 0, 1, 3}, {1, 0, 0, 1, 5}};
+
+TEST(NQRectMatrixEstimability, Redundancies) {
+  for (const auto& [name, matrix, eps, kept, redundant] :
+       std::vector<std::tuple<const char*, Dense, double, Indices, int>>{
+#include "golden/matrix_redundancies.inc"
+       }) {
+    for (bool byRows : {false, true}) {
+      SCOPED_TRACE(std::string(name) + (byRows ? " by rows" : ""));
+      const NQRectMatrix r = ToRect(byRows ? Trans(matrix) : matrix);
+      NQRectMatrix out, part;
+      NQBitSet set, wanted(static_cast<int>(matrix[0].size()));
+      Indices indices{9}, extracted{9};
+      EXPECT_EQ((std::array{r.FindRedundancies(eps, set, byRows),
+                            r.FindNonRedunIndices(eps, indices, byRows),
+                            r.ExtractFullRank(eps, out, extracted, byRows)}),
+                (std::array{redundant, redundant, redundant}));
+      EXPECT_TRUE(indices == kept && extracted == kept);
+      if (redundant < 0) continue;
+      EXPECT_TRUE(wanted.SetSubset(kept, true) && set == wanted);
+      EXPECT_TRUE(byRows ? r.ExtractRows(kept, part) : r.ExtractColumns(kept, part));
+      EXPECT_EQ(ToDense(out), ToDense(part));
+    }
+  }
+}
+
+// Column 1 was found redundant before. Added behind it: a column of its own, copies of column 1,
+// which is no member, and of the first added, a sum of members, and one that is not.
+TEST(NQRectMatrixEstimability, AddedColumns) {
+  NQRectMatrix r = ToRect(
+      {{1, 0, 0, 0, 0, 1, 5}, {1, 3, 1, 3, 1, 2, 1}, {1, 0, 2, 0, 2, 3, 1}, {1, 0, 4, 0, 4, 5, 2}});
+  NQBitSet set(Bits{true, false}), newSet;
+  EXPECT_EQ(r.CheckAddColRedundancies(set, newSet), 2);
+  EXPECT_TRUE(newSet == NQBitSet(Bits{true, false, true, true, false, false, true}));
+  EXPECT_EQ(r.CheckAddColRedundancies(newSet, newSet), 0) << "nothing added";
+  EXPECT_EQ(r.CheckAddColRedundancies(NQBitSet(8), newSet), -1);
+  EXPECT_EQ(newSet.InSet(), 4);
+}
+
+TEST(NQRectMatrixEstimability, EstimableFunctions) {
+  const NQRectMatrix x = ToRect(kCodes);
+  NQBitSet set;
+  x.FindRedundancies(1e-6, set, false);
+  for (const auto& [name, l, estimable] : std::vector<std::tuple<const char*, Dense, bool>>{
+#include "golden/matrix_estimable_functions.inc"
+       })
+    EXPECT_EQ(x.IsEstimable(ToRect(l), set, 1e-9), estimable) << name;
+  const NQRectMatrix mean = ToRect({{1, 1, 0, 0, 0}});
+  EXPECT_FALSE(x.IsEstimable(mean, set, -1) || x.IsEstimable(mean, NQBitSet(4), 1e-9));
+  set.Set(3, true);
+  EXPECT_FALSE(x.IsEstimable(mean, set, 1e-9)) << "dependent members";
+}
+
+TEST(NQRectMatrixEstimability, MultiplesOfRows) {
+  for (const auto& [name, pair, eps1, eps2, multiple, want] :
+       std::vector<std::tuple<const char*, Dense, double, double, bool, double>>{
+#include "golden/matrix_multiples_of_rows.inc"
+       }) {
+    double factor = 7;
+    EXPECT_EQ(ToRect(pair).IsERowMultipleOfAnother(0, 1, eps1, eps2, factor), multiple) << name;
+    EXPECT_EQ(factor, want) << name;
+  }
+}
+
+// On the space of a one-of-three coding, what remains of a column is its deviation from its group's
+// mean. Columns: the covariate, one of the codes, the covariate plus a code.
+TEST(NQRectMatrixEstimability, ResidualsOfProjection) {
+  NQRectMatrix x, r;
+  ASSERT_TRUE(ToRect(kCodes).ExtractColumns({0, 1, 2, 3}, x) &&
+              ToRect(kCodes).ExtractColumns({4, 2, 4}, r));
+  r.SetElem(0, 2, 3), r.SetElem(1, 2, 5);
+  NQBitSet independent, remaining;
+  EXPECT_EQ(r.ResidOfOrthProjection(x, 1e-9, independent, remaining), 2);
+  EXPECT_TRUE(independent == NQBitSet(Bits{true, true, true, false}));
+  EXPECT_TRUE(remaining == NQBitSet(Bits{true, false, false}));
+  const Dense wanted{{-1, 0, -1}, {1, 0, 1}, {-3, 0, -3}, {3, 0, 3}, {-1, 0, -1}, {1, 0, 1}},
+      got = ToDense(r);
+  EXPECT_LE(Distance(got, wanted), 1e-14);
+  EXPECT_EQ(r.ResidOfOrthProjection(x, 0, independent, remaining), -1);
+  EXPECT_EQ(r.ResidOfOrthProjection(ToRect({{1}}), 1e-9, independent, remaining), -1);
+  EXPECT_EQ(ToDense(r), got);
+  // Nearly dependent columns: the residual is orthogonal to both nevertheless.
+  x = ToRect({{1, 1}, {1, 1 + 1e-7}, {1, 1}, {1, 1}});
+  r = ToRect({{1}, {2}, {4}, {8}});
+  EXPECT_EQ(r.ResidOfOrthProjection(x, 1e-9, independent, remaining), 0);
+  EXPECT_LE(Distance(Trans(ToDense(x)) * ToDense(r), {{0}, {0}}), 1e-14);
+  EXPECT_EQ(r.ResidOfOrthProjection(r, 1e-9, independent, remaining), 1) << "of itself";
 }
 
 }  // namespace

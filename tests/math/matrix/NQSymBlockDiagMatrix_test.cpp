@@ -1,7 +1,10 @@
 // What is the block-diagonal matrix's own: structure, stored cells, block-diagonal results, the
 // products beside a dense matrix. The operations of the interface are in substitution_test.cpp.
+// The symmetric matrix of blocks of one order.
 #include <nqcommon/math/matrix/NQSymBlockDiagMatrix.h>
+#include <nqcommon/math/matrix/NQSymBlockMatrix.h>
 
+#include <array>
 #include <climits>
 #include <utility>
 
@@ -11,6 +14,7 @@ namespace NQMath_940 {
 namespace {
 
 using namespace nqtest;
+
 using Blocks = NQSymBlockDiagMatrix;
 
 std::size_t At(int i) { return static_cast<std::size_t>(i); }
@@ -284,6 +288,43 @@ TEST(NQSymBlockDiagMatrix, CompanionsRefuseWhatDoesNotFit) {
     EXPECT_EQ(refused, kMissing);
   EXPECT_EQ(x, Values{7});
   EXPECT_EQ(ToDense(s), Dense(4, Values(4)));
+}
+
+// ---- Blocks of one order
+
+TEST(NQSymBlockMatrix, SymmetricBlocksMakeASymmetricMatrix) {
+  NQSymBlockMatrix blocks(2, 2);
+  double x = 0;
+  for (NQSymMatrix& block : blocks.AsVectorSS()) block.SetData({x + 1, x + 2, x + 3}), x += 10;
+  EXPECT_EQ(&blocks.GetElemSSRef(0, 1), &blocks.GetElemSSRef(1, 0));
+  EXPECT_EQ(blocks.GetElemSSRef(1, 0).GetElem(1, 0), 12);
+  NQSymMatrix out;
+  NQDiagMatrix diagonal;
+  EXPECT_EQ(blocks.CopyToSymMatrix(out), 4);
+  EXPECT_EQ(ToDense(out),
+            Dense({{1, 2, 11, 12}, {2, 3, 12, 13}, {11, 12, 21, 22}, {12, 13, 22, 23}}));
+  EXPECT_EQ(blocks.CopyToSymMatrix(blocks.GetElemSSRef(1, 1)), 4);  // into a block, which is read
+  EXPECT_EQ(ToDense(blocks.GetElemSSRef(1, 1)), ToDense(out));
+  EXPECT_EQ(blocks.CopyToSymMatrix(out), -1);  // now that a block has left its order
+  EXPECT_EQ(blocks.CopyToSymMatrix(diagonal), -1);
+  EXPECT_TRUE(blocks.SetNRows(2, 2, true));
+  EXPECT_EQ(blocks.CopyToSymMatrix(out), 4);
+  EXPECT_EQ(ToDense(out), Dense(4, {0, 0, 0, 0}));
+}
+
+TEST(NQSymBlockMatrix, Shapes) {
+  for (const auto& [nb, bs, wantedBlocks, wantedSize, order, stored] :
+       std::vector<std::array<int, 6>>{
+#include "golden/matrix_block_shapes.inc"
+       }) {
+    const NQSymBlockMatrix blocks(nb, bs);
+    NQSymMatrix out;
+    EXPECT_EQ((std::array{blocks.GetNBlocks(), blocks.GetBlockSize(), blocks.CopyToSymMatrix(out),
+                          static_cast<int>(blocks.AsVectorSSConst().size())}),
+              (std::array{wantedBlocks, wantedSize, order, stored}))
+        << nb << ", " << bs;
+    EXPECT_EQ(blocks.IsValid(), order >= 0) << nb << ", " << bs;
+  }
 }
 
 }  // namespace

@@ -1,6 +1,6 @@
 // What the tests of the matrix classes share: comparisons, special values, matrices of all kinds,
-// operands of small integers, whose products and sums are exact, and what is wanted of operations on
-// them: the schoolbook's answer (dense.h), wherever it goes.
+// operands of small integers, whose products and sums are exact, and what is wanted of operations
+// on them: the schoolbook's answer (dense.h), wherever it goes.
 #pragma once
 
 #include <gtest/gtest.h>

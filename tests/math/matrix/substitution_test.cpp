@@ -28,18 +28,17 @@ struct Rect {
 };
 
 struct Inputs {
-  Inputs(int order, bool isSparse)
-      : n(order), wide(isSparse, 3, n, n, random), columns(isSparse, n, 2, 1, random) {}
-
-  int n, last = n - 1;
+  int n;
+  bool isSparse;
+  int last = n - 1;
   std::mt19937 random{static_cast<unsigned>(n)};
+  Rect wide{isSparse, 3, n, n, random}, columns{isSparse, n, 2, 1, random};
   std::size_t size = static_cast<std::size_t>(n);
-  Rect wide, columns;
   const INQRectMatrix &r = *wide.r, &tall = *columns.r;
   NQRectMatrix wrong = RandomRect(n + 1, n + 1, random);
   NQSymMatrix m = RandomSym(n, random), g = RandomSym(n, random), larger{n + 1, true};
   Values v = RandomVector(size, random), w = RandomVector(size, random), t = Values(size, 1.0);
-  Values zero = Values(size), none;
+  Values zero = Values(size), none{};
   NQBitSet first{Bits{true}};
 };
 
@@ -107,7 +106,6 @@ Values List(T... results) {
 
 const RowOf<INQSymMatrix, Inputs> kRows[] = {
     NQ_ROW((s.GetDiagonal(out.v), s.GetNCheckDiagonal(in.t, 1, 2), in.t[0])),
-    NQ_ROW(s.GetRow(in.last, out.v)),
     NQ_ROW((s.AddToDiagonal(3), s.ChangeSign(), s.MultiplyByNumber(-2), s.Trace())),
     NQ_ROW((s.ZeroOut(in.last), s.SetElem(0, 0, 7), s.ZeroOutNonDiag(0.5), 0)),
     NQ_ROW(s.Resize(in.n > 1 ? -1 : 0)),
@@ -115,13 +113,12 @@ const RowOf<INQSymMatrix, Inputs> kRows[] = {
     NQ_ROW(s.SetNRows(in.n, true)),
     NQ_ROW(s.PutRow(0, in.zero)),
     NQ_ROW(s.SetRowColToConst(0, 0)),
-    NQ_ROW(s.IncrVecByRow(in.last, out.v = in.v, 3)),
     NQ_ROW(s.IsZeroRow(0, in.first), s.IsZeroRow(in.last, in.first)),
     NQ_ROW(in.n > 1 && (s.MaxMinDiagOffDiag(out.x, out.y, out.z, out.u), true)),
     // Cholesky
-    NQ_ROW(s.CholInverse(in.t, 0.5, out.sym)),
-    NQ_ROW(s.CholInverse(in.t, 0.5, out.sym, out.set)),
-    NQ_ROW(s.CholInverse(in.t, 0.5, out.sym, out.x)),
+    NQ_ROW(s.CholInverse(in.t, 0.5, out.sym), s.ComputeSV(in.v, out.v)),
+    NQ_ROW(s.CholInverse(in.t, 0.5, out.sym, out.set), s.ComputeSV(in.v, in.last, out.v)),
+    NQ_ROW(s.CholInverse(in.t, 0.5, out.sym, out.x), s.ComputeLV(in.v, out.v)),
     NQ_ROW(s.LTChol(in.t, 0.5, true)),
     NQ_ROW(s.LTChol(in.t, 4, true)),
     NQ_ROW((in.t[0] = -1, s.LTChol(in.t, 0.5, true))),
@@ -130,43 +127,35 @@ const RowOf<INQSymMatrix, Inputs> kRows[] = {
     NQ_ROW(s.LTChol(-1, out.x, true)),
     NQ_ROW(s.LTDetInverse(out.det, 11)),
     NQ_ROW((s.LTDetInverse(out.det, 10), s.LTInverse())),
-    NQ_ROW(s.ComputeDeterminant(1e-12, out.det)),
     NQ_ROW((s.LTLLTrans(), s.MaxMinDiag(out.x, out.y), s.LTLTransL(), 0)),
     NQ_ROW(s.LTSolve(in.v, 1e-12, out.v)),
-    // Vectors
+    // Vectors and numbers
     NQ_ROW(s.ComputeDotProduct2Rows(0, in.last), s.ComputeRowDotProductS(in.last, in.m, 0),
-           s.ComputeRowDotProductS(in.last, in.v)),
-    NQ_ROW(s.ComputeRVD(0, in.v, -1), s.ComputeRVD(in.last, in.v, in.n > 1 ? 2 : 0),
-           s.ComputeRVD(in.last, in.v.data(), 0)),
-    NQ_ROW(s.ComputeSV(in.v, out.v)),
-    NQ_ROW(s.ComputeSV(in.v, in.last, out.v)),
-    NQ_ROW(s.ComputeLV(in.v, out.v)),
-    NQ_ROW(s.ComputeLV({in.last, 0, 0}, {2, 3, 4}, out.v)),
-    NQ_ROW(s.ComputeLTransV(in.v, out.v)),
-    NQ_ROW(s.ComputeLTransV({in.last, 0, 0}, {2, 3, 4}, out.v)),
-    NQ_ROW(s.ComputeVSV(in.v), s.ComputeVSV(in.r, 2)),
-    NQ_ROW(s.ComputeVSW(in.v, in.w), s.ComputeVSW(in.v.data(), in.n, in.w.data(), in.last),
-           s.ComputeVSW(in.v, 0, 0)),
-    NQ_ROW(s.ComputeVSWParts(in.v.data(), in.last, 1, in.w.data(), in.n, 0)),
+           s.ComputeRowDotProductS(in.last, in.v), s.ComputeRVD(0, in.v, -1),
+           s.ComputeRVD(in.last, in.v, in.n > 1 ? 2 : 0), s.ComputeRVD(in.last, in.v.data(), 0)),
+    NQ_ROW(s.ComputeVSV(in.v), s.ComputeVSV(in.r, 2), s.ComputeVSW(in.v, in.w),
+           s.ComputeVSW(in.v.data(), in.n, in.w.data(), in.last), s.ComputeVSW(in.v, 0, 0),
+           s.ComputeVSWParts(in.v.data(), in.last, 1, in.w.data(), in.n, 0)),
     NQ_ROW(s.Trace(), s.TraceOfProduct(in.m), s.TraceOfProductOfThree(in.m, in.g)),
-    // Products of matrices, and parts
+    // Products, and parts
     NQ_ROW(s.ComputeGMG(in.m, out.sym), s.ComputeMGN(in.m, in.g, out.rect)),
     NQ_ROW(s.ComputeGSG(in.g, out.sym), s.ComputeGMGNG(in.m, in.g, out.rect)),
     NQ_ROW(s.ComputeLSLTrans(in.m, out.sym), s.ComputeSS(in.m, out.rect)),
     NQ_ROW(s.ComputeLTransSL(in.m, out.sym), s.ComputeRS(in.r, out.rect)),
     NQ_ROW(s.ComputeRSRTrans(in.r, out.sym), s.ComputeRTransS(in.tall, out.rect)),
     NQ_ROW(s.ComputeRTransSR(in.tall, out.sym), s.ComputeRTransSV(in.tall, in.v, out.v)),
-    NQ_ROW(s.ComputeSTransS(out.sym)),
-    NQ_ROW((out.sym.Resize(in.last), s.ExtractFirstNRows(out.sym))),
-    NQ_ROW(s.ExtractSubmatrix({in.last}, out.sym)),
-    NQ_ROW(s.ExtractSubmatrix({in.last, 0, in.last}, out.sym)),
+    NQ_ROW(s.ComputeSTransS(out.sym), s.ComputeLTransV(in.v, out.v)),
+    NQ_ROW((out.sym.Resize(in.last), s.ExtractFirstNRows(out.sym)), s.GetRow(in.last, out.v)),
+    NQ_ROW(s.ExtractSubmatrix({in.last}, out.sym), s.ComputeLV({in.last, 0, 0}, {2, 3, 4}, out.v)),
+    NQ_ROW(s.ExtractSubmatrix({in.last, 0, in.last}, out.sym),
+           s.ComputeLTransV({in.last, 0, 0}, {2, 3, 4}, out.v)),
     // As an operand
-    NQ_ROW((out.sym = in.m).ComputeAXpY(2, s)),
+    NQ_ROW((out.sym = in.m).ComputeAXpY(2, s), s.IncrVecByRow(in.last, out.v = in.v, 3)),
     NQ_ROW(in.g.ComputeGMG(s, out.sym), in.m.ComputeSS(s, out.rect)),
     NQ_ROW(in.m.ComputeGSG(s, out.sym), in.g.ComputeMGN(in.m, s, out.rect)),
     NQ_ROW(in.m.ComputeLSLTrans(s, out.sym), in.wide.dense.ComputeMatrixProduct(s, out.rect)),
     NQ_ROW(in.m.ComputeLTransSL(s, out.sym), in.g.ComputeGMGNG(s, in.m, out.rect)),
-    NQ_ROW(NQDiagMatrix(in.v).ComputeMGN(s, in.m, out.rect)),
+    NQ_ROW(NQDiagMatrix(in.v).ComputeMGN(s, in.m, out.rect), s.ComputeDeterminant(1e-12, out.det)),
     NQ_ROW(in.columns.dense.ComputeR1TransSR2(s, in.columns.dense, out.rect),
            in.m.TraceOfProductOfThree(s, in.g)),
     NQ_ROW(in.columns.dense.CreateBlockDiagonal(2, out.rect) &&
@@ -203,7 +192,7 @@ void ExpectAsDense(const std::string& name, const Matrix& matrix) {
     for (const auto& row : kRows) {
       Matrix s = matrix;
       NQSymMatrix dense = ToSym(ToDense(s));
-      Inputs in(s.GetNRows(), isSparse), denseIn(s.GetNRows(), false);
+      Inputs in{s.GetNRows(), isSparse}, denseIn{s.GetNRows(), false};
       row.ExpectSame(name + (isSparse ? ", R sparse" : ""), s, in, dense, denseIn);
     }
   }
@@ -232,35 +221,30 @@ TEST(Substitution, SymmetricMatrices) {
 // ---- Rectangular matrices -----------------------------------------------------------------------
 
 struct RectInputs {
-  RectInputs(int nRows, int nCols, int k, bool isSparse)
-      : m(nRows),
-        n(nCols),
-        times(isSparse, n, 3, 2, random),
-        timesTrans(isSparse, 4, n, k, random),
-        same(isSparse, m, n, k, random) {
-    for (int j = n - k; j < n; ++j) places.push_back(j);
-    full = RandomVector(places.size(), random);
-  }
-
-  int m, n, last = m - 1;
+  int m, n, k;
+  bool isSparse;
+  int last = m - 1;
   std::mt19937 random{static_cast<unsigned>(m * n)};
-  Rect times, timesTrans, same;
+  Rect times{isSparse, n, 3, 2, random}, timesTrans{isSparse, 4, n, k, random},
+      same{isSparse, m, n, k, random};
   const INQRectMatrix &b = *times.r, &c = *timesTrans.r;
   NQRectMatrix a = RandomRect(2, m, random), d = RandomRect(2, n, random);
   Values v = RandomVector(static_cast<std::size_t>(n), random);
-  Values w = RandomVector(static_cast<std::size_t>(m), random), none;
-  Indices places, bad{0, n}, badRow{m}, two{n - 1, 0, n - 1}, rows{m - 1, 0, m - 1};
-  Values full, one{3};
-  Indices lastPlace{n - 1}, tooFar{n};
+  Values w = RandomVector(static_cast<std::size_t>(m), random), none{}, one{3};
+  Values full = RandomVector(static_cast<std::size_t>(k), random);
+  Indices places = [this] {
+    Indices tail;
+    for (int j = n - k; j < n; ++j) tail.push_back(j);
+    return tail;
+  }();
+  Indices lastPlace{n - 1}, tooFar{n}, bad{0, n}, badRow{m}, two{n - 1, 0, n - 1},
+      rows{m - 1, 0, m - 1};
 };
 
 #define NQ_RECT(...) NQ_ROW_OF(INQRectMatrix, RectInputs, false, __VA_ARGS__)
 #define NQ_RECT_REFUSED(...) NQ_ROW_OF(INQRectMatrix, RectInputs, true, __VA_ARGS__)
 
 const RowOf<INQRectMatrix, RectInputs> kRectRows[] = {
-    NQ_RECT(s.GetRow(in.last, out.v)),
-    NQ_RECT(s.GetCol(0, out.v)),
-    NQ_RECT(s.CopyColToVec(in.n - 1, out.v)),
     NQ_RECT(s.AddRow(), s.AddRow(NQSparseVector(in.places, in.full))),
     NQ_RECT(s.SetRow(0, NQSparseVector(in.lastPlace, in.one))),
     NQ_RECT((s.Resize(in.last, in.n), s.Resize(in.m + 20, in.n))),
@@ -268,26 +252,21 @@ const RowOf<INQRectMatrix, RectInputs> kRectRows[] = {
     NQ_RECT(s.SetNRowsCols(in.m + 1, in.n + 1, true)),
     NQ_RECT((s.Clear(), s.IsRowZero(0))),
     NQ_RECT(s.ZeroOutRowPart(in.last, 1, in.n - 1)),
-    NQ_RECT(s.ColNorm(0), s.RowNorm(in.last)),
-    NQ_RECT(s.IsRowZero(0), s.IsRowZero(in.last)),
     NQ_RECT(s.CopyRows(*in.same.r, 1, in.last)),
     NQ_RECT(s.CopyRows(s, 1, in.last)),
     NQ_RECT(s.CopyRowToRow(in.last, 1, in.d) && in.d.GetRow(1, out.v)),
     NQ_RECT(s.CopyRowToRow(in.last, 0, in.same.sparse) && in.same.sparse.GetRow(0, out.v)),
     NQ_RECT((s.CopyRowToRow(0, in.last, s), s.CopyRowToRow(0, 0, s))),
-    NQ_RECT(s.ExtractColumns(in.two, out.rect)),
-    NQ_RECT(s.ExtractRows(in.rows, out.rect)),
-    NQ_RECT(s.CreateBlockDiagonal(2, out.rect)),
-    NQ_RECT(s.ShiftColumns(1, out.rect)),
-    NQ_RECT(s.ShiftColumns(-2, out.rect)),
-    NQ_RECT(s.ShiftRows(1, out.rect)),
-    NQ_RECT(s.ShiftRows(-2, out.rect)),
-    NQ_RECT(s.ComputeMatrixProduct(in.b, out.rect)),
-    NQ_RECT(s.ComputeProductMatrixTrans(in.c, out.rect)),
+    NQ_RECT(s.ExtractColumns(in.two, out.rect), s.GetRow(in.last, out.v), s.ColNorm(0)),
+    NQ_RECT(s.ExtractRows(in.rows, out.rect), s.GetCol(0, out.v), s.RowNorm(in.last)),
+    NQ_RECT(s.CreateBlockDiagonal(2, out.rect), s.CopyColToVec(in.n - 1, out.v), s.IsRowZero(0)),
+    NQ_RECT(s.ShiftColumns(1, out.rect), out.sym.ComputeRTransByR(s)),
+    NQ_RECT(s.ShiftColumns(-2, out.rect), out.sym.ComputeRByRTrans(s)),
+    NQ_RECT(s.ShiftRows(1, out.rect), s.ComputeRV(in.v, out.v)),
+    NQ_RECT(s.ShiftRows(-2, out.rect), s.ComputeVR(in.w, out.v), s.IsRowZero(in.last)),
+    NQ_RECT(s.ComputeMatrixProduct(in.b, out.rect), s.DotProductCol(0, in.n - 1)),
+    NQ_RECT(s.ComputeProductMatrixTrans(in.c, out.rect), s.DotProductRows(0, in.last)),
     NQ_RECT(s.ComputeProductMatrixTrans(s, out.rect)),
-    NQ_RECT(s.ComputeRV(in.v, out.v)),
-    NQ_RECT(s.ComputeVR(in.w, out.v)),
-    NQ_RECT(s.DotProductCol(0, in.n - 1), s.DotProductRows(0, in.last)),
     NQ_RECT(s.DotProductRowCol(in.last, in.b, 2), s.DotProductRowRow(0, in.c, 3)),
     NQ_RECT(s.IncrVecByColumn(0, out.v = in.w, 1, in.last, 3, true)),
     NQ_RECT(s.IncrVecByColumn(0, in.none, 0, 0, 3, false),
@@ -297,8 +276,6 @@ const RowOf<INQRectMatrix, RectInputs> kRectRows[] = {
     NQ_RECT(in.d.ComputeProductMatrixTrans(s, out.rect)),
     NQ_RECT(out.rect.CopyColumns(s, in.n - 1, 1),
             ToRect(ToDense(s)).DotProductColCol(0, s, in.n - 1)),
-    NQ_RECT(out.sym.ComputeRTransByR(s)),
-    NQ_RECT(out.sym.ComputeRByRTrans(s)),
     NQ_RECT_REFUSED(
         s.GetRow(in.m, out.v), s.GetRow(-1, out.v), s.GetCol(in.n, out.v),
         s.CopyColToVec(-1, out.v), s.AddRow(NQSparseVector(in.places, in.none)),
@@ -325,7 +302,7 @@ TEST(Substitution, RectangularMatrices) {
         std::mt19937 random(seed);
         NQSparseRectMatrix sparse = RandomSparse(m, n, k, random);
         NQRectMatrix dense = ToRect(ToDense(sparse));
-        RectInputs in(m, n, k, seed % 2 == 1), denseIn(m, n, k, false);
+        RectInputs in{m, n, k, seed % 2 == 1}, denseIn{m, n, k, false};
         row.ExpectSame("m, n, k, seed " + ::testing::PrintToString(std::tuple{m, n, k, seed}),
                        sparse, in, dense, denseIn);
       }
@@ -338,12 +315,9 @@ TEST(Substitution, RectangularMatrices) {
 TEST(NQDiagMatrix, DeterminantIsTheProduct) {
   NQDeterminant det{7, 7};
   EXPECT_FALSE(NQDiagMatrix().ComputeDeterminant(0, det) || det != NQDeterminant(7, 7));
-  for (const auto& [diagonal, wanted] : {std::pair<Values, NQDeterminant>{{25, 4}, {1, 2}},
-                                         {{4, 0, 5}, {0, 0}},
-                                         {{-2, 3}, {-6, 0}},
-                                         {{-0.5, 0.25, -1}, {1.25, -1}},
-                                         {{1e300, 2e300, 1e300}, {2, 900}},
-                                         {{0, kNaN}, {0, 0}}}) {
+  for (const auto& [diagonal, wanted] : std::vector<std::pair<Values, NQDeterminant>>{
+#include "golden/matrix_diagonal_determinants.inc"
+       }) {
     EXPECT_TRUE(NQDiagMatrix(diagonal).ComputeDeterminant(-1, det));
     EXPECT_NEAR(det.first, wanted.first, 1e-14) << diagonal[0];
     EXPECT_EQ(det.second, wanted.second) << diagonal[0];

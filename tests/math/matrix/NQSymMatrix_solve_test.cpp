@@ -1,0 +1,373 @@
+// Factors, determinants, inverses and solves of symmetric matrices by Cholesky and by sweep, the
+// positive-definite repair, indefinite solves, rank-one changes of a factor; refusals and the state
+// after them.
+#include <nqcommon/math/matrix/NQSymMatrix.h>
+
+#include <array>
+#include <cmath>
+#include <tuple>
+
+#include "math/matrix/matrix_support.h"
+#include "support/known_matrices.h"
+
+namespace NQMath_940 {
+namespace {
+
+using namespace nqtest;
+
+// ---- Cholesky
+
+// L L' of an integer factor whose third row has no pivot: row 2 = row 0 + 2 row 1.
+const Dense kFactor{{2, 0, 0, 0}, {1, 3, 0, 0}, {4, 6, 0, 0}, {5, 1, 0, 2}};
+NQSymMatrix RankThree() { return ToSym(kFactor * Trans(kFactor)); }
+
+Values DiagonalOf(const NQSymMatrix& s) {
+  Values t;
+  s.GetDiagonal(t);
+  return t;
+}
+
+TEST(NQSymMatrixCholesky, RankDeficient) {
+  const Values t = DiagonalOf(RankThree());
+  NQSymMatrix s = RankThree(), withSet = s, withPivot = s;
+  NQBitSet set = NQBitSet(Bits{true, true, true, true, true});
+  double minPivot = 7;
+  EXPECT_TRUE(s.LTChol(t, 1e-12, true) == 1 && withSet.LTChol(t, 1e-12, set, true) == 1 &&
+              withPivot.LTChol(1e-12, minPivot, true) == 1);
+  for (const NQSymMatrix& factor : {s, withSet, withPivot})
+    EXPECT_EQ(Lower(ToDense(factor)), kFactor);
+  EXPECT_TRUE(set == NQBitSet(Bits{true, true, false, true, false}) && minPivot == 0);
+
+  Indices kept, above;
+  EXPECT_EQ((std::array{RankThree().CholIndNonRed(0, 1e-12, kept),
+                        FromPacked({4, 0, 9}).CholIndNonRed(4, 0, above),
+                        RankThree().CholIndNonRed(-1, 1e-12, above)}),
+            (std::array{1, 1, -1}));
+  EXPECT_EQ(kept, (Indices{0, 1, 3}));
+  EXPECT_EQ(above, (Indices{1})) << "4 is not above 4";
+}
+
+TEST(NQSymMatrixCholesky, RefusedArguments) {
+  for (const auto& [name, order, t, eps, check, result] :
+       std::vector<std::tuple<const char*, int, Values, double, bool, int>>{
+#include "golden/matrix_cholesky_refusals.inc"
+       }) {
+    NQSymMatrix s(order, true);
+    s.AddToDiagonal(4);
+    NQBitSet set = NQBitSet(Bits{true});
+    EXPECT_EQ(s.LTChol(t, eps, check), result) << name;
+    s.AddToDiagonal(2);
+    EXPECT_EQ(s.LTChol(t, eps, set, check), result) << name;
+    if (result == 0) continue;
+    EXPECT_EQ(s.Trace(), 6 * order) << name << " changed the matrix";
+    EXPECT_TRUE(set == NQBitSet(Bits{true})) << name;
+  }
+  double refused = 0, none = 0;
+  EXPECT_EQ(NQSymMatrix(2, true).LTChol(-1, refused, true), -1);
+  EXPECT_EQ(NQSymMatrix().LTChol(1e-12, none, true), 0);
+  EXPECT_TRUE(refused == kMissing && none == kMissing);
+}
+
+TEST(NQSymMatrixCholesky, Determinants) {
+  for (const auto& [name, matrix, mantissa, power] :
+       std::vector<std::tuple<const char*, Dense, double, int>>{
+#include "golden/matrix_determinants.inc"
+       }) {
+    NQDeterminant det{7, 7};
+    EXPECT_TRUE(ToSym(matrix).ComputeDeterminant(1e-14, det)) << name;
+    // Compared as a ratio, for 9.99.. x 10^p and 1.00.. x 10^(p+1) are neighbours.
+    const double ratio = det.first * std::pow(10, det.second - power);
+    EXPECT_CLOSE(ratio, mantissa, power == -320 ? 1e-4 : 1e-12) << name;
+    if (mantissa != 0) {
+      EXPECT_TRUE(std::fabs(det.first) >= 1 && std::fabs(det.first) < 10) << name;
+    } else {
+      EXPECT_EQ(det, NQDeterminant(0, 0)) << name;
+    }
+  }
+  NQDeterminant det{7, 7};
+  EXPECT_FALSE(NQSymMatrix().ComputeDeterminant(1e-14, det));
+  EXPECT_FALSE(FromPacked({1}).ComputeDeterminant(-1, det));
+  EXPECT_EQ(det, NQDeterminant(7, 7));
+}
+
+TEST(NQSymMatrixCholesky, DeterminantAndInverseOfAFactor) {
+  NQSymMatrix l = FromPacked({2, 3, -4, 5, 6, 8});
+  NQDeterminant det;
+  EXPECT_EQ(l.LTDetInverse(det, 11), 0);
+  EXPECT_EQ(det, NQDeterminant(-6.4, 1));
+  const Dense inverse{{0.5, 0, 0}, {0.375, -0.25, 0}, {-0.59375, 0.1875, 0.125}};
+  EXPECT_EQ(Lower(ToDense(l)), inverse);
+  det = {7, 7};
+  NQSymMatrix singular = FromPacked({2, 3, 0, 5, 6, 8});
+  EXPECT_EQ(singular.LTDetInverse(det, 10), 1);
+  EXPECT_EQ(det, NQDeterminant(7, 7)) << "job without a determinant";
+  EXPECT_EQ(Lower(ToDense(singular)), (Dense{{0.5, 0, 0}, {0, 0, 0}, {-0.3125, 0, 0.125}}));
+  EXPECT_EQ(singular.LTDetInverse(det, 1), 1);
+  EXPECT_EQ(det, NQDeterminant(0, 0));
+}
+
+// A matrix of another storage, as far as its type code goes.
+struct OtherType : NQSymMatrix {
+  int GetType() const override { return 1; }
+};
+
+TEST(NQSymMatrixCholesky, Inverses) {
+  for (const KnownMatrix& known : KnownMatrices()) {
+    NQSymMatrix s = ToSym(known.matrix), swept = s;
+    NQBitSet set;
+    EXPECT_EQ(s.CholInverse(DiagonalOf(s), 1e-16, s), s.GetNRows())
+        << known.name << ", into itself";
+    EXPECT_TRUE(swept.SweepOnAll(1e-14, set, true, true, true)) << known.name;
+    EXPECT_EQ(set.InSet(), s.GetNRows()) << known.name;
+    EXPECT_LE(std::max(known.InverseError(s), known.InverseError(swept)), 1) << known.name;
+  }
+  // Without row 2 of RankThree the rest has the inverse of its own submatrix.
+  const NQSymMatrix s = RankThree();
+  const Values t = DiagonalOf(s);
+  NQSymMatrix out, part, expected;
+  NQBitSet set, swept;
+  double minPivot = 7;
+  EXPECT_EQ(s.CholInverse(t, 1e-12, out, set), 3);
+  EXPECT_TRUE(set == NQBitSet(Bits{true, true, false, true}));
+  ASSERT_TRUE(s.ExtractSubmatrix({0, 1, 3}, part));
+  part.SweepOnAll(1e-12, swept, true, false, true);
+  ASSERT_TRUE(part.ExpandSym({0, 1, 3}, 4, expected));
+  EXPECT_LE(Distance(ToDense(out), ToDense(expected)), 1e-13);
+  EXPECT_EQ(s.CholInverse(t, 1e-12, out, minPivot), 3);
+  EXPECT_EQ(minPivot, 0);
+
+  OtherType other;
+  double refused = 7;
+  EXPECT_EQ((std::array{s.CholInverse(t, 1e-12, other), s.CholInverse(t, 1e-12, other, set),
+                        s.CholInverse(t, 1e-12, other, minPivot),
+                        s.CholInverse({1}, 1e-12, out, refused)}),
+            (std::array{-1, -1, -1, -1}));
+  EXPECT_TRUE(minPivot == kMissing && refused == kMissing && !s.ComputeSTransS(other));
+}
+
+TEST(NQSymMatrixCholesky, Solves) {
+  // Consistent right-hand sides S x of a singular S: the dropped unknown is 0.
+  const Values x{3, -2, 0, 5}, b = Trans(ToDense(RankThree()) * Column(x))[0];
+  NQSymMatrix s = RankThree(), indefinite = FromPacked({-4, 1, 2});
+  Values got = b;
+  EXPECT_EQ(s.LTSolve(got, 1e-12, got), 1);
+  EXPECT_LE(Distance({got}, {x}), 1e-12);
+  EXPECT_EQ(got[2], 0);
+  s = RankThree();
+  EXPECT_EQ(s.LTSolve({1, 2}, 1e-12, got) + s.LTSolve(b, kNaN, got), -2);
+  EXPECT_EQ(ToDense(s), ToDense(RankThree()));
+  EXPECT_EQ(indefinite.LTSolve({1, 4}, 2, got), 2)
+      << "no pivot is ever the root of a negative number";
+}
+
+TEST(NQSymMatrixCholesky, PositiveDefiniteRepair) {
+  for (const auto& [name, matrix, eps, atMost, smallest] :
+       std::vector<std::tuple<const char*, Dense, double, int, double>>{
+#include "golden/matrix_repairs.inc"
+       }) {
+    SCOPED_TRACE(name);
+    const NQSymMatrix before = ToSym(matrix);
+    NQSymMatrix s = before;
+    bool changed = true;
+    double shift = 5, max = 0, min = 0, maxBefore = 0;
+    const int result = s.TransformToPositiveDefinite(eps, changed, shift);
+    EXPECT_EQ(changed, atMost > 1);
+    if (!changed) {
+      EXPECT_TRUE(result == atMost && shift == 0) << result;
+      EXPECT_TRUE(AreSame(s.AsVector(), before.AsVectorConst()));
+      continue;
+    }
+    EXPECT_TRUE(result > 2 && result <= atMost) << result;
+    s.MaxMinDiag(max, min);
+    EXPECT_CLOSE(max, 1, 1e-14);
+    // shift = c + 0.01 (largest diagonal + c), c >= -smallest found to 2 eps
+    before.MaxMinDiag(maxBefore, min);
+    const double c = (shift - 0.01 * maxBefore) / 1.01;
+    EXPECT_NEAR(c, -smallest, 1e-5 * std::fabs(smallest));
+    EXPECT_CLOSE(s.GetElem(1, 0) * (shift + maxBefore), matrix[1][0], 1e-14);
+    EXPECT_EQ(s.LTChol(1e-12, min, true), 0);
+  }
+}
+
+// ---- Indefinite matrices, and changes of a factor
+
+TEST(NQSymMatrixIndefinite, Solves) {
+  const Dense saddle{{0, 1}, {1, 5}};
+  for (const auto& [name, matrix, want, eps, solves, leftOut] :
+       std::vector<std::tuple<const char*, Dense, Values, double, bool, int>>{
+#include "golden/matrix_indefinite_systems.inc"
+       }) {
+    const NQSymMatrix s = ToSym(matrix);
+    const Values b = Trans(matrix * Column(want))[0];
+    Values x{7}, general{7};
+    EXPECT_EQ(s.SolveIndefinite(b, eps, x), solves) << name;
+    EXPECT_EQ(s.SolveIndefiniteGI(b, eps, general), leftOut) << name;
+    EXPECT_LE(Distance({x}, {solves ? want : Values{7}}), 1e-13) << name;
+    EXPECT_LE(Distance({general}, {leftOut >= 0 ? want : Values{7}}), 1e-12) << name;
+  }
+  // With rows 0 and 2 alone: (1 3; 3 -4) x = (7, 8).
+  const NQSymMatrix s = ToSym({{1, 2, 3}, {2, 0, -1}, {3, -1, -4}});
+  Values x{7, 100, 8};
+  EXPECT_FALSE(s.SolveIndefinite(x, 0.9, NQBitSet(Bits{true, true, false}), x) ||
+               s.SolveIndefinite({1, 2}, 0, x) || s.SolveIndefinite({1, 2}, 0, NQBitSet(3), x) ||
+               NQSymMatrix().SolveIndefinite({}, 0, x));
+  ASSERT_TRUE(s.SolveIndefinite(x, 1e-12, NQBitSet(Bits{true, false, true}), x));
+  EXPECT_LE(Distance({x}, {{4, 0, 1}}), 1e-14);
+}
+
+TEST(NQSymMatrixIndefinite, RankOneChangesOfAFactor) {
+  const Dense three{{2, 0, 0}, {1, 3, 0}, {-4, 5, 1}}, hole{{2, 0, 0}, {1, 0, 0}, {3, 0, 4}};
+  for (const auto& [l, v] : std::vector<std::pair<Dense, Values>>{
+#include "golden/matrix_factor_changes.inc"
+       }) {
+    NQSymMatrix factor = ToSym(l);
+    Dense wanted = Plus(l * Trans(l), 1, Column(v) * Dense{v});
+    for (bool added : {true, false}) {
+      ASSERT_TRUE(added ? factor.LTCholUpdateR1(v) : factor.LTCholDowndate(v));
+      const Dense L = Lower(ToDense(factor));
+      EXPECT_LE(Distance(L * Trans(L), wanted), 1e-11) << ::testing::PrintToString(v) << added;
+      for (std::size_t i = 0; i < L.size(); ++i) EXPECT_GE(L[i][i], 0) << i;
+      wanted = l * Trans(l);
+    }
+  }
+  // A zero pivot that the update fills.
+  NQSymMatrix l = ToSym({{2, 0}, {1, 0}});
+  ASSERT_TRUE(l.LTCholUpdateR1({0, -3}));
+  EXPECT_EQ(l.AsVector(), (Values{2, 1, 3}));
+  for (const Values& v : {Values{2, 1}, Values{5, 0}, Values{0, 3.5}, Values{kNaN, 0}, Values{1}})
+    EXPECT_FALSE(l.LTCholDowndate(v)) << "not positive definite, or too short";
+  EXPECT_EQ(l.AsVector(), (Values{2, 1, 3}));
+  EXPECT_FALSE(l.LTCholUpdateR1({1, 2, 3}));
+}
+
+// ---- Sweep
+
+TEST(NQSymMatrixSweep, RegressionCoefficientsAndTheWayBack) {
+  // Predictors 1, x and 2x, target 1 + 2x: the third row is refused.
+  NQSymMatrix s(4, true);
+  for (double x : {1.0, 2.0, 4.0, 8.0}) s.UpdateXX({1, x, 2 * x, 1 + 2 * x}, 1);
+  const NQSymMatrix before = s;
+  NQBitSet swept;
+  EXPECT_TRUE(s.SweepOnSelected({0, 1, 2}, 1e-12, swept, true));
+  EXPECT_TRUE(swept == NQBitSet(Bits{true, true, false, false}));
+  Values b, t;
+  ASSERT_TRUE(s.GetRegCoeffs(b, swept));
+  for (std::size_t i = 0; i < 3; ++i)
+    EXPECT_CLOSE(b[i], (Values{1, 2, 0})[i], i < 2 ? 1e-13 : 0) << i;
+  EXPECT_LE(std::fabs(s.GetElem(3, 3)), 1e-12) << "residual sum of squares";
+  NQBitSet nonRedundant(4);
+  before.GetDiagonal(t);
+  EXPECT_TRUE(s.CheckMDependent(2, 1e-12, t, swept, nonRedundant));
+  EXPECT_FALSE(s.CheckMDependent(4, 1e-12, t, swept, nonRedundant));
+  EXPECT_FALSE(s.SweepOnSelected({1, 0}, 1e-12, swept, true)) << "swept diagonals are negative";
+  EXPECT_TRUE(s.SweepOnSelected({1, 0}, 1e-12, swept, true, &t));
+  EXPECT_EQ(swept.InSet(), 0);
+  EXPECT_LE(Distance(ToDense(s), ToDense(before)), 1e-11);
+}
+
+// In the production form and in plain loops.
+TEST(NQSymMatrixSweep, RefusalsChangeNothing) {
+  const Bits none{false, false}, second{false, true};
+  for (const auto& [name, matrix, before, k, eps, t, check, result] :
+       std::vector<std::tuple<const char*, Values, Bits, int, double, Values, bool, bool>>{
+#include "golden/matrix_sweep_refusals.inc"
+       }) {
+    for (bool plain : {false, true}) {
+      if (plain && t.size() < 2) continue;  // the pointer forms trust their caller
+      NQSymMatrix s = FromPacked(matrix);
+      NQBitSet swept(before), wanted(before);
+      EXPECT_EQ(
+          plain ? s.SweepOrig(k, eps, t.data(), swept, check) : s.Sweep(k, eps, t, swept, check),
+          result)
+          << name;
+      if (result) wanted.Set(k, !wanted.IsIn(k));
+      EXPECT_TRUE(swept == wanted) << name;
+      EXPECT_TRUE(result || AreSame(s.AsVector(), matrix)) << name;
+    }
+  }
+}
+
+TEST(NQSymMatrixSweep, DriversRaiseReferencesOnlyWithCheck) {
+  // A pivot of 0.25 with eps 0.5: below eps x 1, above eps x its own size.
+  for (const auto& [check, given, rows, raised] :
+       {std::tuple{false, true, 1, 0.25}, {true, false, 0, 0.25}, {true, true, 0, 1.0}}) {
+    Values t{0.25};
+    NQBitSet swept;
+    NQSymMatrix s = FromPacked({0.25});
+    EXPECT_TRUE(s.SweepOnAll(0.5, swept, check, false, false, given ? &t : nullptr));
+    EXPECT_TRUE(swept.InSet() == rows && t[0] == raised) << check << given;
+  }
+}
+
+TEST(NQSymMatrixSweep, FailedCheckOfSweepOnAllStillZeroesAndChangesSign) {
+  for (const auto& [eps, reference] : {std::pair{0.0, 1.0}, {1e-12, -1.0}}) {
+    NQSymMatrix s = FromPacked({2, 1, 2});
+    Values t{0.5, reference};
+    NQBitSet swept(7);
+    EXPECT_FALSE(s.SweepOnAll(eps, swept, true, false, true, &t));
+    EXPECT_EQ(s.AsVector(), Values({-2, -1, -2}));
+    EXPECT_TRUE(swept == NQBitSet(2) && t[0] == 0.5);
+    EXPECT_FALSE(s.SweepOnAll(eps, swept, true, true, false, &t));
+    EXPECT_EQ(s.AsVector(), Values({0, 0, 0}));
+  }
+}
+
+TEST(NQSymMatrixSweep, ManyAndTheLogDeterminant) {
+  for (bool pivotBefore : {true, false}) {
+    NQSymMatrix s = ToSym(Pascal(6).matrix);  // every leading determinant is 1
+    NQBitSet swept = NQBitSet(Bits{true, true, false, false, false, false});
+    double logDet = 5;
+    EXPECT_TRUE(s.SweepOnMany(4, 1e-14, pivotBefore, swept, logDet, true));
+    EXPECT_TRUE(std::fabs(logDet) <= 1e-12 && swept.InSet() == 4) << logDet;
+    NQSymMatrix d = FromPacked({2, 0, 0, 0, 0, 8});
+    NQBitSet fresh;
+    EXPECT_TRUE(d.SweepOnMany(3, 1e-14, pivotBefore, fresh, logDet, true));
+    EXPECT_CLOSE(logDet, pivotBefore ? std::log(16) : -std::log(16), 1e-15);
+    EXPECT_TRUE(fresh == NQBitSet(Bits{true, false, true}));
+  }
+  NQSymMatrix s = FromPacked({2, 0, 2});
+  for (auto [rows, eps, size, t] : std::vector<std::tuple<int, double, int, Values>>{
+#include "golden/matrix_many_refusals.inc"
+       }) {
+    NQBitSet swept(size);
+    double logDet = 5;
+    EXPECT_FALSE(s.SweepOnMany(rows, eps, true, swept, logDet, true, &t));
+    EXPECT_EQ(logDet, 5);
+  }
+  NQBitSet swept(2), shortSet(1);
+  Values t{1, -1};
+  EXPECT_FALSE(s.SweepOnSelected({0, 2}, 1e-12, swept, true) ||
+               s.SweepOnSelected({-1}, 1e-12, swept, false) ||
+               s.SweepOnSelected({0}, 1e-12, shortSet, true) ||
+               s.SweepOnSelected({0}, 1e-12, swept, true, &t));
+  EXPECT_EQ(s.AsVector(), Values({2, 0, 2}));
+}
+
+TEST(NQSymMatrixSweep, RedundantRowsEndAsZeroAndGiveAGeneralisedInverse) {
+  const NQSymMatrix m = FromPacked({4, 2, 5, 6, 7, 13, 1, 0, 1, 3});  // 2 = 0 + 1
+  NQSymMatrix g = m;
+  NQBitSet swept, nonRedundant;
+  EXPECT_TRUE(g.SweepOnAll(1e-12, swept, true, true, true));
+  EXPECT_TRUE(swept == NQBitSet(Bits{true, true, false, true}));
+  for (int j = 0; j < 4; ++j) EXPECT_EQ(g.GetElem(2, j), 0);
+  EXPECT_EQ(g.CheckGMG(m, 1e-12, nonRedundant), 0);
+  EXPECT_TRUE(nonRedundant == swept);
+  g.SetElem(0, 1, g.GetElem(0, 1) + 0.1);
+  EXPECT_GT(g.CheckGMG(m, 1e-12, nonRedundant), 0);
+  EXPECT_EQ(g.CheckGMG(NQSymMatrix(3, true), 1e-12, nonRedundant), -1);
+}
+
+TEST(NQSymMatrixSweep, CallsGoThroughTheInterface) {
+  struct Derived : NQSymMatrix {
+    Derived() : NQSymMatrix(FromPacked({4, 0, 4})) {}
+    void GetDiagonal(Values& out) const override { out = {1e9, 1}; }
+    bool ZeroOut(int i) override { return SetRowColToConst(i, 7); }
+  } s;
+  NQBitSet swept;
+  EXPECT_TRUE(s.SweepOnAll(1e-6, swept, false, true, false));
+  EXPECT_TRUE(swept == NQBitSet(Bits{false, true}));
+  EXPECT_EQ(s.GetElem(0, 0), 7);
+}
+
+}  // namespace
+}  // namespace NQMath_940
