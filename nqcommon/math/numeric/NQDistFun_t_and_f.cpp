@@ -14,6 +14,7 @@
 namespace NQMath_940 {
 
 using internal::Fail;
+using internal::kPowerTailFrom;
 using NQCommon_940::NQMV;
 
 namespace {
@@ -31,15 +32,11 @@ internal::Tails FTails(double x, double df1, double df2) {
   return internal::IncompleteBeta(internal::BetaPointOfRatio(x, a, b), a, b);
 }
 
-// Past this, where squares would overflow, the outer tail of t is t^-df to the last digit, up to a
-// factor.
-constexpr double kPowerFrom = 1e150;
-
 // P(|T| <= |t|) and P(|T| > |t|): t^2 has an F distribution with 1 and df degrees of freedom.
 internal::Tails TwoSided(double t, double df) {
   const double size = std::fabs(t);
-  if (size <= kPowerFrom) return FTails(size * size, 1, df);
-  const double outer = TwoSided(kPowerFrom, df).upper * std::pow(size / kPowerFrom, -df);
+  if (size <= kPowerTailFrom) return FTails(size * size, 1, df);
+  const double outer = TwoSided(kPowerTailFrom, df).upper * std::pow(size / kPowerTailFrom, -df);
   return {1 - outer, outer};
 }
 
@@ -100,8 +97,8 @@ double NQDistFun::tarnidft(const double& p, const double& df, long& status, cons
   const double square =
       internal::InverseBetaRatio({inside, outside}, 0.5, internal::BoundedShape(df) / 2);
   double size = std::sqrt(square);
-  if (size > kPowerFrom)
-    size = kPowerFrom * std::pow(TwoSided(kPowerFrom, df).upper / outside, 1 / df);
+  if (size > kPowerTailFrom)
+    size = kPowerTailFrom * std::pow(TwoSided(kPowerTailFrom, df).upper / outside, 1 / df);
   if (std::isinf(size)) return Fail(2L, status);
   return p < 0.5 ? -size : size;
 }

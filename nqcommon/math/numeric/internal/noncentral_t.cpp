@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numbers>
 
 #include <nqcommon/math/numeric/NQDistFun.h>
 #include <nqcommon/math/numeric/internal/log_gamma.h>
@@ -12,10 +13,6 @@ namespace NQMath_940::internal {
 
 namespace {
 
-constexpr double kPi = 3.141592653589793;
-
-// Past this, where squares would overflow, the outer tail of t is t^-df up to a factor.
-constexpr double kPowerFrom = 1e150;
 constexpr double kLargestNcp = 1e150;  // a larger one is taken for it
 
 // Integrals over u = ln S, whose density is
@@ -23,7 +20,7 @@ constexpr double kLargestNcp = 1e150;  // a larger one is taken for it
 class ChiIntegral {
  public:
   explicit ChiIntegral(double df)
-      : fDf(df), fScale(0.5 * std::log(df / kPi) - StirlingError(df / 2)) {}
+      : fDf(df), fScale(0.5 * std::log(df / std::numbers::pi) - StirlingError(df / 2)) {}
 
   // The integral of the density of u times given(u - peak), for an integrand with one peak, at
   // about `peak`, and a logarithm whose second derivative there is at least twice -`curvature`.
@@ -78,8 +75,9 @@ double OppositeTail(double t, double df, double ncp) {
 // tails of beta variables (Lenth 1989, AS 243; the sum of the complements as in Benton and
 // Krishnamoorthy 2003).
 Tails SameSideTails(double t, double df, double ncp) {
-  if (t > kPowerFrom) {
-    const double upper = SameSideTails(kPowerFrom, df, ncp).upper * std::pow(t / kPowerFrom, -df);
+  if (t > kPowerTailFrom) {
+    const double upper =
+        SameSideTails(kPowerTailFrom, df, ncp).upper * std::pow(t / kPowerTailFrom, -df);
     return {1 - upper, upper};
   }
   const double b = df / 2;

@@ -45,4 +45,8 @@ inline double BoundedShape(double shape) {
   return IsShape(shape) ? std::clamp(shape, kSmallestShape, kLargestShape) : shape;
 }
 
+// Past this, where squares would overflow, the outer tail of t is t^-df to the last digit, up to a
+// factor.
+inline constexpr double kPowerTailFrom = 1e150;
+
 }  // namespace NQMath_940::internal

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cmath>
+#include <numbers>
 
 #include <nqcommon/math/numeric/NQPower.h>
 #include <nqcommon/math/random/internal/kinderman_ramage.h>
@@ -16,8 +17,8 @@ inline double ExponentialOf(double u) { return -std::log1p(-u); }
 // a trial, at most 1.39 trials on average. For tiny a most deviates underflow, to 0.
 template <class Uniform>
 double GammaBelowOne(double a, Uniform& uniform) {
-  constexpr double kE = 2.718281828459045;
-  const double c = (a + kE) / kE;
+  using std::numbers::e;
+  const double c = (a + e) / e;
   for (;;) {
     double u = uniform();
     while (u == 0) u = uniform();
