@@ -4,8 +4,8 @@
 #include <variant>
 #include <vector>
 
-#include <nqcommon/math/stats/NQBarChartData.h>
-#include <nqcommon/math/stats/NQHistogramData.h>
+#include <nqcommon/math/stats/charts/NQBarChartData.h>
+#include <nqcommon/math/stats/charts/NQHistogramData.h>
 #include <nqcommon/model/NQUniStats.h>
 #include <nqcommon/output/NQVariateData.h>
 

@@ -10,8 +10,8 @@
 #include <string>
 #include <vector>
 
-#include <nqcommon/model/NQSettings.h>
 #include <nqcommon/model/NQVarList.h>
+#include <nqcommon/model/settings/NQSettings.h>
 #include <nqcommon/output/NQPMMLTags.h>
 #include <nqcommon/xml/ExportFormat.h>
 #include <nqcommon/xml/SaveXMLTags.h>

@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include <nqcommon/model/NQSettings.h>
 #include <nqcommon/model/NQVarList.h>
+#include <nqcommon/model/settings/NQSettings.h>
 
 namespace regression {
 

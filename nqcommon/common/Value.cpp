@@ -7,14 +7,11 @@
 #include <stdexcept>
 
 #include <nqcommon/common/NQException.h>
-#include <nqcommon/common/internal/three_way.h>
-#include <nqcommon/common/internal/truncate.h>
 #include <nqcommon/common/text_conversion.h>
+#include <nqcommon/common/three_way.h>
+#include <nqcommon/common/truncate.h>
 
 namespace NQCommon_940 {
-
-using internal::Sign;
-using internal::Truncate;
 
 static_assert(sizeof(Value) == 16);
 

@@ -119,4 +119,10 @@ class NQ_API INQVariable {
   INQVariable& operator=(const INQVariable&) = default;
 };
 
+// Numbers or texts as categories.
+inline bool IsCategorical(INQVariable::MeasureLevel level) {
+  return level == INQVariable::LevelNumericCategorical ||
+         level == INQVariable::LevelStringCategorical;
+}
+
 }  // namespace NQXML_940

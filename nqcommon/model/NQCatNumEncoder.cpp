@@ -62,14 +62,14 @@ const std::vector<std::string>& NQCatNumEncoder::GetValueLabels() const {
 }
 
 int NQCatNumEncoder::WriteObjectXML(std::ostream& os, int indent) const {
-  internal::ObjectWriter writer(os, "NQCatNumEncoder", indent);
+  ObjectWriter writer(os, "NQCatNumEncoder", indent);
   fCategories->Write(writer);
   WriteMissing(writer);
   return writer.End();
 }
 
 int NQCatNumEncoder::ReadObjectXML(std::ifstream& in) {
-  return internal::ReadObject(in, "NQCatNumEncoder", [this](internal::ObjectReader& reader) {
+  return internal::ReadObject(in, "NQCatNumEncoder", [this](ObjectReader& reader) {
     fCategories->Read(reader);
     ReadMissing(reader);
   });

@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
+#include <nqcommon/common/ClonePtr.h>
 #include <nqcommon/export.h>
-#include <nqcommon/model/ClonePtr.h>
 #include <nqcommon/model/NQNumericEncoder.h>
 
 namespace NQXML_940 {
@@ -64,7 +64,7 @@ class NQ_API NQCatNumEncoder final : public NQNumericEncoder {
   void Display() const override;
 
  private:
-  ClonePtr<internal::Categories<double>> fCategories;
+  NQCommon_940::ClonePtr<internal::Categories<double>> fCategories;
 };
 
 }  // namespace NQXML_940

@@ -7,7 +7,6 @@
 #include <nqcommon/common/display.h>
 #include <nqcommon/model/NQCatNumEncoder.h>
 #include <nqcommon/model/NQStringEncoder.h>
-#include <nqcommon/model/internal/measure_level.h>
 #include <nqcommon/model/internal/saved_fields.h>
 #include <nqcommon/xml/number_format.h>
 
@@ -79,7 +78,7 @@ void NQCatVar::SetBinaryFlag(bool on, int trueIndex) {
 }
 
 bool NQCatVar::SetFlagVariable(bool isFlag) {
-  if (!internal::IsCategorical(fLevel)) return false;
+  if (!IsCategorical(fLevel)) return false;
   fIsFlagVariable = isFlag;
   return true;
 }
@@ -87,7 +86,7 @@ bool NQCatVar::SetFlagVariable(bool isFlag) {
 NQCatVar* NQCatVar::Clone() const { return new NQCatVar(*this); }
 
 int NQCatVar::WriteObjectXML(std::ostream& os, int indent) const {
-  internal::ObjectWriter writer(os, "NQCatVar", indent);
+  ObjectWriter writer(os, "NQCatVar", indent);
   writer.Value(fName);
   writer.Value(fLabel);
   writer.Value(fRole);
@@ -103,7 +102,7 @@ int NQCatVar::WriteObjectXML(std::ostream& os, int indent) const {
 }
 
 int NQCatVar::ReadObjectXML(std::ifstream& in) {
-  return internal::ReadObject(in, "NQCatVar", [this](internal::ObjectReader& reader) {
+  return internal::ReadObject(in, "NQCatVar", [this](ObjectReader& reader) {
     reader.Value(fName);
     reader.Value(fLabel);
     internal::ReadCode(reader, fRole);
@@ -111,7 +110,7 @@ int NQCatVar::ReadObjectXML(std::ifstream& in) {
     internal::ReadCount(reader, fNCategories);
     auto level = LevelUnknown;
     internal::ReadCode(reader, level);
-    reader.Require(internal::IsCategorical(level));
+    reader.Require(IsCategorical(level));
     fLevel = level;
     reader.Value(fIsOrdinal);
     reader.Value(fIsBinaryFlag);

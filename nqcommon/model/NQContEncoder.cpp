@@ -37,14 +37,14 @@ double NQContEncoder::DecodeNum(int bin) const {
 NQContEncoder* NQContEncoder::Clone() const { return new NQContEncoder(*this); }
 
 int NQContEncoder::WriteObjectXML(std::ostream& os, int indent) const {
-  internal::ObjectWriter writer(os, "NQContEncoder", indent);
+  ObjectWriter writer(os, "NQContEncoder", indent);
   writer.Value(fBinning.GetNumberOfBins());
   WriteMissing(writer);
   return writer.End();
 }
 
 int NQContEncoder::ReadObjectXML(std::ifstream& in) {
-  return internal::ReadObject(in, "NQContEncoder", [this](internal::ObjectReader& reader) {
+  return internal::ReadObject(in, "NQContEncoder", [this](ObjectReader& reader) {
     constexpr double unknown = std::numeric_limits<double>::quiet_NaN();
     int n = 0;
     internal::ReadCount(reader, n);

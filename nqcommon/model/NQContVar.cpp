@@ -79,7 +79,7 @@ void NQContVar::ChangeEncoder(INQEncoder* encoder) {
 NQContVar* NQContVar::Clone() const { return new NQContVar(*this); }
 
 int NQContVar::WriteObjectXML(std::ostream& os, int indent) const {
-  internal::ObjectWriter writer(os, "NQContVar", indent);
+  ObjectWriter writer(os, "NQContVar", indent);
   writer.Value(fName);
   writer.Value(fLabel);
   writer.Value(fRole);
@@ -97,7 +97,7 @@ int NQContVar::WriteObjectXML(std::ostream& os, int indent) const {
 }
 
 int NQContVar::ReadObjectXML(std::ifstream& in) {
-  return internal::ReadObject(in, "NQContVar", [this](internal::ObjectReader& reader) {
+  return internal::ReadObject(in, "NQContVar", [this](ObjectReader& reader) {
     reader.Value(fName);
     reader.Value(fLabel);
     internal::ReadCode(reader, fRole);

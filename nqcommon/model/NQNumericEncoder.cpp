@@ -34,7 +34,7 @@ bool NQNumericEncoder::GetMissingInterval(double& lo, double& hi) const {
   return true;
 }
 
-void NQNumericEncoder::WriteMissing(internal::ObjectWriter& writer) const {
+void NQNumericEncoder::WriteMissing(ObjectWriter& writer) const {
   writer.Value(fHasInterval);
   if (fHasInterval) {
     writer.Value(fLower);
@@ -43,7 +43,7 @@ void NQNumericEncoder::WriteMissing(internal::ObjectWriter& writer) const {
   internal::WriteUserMissing(writer, fUserMissing);
 }
 
-void NQNumericEncoder::ReadMissing(internal::ObjectReader& reader) {
+void NQNumericEncoder::ReadMissing(ObjectReader& reader) {
   reader.Value(fHasInterval);
   fLower = fUpper = NQMV::Missing();
   if (fHasInterval) {

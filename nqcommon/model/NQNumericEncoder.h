@@ -10,10 +10,8 @@
 
 namespace NQXML_940 {
 
-namespace internal {
 class ObjectReader;
 class ObjectWriter;
-}  // namespace internal
 
 // The user-missing values of the encoders of numbers: values declared one by one, with labels, and a
 // closed interval. A value may be both. A NaN is missing only where a NaN is declared: it lies in no
@@ -36,8 +34,8 @@ class NQ_API NQNumericEncoder : public INQEncoder {
 
  protected:
   // The flag of the interval and, when it is set, the bounds; then the values and their labels.
-  void WriteMissing(internal::ObjectWriter& writer) const;
-  void ReadMissing(internal::ObjectReader& reader);
+  void WriteMissing(ObjectWriter& writer) const;
+  void ReadMissing(ObjectReader& reader);
   void DisplayMissing() const;
 
  private:

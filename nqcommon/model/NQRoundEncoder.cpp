@@ -37,7 +37,7 @@ double NQRoundEncoder::EncodeConst(const std::string&) const { return NQMV::Miss
 NQRoundEncoder* NQRoundEncoder::Clone() const { return new NQRoundEncoder(*this); }
 
 int NQRoundEncoder::WriteObjectXML(std::ostream& os, int indent) const {
-  internal::ObjectWriter writer(os, "NQRoundEncoder", indent);
+  ObjectWriter writer(os, "NQRoundEncoder", indent);
   writer.Value(fOption);
   WriteMissing(writer);
   return writer.End();
@@ -45,7 +45,7 @@ int NQRoundEncoder::WriteObjectXML(std::ostream& os, int indent) const {
 
 int NQRoundEncoder::ReadObjectXML(std::ifstream& in) {
   return internal::ReadObject(in, "NQRoundEncoder", "NQRoundEncoder from XML",
-                              [this](internal::ObjectReader& reader) {
+                              [this](ObjectReader& reader) {
                                 internal::ReadCode(reader, fOption);
                                 ReadMissing(reader);
                               });

@@ -71,14 +71,14 @@ const std::vector<std::string>& NQStringEncoder::GetMissValueLabels() const {
 }
 
 int NQStringEncoder::WriteObjectXML(std::ostream& os, int indent) const {
-  internal::ObjectWriter writer(os, "NQStringEncoder", indent);
+  ObjectWriter writer(os, "NQStringEncoder", indent);
   fCategories->Write(writer);
   internal::WriteUserMissing(writer, fUserMissing);
   return writer.End();
 }
 
 int NQStringEncoder::ReadObjectXML(std::ifstream& in) {
-  return internal::ReadObject(in, "NQStringEncoder", [this](internal::ObjectReader& reader) {
+  return internal::ReadObject(in, "NQStringEncoder", [this](ObjectReader& reader) {
     fCategories->Read(reader);
     internal::ReadUserMissing(reader, fUserMissing);
   });

@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
+#include <nqcommon/common/ClonePtr.h>
 #include <nqcommon/export.h>
-#include <nqcommon/model/ClonePtr.h>
 #include <nqcommon/model/INQEncoder.h>
 #include <nqcommon/model/UserMissing.h>
 
@@ -66,7 +66,7 @@ class NQ_API NQStringEncoder final : public INQEncoder {
   void Display() const override;
 
  private:
-  ClonePtr<internal::Categories<std::string>> fCategories;
+  NQCommon_940::ClonePtr<internal::Categories<std::string>> fCategories;
   UserMissing<std::string> fUserMissing;
 };
 

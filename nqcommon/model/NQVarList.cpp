@@ -7,12 +7,11 @@
 #include <nqcommon/model/NQCatVar.h>
 #include <nqcommon/model/NQContVar.h>
 #include <nqcommon/model/NQWeightVar.h>
-#include <nqcommon/model/internal/measure_level.h>
 #include <nqcommon/xml/XMLElement.h>
 
 namespace NQXML_940 {
 
-using internal::IsCategorical;
+using NQCommon_940::ClonePtr;
 
 namespace {
 

@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
+#include <nqcommon/common/ClonePtr.h>
 #include <nqcommon/export.h>
-#include <nqcommon/model/ClonePtr.h>
 #include <nqcommon/model/INQEncoder.h>
 #include <nqcommon/model/INQVariable.h>
 
@@ -180,21 +180,21 @@ class NQ_API NQVarList {
     return count;
   }
 
-  int Add(ClonePtr<INQVariable> variable);
+  int Add(NQCommon_940::ClonePtr<INQVariable> variable);
   template <class T>
   int AddCategories(const std::string& name, const std::string& label, const std::vector<T>& values,
                     const std::vector<double>* frequencies, INQVariable::VariableRole role,
                     bool isOrdinal);
   bool ChangeRole(int i, INQVariable::VariableRole from, INQVariable::VariableRole to);
 
-  std::vector<ClonePtr<INQVariable>> fvVariables;
+  std::vector<NQCommon_940::ClonePtr<INQVariable>> fvVariables;
   bool fListwiseDeletion = false;
   double fUnweightedCount = 0;
   double fWeightedCount = 0;
   double fDroppedCount = 0;
   double fBadWeightCount = 0;
   double fWeightedDroppedCount = 0;
-  ClonePtr<XMLElement> fFormatsElement;
+  NQCommon_940::ClonePtr<XMLElement> fFormatsElement;
 };
 
 }  // namespace NQXML_940

@@ -11,6 +11,8 @@
 
 namespace NQXML_940 {
 
+using NQCommon_940::ClonePtr;
+
 namespace {
 
 // An empty variable of the level, to read itself; none for another level. The kept weight is used
@@ -34,7 +36,7 @@ ClonePtr<INQVariable> MakeVariable(INQVariable::MeasureLevel level,
 }  // namespace
 
 int NQVarList::WriteObjectXML(std::ostream& os, int indent) const {
-  internal::ObjectWriter writer(os, "NQVarList", indent);
+  ObjectWriter writer(os, "NQVarList", indent);
   writer.Value(Count([](const INQVariable&) { return true; }));
   for (const auto& variable : fvVariables) {
     if (!variable) continue;
@@ -49,7 +51,7 @@ int NQVarList::WriteObjectXML(std::ostream& os, int indent) const {
 }
 
 int NQVarList::ReadObjectXML(std::ifstream& in) {
-  return internal::ReadObject(in, "NQVarList", [this](internal::ObjectReader& reader) {
+  return internal::ReadObject(in, "NQVarList", [this](ObjectReader& reader) {
     ClonePtr<INQVariable> keptWeight;
     if (const int i = GetWeightVarIndex(); i >= 0)
       keptWeight = std::move(fvVariables[static_cast<std::size_t>(i)]);

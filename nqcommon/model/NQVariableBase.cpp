@@ -60,24 +60,24 @@ bool NQVariableBase::GetMissingValueReplacement(std::string& text) const {
 
 bool NQVariableBase::SetFlagVariable(bool) { return false; }
 
-void NQVariableBase::WriteReplacement(internal::ObjectWriter& writer) const {
+void NQVariableBase::WriteReplacement(ObjectWriter& writer) const {
   writer.Value(fHasReplacement);
   if (fHasReplacement) writer.Value(fReplacement);
 }
 
-void NQVariableBase::ReadReplacement(internal::ObjectReader& reader) {
+void NQVariableBase::ReadReplacement(ObjectReader& reader) {
   reader.Value(fHasReplacement);
   fReplacement.clear();
   if (fHasReplacement) reader.Value(fReplacement);
 }
 
-void NQVariableBase::WriteEncoder(internal::ObjectWriter& writer) const {
+void NQVariableBase::WriteEncoder(ObjectWriter& writer) const {
   const auto type = fEncoder ? fEncoder->GetEncoderType() : INQEncoder::EncoderNone;
   writer.Value(type);
   if (type != INQEncoder::EncoderNone) writer.Object(*fEncoder);
 }
 
-void NQVariableBase::ReadEncoder(internal::ObjectReader& reader,
+void NQVariableBase::ReadEncoder(ObjectReader& reader,
                                  std::initializer_list<INQEncoder::EncoderType> accepted) {
   auto type = INQEncoder::EncoderNone;
   internal::ReadCode(reader, type);

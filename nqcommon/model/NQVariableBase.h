@@ -4,17 +4,15 @@
 #include <memory>
 #include <string>
 
+#include <nqcommon/common/ClonePtr.h>
 #include <nqcommon/export.h>
-#include <nqcommon/model/ClonePtr.h>
 #include <nqcommon/model/INQEncoder.h>
 #include <nqcommon/model/INQVariable.h>
 
 namespace NQXML_940 {
 
-namespace internal {
 class ObjectReader;
 class ObjectWriter;
-}  // namespace internal
 
 // What the variables have in common: name, label, role, storage, replacement of missing values,
 // encoder and format element.
@@ -55,14 +53,13 @@ class NQ_API NQVariableBase : public INQVariable {
   void ReplaceEncoder(INQEncoder* encoder) { fEncoder.Reset(encoder); }
 
   // Whether there is a replacement, and then the replacement.
-  void WriteReplacement(internal::ObjectWriter& writer) const;
-  void ReadReplacement(internal::ObjectReader& reader);
+  void WriteReplacement(ObjectWriter& writer) const;
+  void ReadReplacement(ObjectReader& reader);
 
   // The type code of the encoder, EncoderNone without one, and then the encoder. The reader makes
   // the encoder of the code; a code that is not accepted fails, the encoder as it was.
-  void WriteEncoder(internal::ObjectWriter& writer) const;
-  void ReadEncoder(internal::ObjectReader& reader,
-                   std::initializer_list<INQEncoder::EncoderType> accepted);
+  void WriteEncoder(ObjectWriter& writer) const;
+  void ReadEncoder(ObjectReader& reader, std::initializer_list<INQEncoder::EncoderType> accepted);
 
   // The fields of this class, the encoder apart, which comes last.
   void DisplayCommon() const;
@@ -76,8 +73,8 @@ class NQ_API NQVariableBase : public INQVariable {
  private:
   std::string fReplacement;
   bool fHasReplacement = false;
-  ClonePtr<INQEncoder> fEncoder;
-  ClonePtr<XMLElement> fFormatElement;
+  NQCommon_940::ClonePtr<INQEncoder> fEncoder;
+  NQCommon_940::ClonePtr<XMLElement> fFormatElement;
 };
 
 }  // namespace NQXML_940

@@ -15,7 +15,7 @@ NQWeightVar::NQWeightVar(const std::string& name, const std::string& label, WRou
 NQWeightVar* NQWeightVar::Clone() const { return new NQWeightVar(*this); }
 
 int NQWeightVar::WriteObjectXML(std::ostream& os, int indent) const {
-  internal::ObjectWriter writer(os, "NQWeightVar", indent);
+  ObjectWriter writer(os, "NQWeightVar", indent);
   writer.Value(fName);
   writer.Value(fLabel);
   writer.Value(fOption);
@@ -24,7 +24,7 @@ int NQWeightVar::WriteObjectXML(std::ostream& os, int indent) const {
 }
 
 int NQWeightVar::ReadObjectXML(std::ifstream& in) {
-  return internal::ReadObject(in, "NQWeightVar", [this](internal::ObjectReader& reader) {
+  return internal::ReadObject(in, "NQWeightVar", [this](ObjectReader& reader) {
     reader.Value(fName);
     reader.Value(fLabel);
     internal::ReadCode(reader, fOption);

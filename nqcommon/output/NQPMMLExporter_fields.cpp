@@ -2,7 +2,6 @@
 
 #include <nqcommon/model/NQCatVar.h>
 #include <nqcommon/model/NQVarList.h>
-#include <nqcommon/model/internal/measure_level.h>
 #include <nqcommon/output/NQDataModelTags.h>
 #include <nqcommon/output/NQPMMLTags.h>
 #include <nqcommon/output/internal/new_element.h>
@@ -24,7 +23,7 @@ namespace {
 // ---- Fields of either list ----------------------------------------------------------------------
 
 bool IsCategorical(const INQVariable& variable) {
-  return NQXML_940::internal::IsCategorical(variable.GetMeasureLevel());
+  return NQXML_940::IsCategorical(variable.GetMeasureLevel());
 }
 
 // An application's own class of variables is neither ordinal nor a binary flag.

@@ -86,7 +86,7 @@ XMLElement* NQStatXMLUtil::CreateElem(const std::string& name, const std::string
 // ---- Lists --------------------------------------------------------------------------------------
 
 void NQStatXMLUtil::AddIntList(XMLElement& element, const std::vector<int>& values) {
-  AddList(element, values, internal::AppendNumber);
+  AddList(element, values, AppendNumber);
 }
 
 void NQStatXMLUtil::AddIntList(XMLElement& element, const int* values, int n) {

@@ -66,9 +66,15 @@ std::string Print(std::string_view format, double value) {
 
 }  // namespace
 
+void AppendNumber(std::string& text, double value) {
+  char digits[internal::kNumberRoom];
+  text.append(digits, internal::WriteFifteenDigits(value, digits));
+}
+
 std::string ReplaceSep(double value) {
-  char text[internal::kNumberRoom];
-  return std::string(text, internal::WriteFifteenDigits(value, text));
+  std::string text;
+  AppendNumber(text, value);
+  return text;
 }
 
 std::string ReplaceSep(double value, char* /*buffer*/) { return ReplaceSep(value); }

@@ -16,6 +16,9 @@ namespace NQXML_940 {
 NQ_API std::string ReplaceSep(double value);
 NQ_API std::string ReplaceSep(double value, char* buffer);
 
+// Appends the same text.
+NQ_API void AppendNumber(std::string& text, double value);
+
 // Without `useFormat` as ReplaceSep. With it as printf of `format`, of "%.15g" where that is null,
 // and so with the decimal character of the C locale in force.
 //

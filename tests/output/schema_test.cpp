@@ -1,7 +1,7 @@
 // Documents that the library writes, against the schemas it ships.
-#include <nqcommon/math/stats/NQBarChartData.h>
-#include <nqcommon/math/stats/NQHistogramData.h>
-#include <nqcommon/math/stats/NQScatterPlotData.h>
+#include <nqcommon/math/stats/charts/NQBarChartData.h>
+#include <nqcommon/math/stats/charts/NQHistogramData.h>
+#include <nqcommon/math/stats/charts/NQScatterPlotData.h>
 #include <nqcommon/output/NQStatXMLUtil.h>
 #include <nqcommon/xml/save_format.h>
 #include <nqcommon/xml/write_tree.h>

@@ -1,8 +1,8 @@
 // Inputs for the loops over packed triangles, and the instruction sets to run them with.
 #pragma once
 
-#include <nqcommon/math/matrix/internal/cpu_dispatch.h>
-#include <nqcommon/math/numeric/internal/packed_triangle.h>
+#include <nqcommon/math/kernels/cpu_dispatch.h>
+#include <nqcommon/math/kernels/packed_triangle.h>
 
 #include <cstddef>
 #include <numeric>

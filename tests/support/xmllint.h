@@ -17,7 +17,7 @@ inline std::string Complaints(const std::string& document, const std::string& op
                               const std::string& schema) {
   namespace fs = std::filesystem;
   const fs::path directory = fs::temp_directory_path() / ("nq_xmllint_" + std::to_string(getpid()));
-  const fs::path schemas = fs::path(__FILE__).parent_path() / "../../docs/schema";
+  const fs::path schemas = fs::path("docs/schema");
   const std::string file = directory / "document.xml", said = directory / "said";
   fs::create_directories(directory);
   std::ofstream(file, std::ios::binary) << document;

@@ -10,7 +10,7 @@
 #include <nqcommon/xml/SaveXMLTags.h>
 #include <nqcommon/xml/XMLDocType.h>
 #include <nqcommon/xml/internal/save_line.h>
-#include <nqcommon/xml/internal/saved_object.h>
+#include <nqcommon/xml/saved_object.h>
 
 #include "support/comma_locale.h"
 #include "support/save_format_checks.h"
@@ -41,10 +41,10 @@ struct Saved {
     return part.End();
   }
   int WriteObjectXML(std::ostream& os, int nTabs) const {
-    return Walk(internal::ObjectWriter(os, "Saved", nTabs), *this);
+    return Walk(ObjectWriter(os, "Saved", nTabs), *this);
   }
   int ReadObjectXML(std::ifstream& is) {
-    return Walk(internal::ObjectReader(is, "Saved", fReportedName), *this);
+    return Walk(ObjectReader(is, "Saved", fReportedName), *this);
   }
 
   std::string fText, fReportedName;

@@ -3,11 +3,11 @@
 // time; Compute makes its own. The tolerance is the machine precision, at which the peer stops too.
 // --isa=avx2 and --isa=baseline time the kernels' forms for older processors instead. Linked with
 // another LAPACK the program compares with that one.
+#include <nqcommon/math/kernels/cpu_dispatch.h>
+#include <nqcommon/math/kernels/packed_triangle.h>
+#include <nqcommon/math/kernels/plane_rotations.h>
+#include <nqcommon/math/kernels/tridiagonal.h>
 #include <nqcommon/math/matrix/NQEigenValues.h>
-#include <nqcommon/math/matrix/internal/cpu_dispatch.h>
-#include <nqcommon/math/matrix/internal/plane_rotations.h>
-#include <nqcommon/math/matrix/internal/tridiagonal.h>
-#include <nqcommon/math/numeric/internal/packed_triangle.h>
 
 #include <benchmark/benchmark.h>
 

@@ -2,11 +2,11 @@
 // (dpotrf, dpotri) and on a packed triangle (dpptrf, dpptri), one thread. Copying the input is left
 // out of all times. --isa=avx2 and --isa=baseline time the kernels' forms for older processors
 // instead.
+#include <nqcommon/math/kernels/cpu_dispatch.h>
+#include <nqcommon/math/kernels/packed_cholesky.h>
+#include <nqcommon/math/kernels/packed_sweep.h>
+#include <nqcommon/math/kernels/packed_triangle.h>
 #include <nqcommon/math/matrix/NQSymMatrix.h>
-#include <nqcommon/math/matrix/internal/cpu_dispatch.h>
-#include <nqcommon/math/matrix/internal/packed_cholesky.h>
-#include <nqcommon/math/matrix/internal/packed_sweep.h>
-#include <nqcommon/math/numeric/internal/packed_triangle.h>
 
 #include <benchmark/benchmark.h>
 

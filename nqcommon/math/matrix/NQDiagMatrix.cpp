@@ -7,10 +7,10 @@
 #include <utility>
 
 #include <nqcommon/common/display.h>
+#include <nqcommon/math/kernels/packed_algebra.h>
+#include <nqcommon/math/kernels/scaling.h>
 #include <nqcommon/math/matrix/internal/display_rows.h>
 #include <nqcommon/math/matrix/internal/matrix_access.h>
-#include <nqcommon/math/matrix/internal/packed_algebra.h>
-#include <nqcommon/math/matrix/internal/scaling.h>
 
 namespace NQMath_940 {
 

@@ -4,8 +4,8 @@
 #include <utility>
 
 #include <nqcommon/common/NQMV.h>
+#include <nqcommon/math/kernels/packed_algebra.h>
 #include <nqcommon/math/matrix/internal/matrix_access.h>
-#include <nqcommon/math/matrix/internal/packed_algebra.h>
 #include <nqcommon/math/matrix/internal/symmetric_forms.h>
 
 namespace NQMath_940 {

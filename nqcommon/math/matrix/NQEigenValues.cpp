@@ -5,8 +5,8 @@
 #include <exception>
 
 #include <nqcommon/common/display.h>
-#include <nqcommon/math/matrix/internal/plane_rotations.h>
-#include <nqcommon/math/matrix/internal/tridiagonal.h>
+#include <nqcommon/math/kernels/plane_rotations.h>
+#include <nqcommon/math/kernels/tridiagonal.h>
 
 namespace NQMath_940 {
 

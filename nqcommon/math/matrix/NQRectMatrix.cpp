@@ -8,8 +8,8 @@
 #include <utility>
 
 #include <nqcommon/common/NQMV.h>
+#include <nqcommon/math/kernels/strided.h>
 #include <nqcommon/math/matrix/internal/sparse_run.h>
-#include <nqcommon/math/numeric/internal/strided.h>
 
 namespace NQMath_940 {
 

@@ -4,8 +4,8 @@
 #include <cmath>
 #include <utility>
 
+#include <nqcommon/math/kernels/packed_algebra.h>
 #include <nqcommon/math/matrix/NQSymMatrix.h>
-#include <nqcommon/math/matrix/internal/packed_algebra.h>
 
 namespace NQMath_940 {
 

@@ -3,10 +3,10 @@
 #include <exception>
 #include <utility>
 
-#include <nqcommon/math/matrix/Blas1.h>
-#include <nqcommon/math/matrix/Linpack.h>
+#include <nqcommon/math/kernels/packed_algebra.h>
 #include <nqcommon/math/matrix/NQSymMatrix.h>
-#include <nqcommon/math/matrix/internal/packed_algebra.h>
+#include <nqcommon/math/matrix/linpack/Blas1.h>
+#include <nqcommon/math/matrix/linpack/Linpack.h>
 
 namespace NQMath_940 {
 

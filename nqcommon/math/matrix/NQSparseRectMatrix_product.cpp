@@ -3,9 +3,9 @@
 #include <utility>
 
 #include <nqcommon/common/NQMV.h>
+#include <nqcommon/math/kernels/strided.h>
 #include <nqcommon/math/matrix/internal/matrix_access.h>
 #include <nqcommon/math/matrix/internal/sparse_run.h>
-#include <nqcommon/math/numeric/internal/strided.h>
 
 namespace NQMath_940 {
 

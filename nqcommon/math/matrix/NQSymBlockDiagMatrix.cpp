@@ -6,8 +6,8 @@
 #include <numeric>
 #include <utility>
 
+#include <nqcommon/math/kernels/scaling.h>
 #include <nqcommon/math/matrix/internal/matrix_access.h>
-#include <nqcommon/math/matrix/internal/scaling.h>
 
 namespace NQMath_940 {
 

@@ -4,8 +4,8 @@
 #include <utility>
 
 #include <nqcommon/common/NQMV.h>
+#include <nqcommon/math/kernels/scaling.h>
 #include <nqcommon/math/matrix/internal/block_results.h>
-#include <nqcommon/math/matrix/internal/scaling.h>
 #include <nqcommon/math/matrix/internal/symmetric_forms.h>
 
 namespace NQMath_940 {

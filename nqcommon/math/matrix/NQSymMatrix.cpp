@@ -8,10 +8,10 @@
 #include <utility>
 
 #include <nqcommon/common/NQMV.h>
+#include <nqcommon/math/kernels/packed_algebra.h>
+#include <nqcommon/math/kernels/packed_triangle.h>
+#include <nqcommon/math/kernels/scaling.h>
 #include <nqcommon/math/matrix/internal/matrix_access.h>
-#include <nqcommon/math/matrix/internal/packed_algebra.h>
-#include <nqcommon/math/matrix/internal/scaling.h>
-#include <nqcommon/math/numeric/internal/packed_triangle.h>
 
 namespace NQMath_940 {
 

@@ -3,13 +3,13 @@
 #include <algorithm>
 
 #include <nqcommon/common/NQMV.h>
+#include <nqcommon/math/kernels/packed_algebra.h>
+#include <nqcommon/math/kernels/packed_cholesky.h>
+#include <nqcommon/math/kernels/packed_triangle.h>
+#include <nqcommon/math/kernels/scaling.h>
 #include <nqcommon/math/matrix/internal/matrix_access.h>
-#include <nqcommon/math/matrix/internal/packed_algebra.h>
-#include <nqcommon/math/matrix/internal/packed_cholesky.h>
-#include <nqcommon/math/matrix/internal/scaling.h>
 #include <nqcommon/math/matrix/internal/symmetric_forms.h>
 #include <nqcommon/math/numeric/NQMathFun.h>
-#include <nqcommon/math/numeric/internal/packed_triangle.h>
 
 namespace NQMath_940 {
 

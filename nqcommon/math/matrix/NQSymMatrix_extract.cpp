@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <utility>
 
+#include <nqcommon/math/kernels/packed_triangle.h>
 #include <nqcommon/math/matrix/internal/argument_checks.h>
 #include <nqcommon/math/matrix/internal/matrix_access.h>
-#include <nqcommon/math/numeric/internal/packed_triangle.h>
 
 namespace NQMath_940 {
 

@@ -4,10 +4,10 @@
 #include <utility>
 
 #include <nqcommon/common/NQMV.h>
-#include <nqcommon/math/matrix/internal/packed_algebra.h>
+#include <nqcommon/math/kernels/packed_algebra.h>
+#include <nqcommon/math/kernels/packed_triangle.h>
 #include <nqcommon/math/matrix/internal/symmetric_forms.h>
 #include <nqcommon/math/numeric/NQMathFun.h>
-#include <nqcommon/math/numeric/internal/packed_triangle.h>
 
 namespace NQMath_940 {
 

@@ -2,11 +2,11 @@
 
 #include <utility>
 
+#include <nqcommon/math/kernels/packed_triangle.h>
 #include <nqcommon/math/matrix/NQRectMatrix.h>
 #include <nqcommon/math/matrix/internal/matrix_access.h>
 #include <nqcommon/math/matrix/internal/sparse_products.h>
 #include <nqcommon/math/matrix/internal/symmetric_forms.h>
-#include <nqcommon/math/numeric/internal/packed_triangle.h>
 
 namespace NQMath_940 {
 

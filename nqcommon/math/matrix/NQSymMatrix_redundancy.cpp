@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <cmath>
 
+#include <nqcommon/math/kernels/packed_sweep.h>
+#include <nqcommon/math/kernels/packed_triangle.h>
+#include <nqcommon/math/kernels/scaling.h>
 #include <nqcommon/math/matrix/internal/argument_checks.h>
-#include <nqcommon/math/matrix/internal/packed_sweep.h>
-#include <nqcommon/math/matrix/internal/scaling.h>
-#include <nqcommon/math/numeric/internal/packed_triangle.h>
 
 namespace NQMath_940 {
 

@@ -4,8 +4,8 @@
 #include <cmath>
 #include <utility>
 
-#include <nqcommon/math/matrix/internal/packed_algebra.h>
-#include <nqcommon/math/matrix/internal/scaling.h>
+#include <nqcommon/math/kernels/packed_algebra.h>
+#include <nqcommon/math/kernels/scaling.h>
 
 namespace NQMath_940 {
 

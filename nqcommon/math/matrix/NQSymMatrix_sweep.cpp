@@ -5,8 +5,8 @@
 #include <cmath>
 #include <numeric>
 
+#include <nqcommon/math/kernels/packed_sweep.h>
 #include <nqcommon/math/matrix/internal/argument_checks.h>
-#include <nqcommon/math/matrix/internal/packed_sweep.h>
 
 namespace NQMath_940 {
 

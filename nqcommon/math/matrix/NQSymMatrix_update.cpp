@@ -1,9 +1,9 @@
 #include <nqcommon/math/matrix/NQSymMatrix.h>
 
+#include <nqcommon/math/kernels/packed_algebra.h>
+#include <nqcommon/math/kernels/packed_triangle.h>
 #include <nqcommon/math/matrix/internal/argument_checks.h>
-#include <nqcommon/math/matrix/internal/packed_algebra.h>
 #include <nqcommon/math/matrix/internal/sparse_run.h>
-#include <nqcommon/math/numeric/internal/packed_triangle.h>
 
 namespace NQMath_940 {
 

@@ -4,9 +4,9 @@
 #include <cmath>
 
 #include <nqcommon/common/NQMV.h>
+#include <nqcommon/math/kernels/log_gamma.h>
 #include <nqcommon/math/numeric/internal/failure.h>
 #include <nqcommon/math/numeric/internal/incomplete_beta.h>
-#include <nqcommon/math/numeric/internal/log_gamma.h>
 #include <nqcommon/math/numeric/internal/trapezoid.h>
 
 namespace NQMath_940 {

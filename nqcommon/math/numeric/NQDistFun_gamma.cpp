@@ -5,11 +5,11 @@
 #include <numbers>
 
 #include <nqcommon/common/NQMV.h>
+#include <nqcommon/math/kernels/log_gamma.h>
 #include <nqcommon/math/numeric/NQPower.h>
 #include <nqcommon/math/numeric/internal/failure.h>
 #include <nqcommon/math/numeric/internal/incomplete_gamma.h>
 #include <nqcommon/math/numeric/internal/log_concave_quantile.h>
-#include <nqcommon/math/numeric/internal/log_gamma.h>
 
 namespace NQMath_940 {
 

@@ -4,8 +4,8 @@
 #include <cmath>
 
 #include <nqcommon/common/NQMV.h>
+#include <nqcommon/math/kernels/polynomial.h>
 #include <nqcommon/math/numeric/internal/normal_tail.h>
-#include <nqcommon/math/numeric/internal/polynomial.h>
 #include <nqcommon/math/numeric/internal/tails.h>
 
 namespace NQMath_940 {

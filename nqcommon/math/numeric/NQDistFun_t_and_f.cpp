@@ -4,10 +4,10 @@
 #include <numbers>
 
 #include <nqcommon/common/NQMV.h>
+#include <nqcommon/math/kernels/log_gamma.h>
 #include <nqcommon/math/numeric/internal/failure.h>
 #include <nqcommon/math/numeric/internal/incomplete_beta.h>
 #include <nqcommon/math/numeric/internal/inverse_beta.h>
-#include <nqcommon/math/numeric/internal/log_gamma.h>
 #include <nqcommon/math/numeric/internal/normal_tail.h>
 #include <nqcommon/math/numeric/tolerances.h>
 

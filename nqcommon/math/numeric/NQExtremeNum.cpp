@@ -5,8 +5,8 @@
 #include <cmath>
 
 #include <nqcommon/common/NQMV.h>
+#include <nqcommon/math/kernels/strided.h>
 #include <nqcommon/math/numeric/NQPower.h>
-#include <nqcommon/math/numeric/internal/strided.h>
 
 namespace NQMath_940 {
 

@@ -3,8 +3,8 @@
 #include <cassert>
 
 #include <nqcommon/common/NQMV.h>
-#include <nqcommon/math/numeric/internal/packed_triangle.h>
-#include <nqcommon/math/numeric/internal/strided.h>
+#include <nqcommon/math/kernels/packed_triangle.h>
+#include <nqcommon/math/kernels/strided.h>
 
 namespace NQMath_940 {
 

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include <nqcommon/math/kernels/log_gamma.h>
 #include <nqcommon/math/numeric/NQDistFun.h>
-#include <nqcommon/math/numeric/internal/log_gamma.h>
 #include <nqcommon/math/random/NQRNGNormal.h>
 #include <nqcommon/math/random/internal/uniform_link.h>
 

@@ -7,8 +7,8 @@
 
 #include <nqcommon/common/display.h>
 #include <nqcommon/math/random/internal/congruential.h>
-#include <nqcommon/xml/internal/saved_object.h>
 #include <nqcommon/xml/save_format.h>
+#include <nqcommon/xml/saved_object.h>
 
 namespace NQMath_940 {
 
@@ -119,7 +119,7 @@ int NQURandom::ReadObject(std::fstream& file) {
 
 int NQURandom::WriteObjectXML(std::ostream& out, int indent) const {
   if (!out) return 0;
-  NQXML_940::internal::ObjectWriter writer(out, kClassName, indent);
+  NQXML_940::ObjectWriter writer(out, kClassName, indent);
   writer.Value(static_cast<double>(fSeed));
   writer.Value(fUsePortable);
   writer.Value(fUseTwister);
@@ -143,7 +143,7 @@ int NQURandom::ReadObjectXML(std::ifstream& file) {
   if (NQXML_940::ParseStartObj(file, kClassName) && readSeed() && readFlag(fUsePortable) &&
       readFlag(fUseTwister) && NQXML_940::ParseEndObj(file))
     return kNLines;
-  NQXML_940::internal::ReportReadFailure(kClassName);
+  NQXML_940::ReportReadFailure(kClassName);
   return 0;
 }
 

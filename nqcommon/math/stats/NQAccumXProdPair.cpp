@@ -5,7 +5,7 @@
 
 #include <nqcommon/common/NQMV.h>
 #include <nqcommon/common/display.h>
-#include <nqcommon/math/numeric/internal/packed_triangle.h>
+#include <nqcommon/math/kernels/packed_triangle.h>
 #include <nqcommon/math/stats/internal/merge_list.h>
 
 namespace NQMath_940 {

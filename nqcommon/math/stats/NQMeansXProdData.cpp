@@ -4,7 +4,7 @@
 #include <utility>
 
 #include <nqcommon/common/display.h>
-#include <nqcommon/math/numeric/internal/packed_triangle.h>
+#include <nqcommon/math/kernels/packed_triangle.h>
 #include <nqcommon/math/stats/internal/case_products.h>
 #include <nqcommon/math/stats/internal/merge_list.h>
 

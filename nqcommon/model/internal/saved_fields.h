@@ -7,7 +7,7 @@
 #include <string>
 
 #include <nqcommon/model/UserMissing.h>
-#include <nqcommon/xml/internal/saved_object.h>
+#include <nqcommon/xml/saved_object.h>
 
 namespace NQXML_940::internal {
 

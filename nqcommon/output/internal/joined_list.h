@@ -9,7 +9,7 @@
 
 #include <nqcommon/common/NQMV.h>
 #include <nqcommon/xml/XMLElement.h>
-#include <nqcommon/xml/internal/fifteen_digits.h>
+#include <nqcommon/xml/number_format.h>
 
 namespace NQXML_940::internal {
 
@@ -32,11 +32,6 @@ void AddList(XMLElement& element, const Items& items, Append append) {
     append(text, item);
   }
   element.AddElement(XMLString::Create(std::move(text)));
-}
-
-inline void AppendNumber(std::string& text, double value) {
-  char digits[kNumberRoom];
-  text.append(digits, WriteFifteenDigits(value, digits));
 }
 
 // Numbers as Format writes them, in every locale, and the word for each that is missing.

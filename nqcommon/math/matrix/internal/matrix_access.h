@@ -9,6 +9,8 @@
 #include <utility>
 #include <vector>
 
+#include <nqcommon/math/kernels/dense_kernels.h>
+#include <nqcommon/math/kernels/packed_triangle.h>
 #include <nqcommon/math/matrix/INQRectMatrix.h>
 #include <nqcommon/math/matrix/NQDiagMatrix.h>
 #include <nqcommon/math/matrix/NQRectMatrix.h>
@@ -16,8 +18,6 @@
 #include <nqcommon/math/matrix/NQSymBlockDiagMatrix.h>
 #include <nqcommon/math/matrix/NQSymMatrix.h>
 #include <nqcommon/math/matrix/internal/argument_checks.h>
-#include <nqcommon/math/matrix/internal/dense_kernels.h>
-#include <nqcommon/math/numeric/internal/packed_triangle.h>
 
 namespace NQMath_940::internal {
 

@@ -2,9 +2,9 @@
 // fit; `out` is null where it is not dense, and may be an operand.
 #pragma once
 
+#include <nqcommon/math/kernels/strided.h>
 #include <nqcommon/math/matrix/internal/matrix_access.h>
 #include <nqcommon/math/matrix/internal/sparse_run.h>
-#include <nqcommon/math/numeric/internal/strided.h>
 
 namespace NQMath_940::internal {
 

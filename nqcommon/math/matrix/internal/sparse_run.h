@@ -4,9 +4,9 @@
 #include <algorithm>
 #include <cstddef>
 
+#include <nqcommon/math/kernels/packed_triangle.h>
 #include <nqcommon/math/matrix/NQSparseRectMatrix.h>
 #include <nqcommon/math/matrix/NQSparseVector.h>
-#include <nqcommon/math/numeric/internal/packed_triangle.h>
 
 namespace NQMath_940::internal {
 

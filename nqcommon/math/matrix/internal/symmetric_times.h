@@ -4,8 +4,8 @@
 
 #include <cstddef>
 
+#include <nqcommon/math/kernels/dense_kernels.h>
 #include <nqcommon/math/matrix/INQSymMatrix.h>
-#include <nqcommon/math/matrix/internal/dense_kernels.h>
 
 namespace NQMath_940::internal {
 

@@ -4,8 +4,8 @@
 #include <limits>
 #include <numbers>
 
+#include <nqcommon/math/kernels/log_gamma.h>
 #include <nqcommon/math/numeric/internal/continued_fraction.h>
-#include <nqcommon/math/numeric/internal/log_gamma.h>
 #include <nqcommon/math/numeric/internal/normal_tail.h>
 
 namespace NQMath_940::internal {

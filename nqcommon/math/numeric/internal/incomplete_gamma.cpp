@@ -5,8 +5,8 @@
 #include <cstddef>
 #include <limits>
 
+#include <nqcommon/math/kernels/log_gamma.h>
 #include <nqcommon/math/numeric/internal/continued_fraction.h>
-#include <nqcommon/math/numeric/internal/log_gamma.h>
 #include <nqcommon/math/numeric/internal/normal_tail.h>
 
 namespace NQMath_940::internal {

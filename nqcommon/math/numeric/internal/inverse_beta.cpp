@@ -3,10 +3,10 @@
 #include <cmath>
 #include <numbers>
 
+#include <nqcommon/math/kernels/log_gamma.h>
 #include <nqcommon/math/numeric/NQDistFun.h>
 #include <nqcommon/math/numeric/internal/incomplete_beta.h>
 #include <nqcommon/math/numeric/internal/log_concave_quantile.h>
-#include <nqcommon/math/numeric/internal/log_gamma.h>
 
 namespace NQMath_940::internal {
 

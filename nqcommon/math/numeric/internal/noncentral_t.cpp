@@ -4,8 +4,8 @@
 #include <cmath>
 #include <numbers>
 
+#include <nqcommon/math/kernels/log_gamma.h>
 #include <nqcommon/math/numeric/NQDistFun.h>
-#include <nqcommon/math/numeric/internal/log_gamma.h>
 #include <nqcommon/math/numeric/internal/poisson_mixture.h>
 #include <nqcommon/math/numeric/internal/trapezoid.h>
 

@@ -7,7 +7,7 @@
 #include <cmath>
 #include <cstddef>
 
-#include <nqcommon/math/numeric/internal/polynomial.h>
+#include <nqcommon/math/kernels/polynomial.h>
 #include <nqcommon/math/numeric/internal/tails.h>
 
 namespace NQMath_940::internal {

@@ -6,7 +6,7 @@
 #include <limits>
 #include <vector>
 
-#include <nqcommon/math/matrix/internal/scaling.h>
+#include <nqcommon/math/kernels/scaling.h>
 
 namespace NQMath_940::internal {
 

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <memory>
 
-#include <nqcommon/math/matrix/internal/packed_kernels.h>
+#include <nqcommon/math/kernels/packed_kernels.h>
 
 namespace NQMath_940::internal {
 

@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <vector>
 
-#include <nqcommon/math/matrix/internal/cpu_dispatch.h>
+#include <nqcommon/math/kernels/cpu_dispatch.h>
 
 namespace NQMath_940::internal {
 

@@ -1,0 +1,67 @@
+// The Cholesky factorisation A = R'R over the upper-triangle views of linpack_views.h.
+#pragma once
+
+#include <nqcommon/math/matrix/linpack/Blas1.h>
+#include <nqcommon/math/matrix/linpack/internal/linpack_condition.h>
+#include <nqcommon/math/matrix/linpack/internal/linpack_triangle.h>
+#include <nqcommon/math/matrix/linpack/internal/linpack_views.h>
+
+#include <cmath>
+
+namespace NQMath_940::internal {
+
+// The result is 0 or the order of the first leading minor that is not positive.
+template <class View>
+int FactorPositive(const View& r) {
+  for (int j = 0; j < r.n; ++j) {
+    const int top = r.Top(j);
+    double* column = r.At(0, j);
+    SolveUpperTrans(r, top, j, column);
+    const double pivot = column[j] - Blas1::DDot(j - top, column + top, 1, column + top, 1);
+    if (pivot <= 0) return j + 1;
+    column[j] = std::sqrt(pivot);
+  }
+  return 0;
+}
+
+// Factors and estimates; rcond is left as it is where the factorisation stops.
+template <class View>
+int ConditionPositive(View r, double& rcond, double* work) {
+  const double norm = SymmetricNorm(r, work);
+  const int info = FactorPositive(r);
+  if (info != 0) return info;
+  Probe z(work, r.n);
+  GrowUpper(r, z);
+  ProbeUpper(r, z);
+  z.StartScale();
+  ProbeUpperTrans(r, z);
+  ProbeUpper(r, z);
+  rcond = z.ReciprocalCondition(norm);
+  return 0;
+}
+
+template <class View>
+void SolvePositive(const View& r, double* b) {
+  SolveUpperTrans(r, b);
+  SolveUpper(r, b);
+}
+
+template <class View>
+void DeterminantPositive(const View& r, double* det) {
+  StartDeterminant(det);
+  for (int k = 0; k < r.n && det[0] != 0; ++k) MultiplyDeterminant(det, r(k, k) * r(k, k));
+}
+
+// job: tens digit the determinant, units digit the inverse, its upper triangle over the factor's.
+template <class View>
+void DeterminantInversePositive(const View& r, double* det, int job) {
+  if (job / 10 != 0) DeterminantPositive(r, det);
+  if (job % 10 == 0) return;
+  for (int k = 0; k < r.n; ++k) InvertUpperStep(r, k);
+  for (int j = 0; j < r.n; ++j) {  // inverse(R) inverse(R)'
+    for (int k = 0; k < j; ++k) Blas1::Daxpy(k + 1, r(k, j), r.At(0, j), 1, r.At(0, k), 1);
+    Blas1::DScal(j + 1, r(j, j), r.At(0, j), 1);
+  }
+}
+
+}  // namespace NQMath_940::internal

@@ -1,0 +1,50 @@
+#include <nqcommon/model/settings/NQSetting.h>
+
+#include <utility>
+
+#include <nqcommon/model/settings/NQNumValue.h>
+#include <nqcommon/model/settings/NQSettingListValue.h>
+#include <nqcommon/model/settings/NQStrValue.h>
+#include <nqcommon/model/settings/NQVecValue.h>
+#include <nqcommon/model/settings/internal/list_elements.h>
+#include <nqcommon/model/settings/internal/setting_display.h>
+
+namespace NQXML_940 {
+
+NQSetting::NQSetting(const std::string& name, std::unique_ptr<INQSettingValue> value)
+    : fName(name), fpValue(value.release()) {}
+
+NQSetting::NQSetting(const std::string& name, double value)
+    : NQSetting(name, std::make_unique<NQNumValue>(value)) {}
+
+NQSetting::NQSetting(const std::string& name, const std::string& value)
+    : NQSetting(name, std::make_unique<NQStrValue>(value)) {}
+
+NQSetting::NQSetting(const std::string& name, NQSettings value)
+    : NQSetting(name, std::make_unique<NQSettingListValue>(std::move(value))) {}
+
+template <class T>
+NQSetting::NQSetting(const std::string& name, std::vector<T> values)
+    : NQSetting(name, std::make_unique<NQVecValue<T>>(std::move(values))) {}
+
+NQSetting* NQSetting::Clone() const { return new NQSetting(*this); }
+
+void NQSetting::SetValue(double value) { fpValue.Reset(new NQNumValue(value)); }
+
+void NQSetting::SetValue(const std::string& value) { fpValue.Reset(new NQStrValue(value)); }
+
+void NQSetting::SetValue(const NQSettings& value) { fpValue.Reset(new NQSettingListValue(value)); }
+
+void NQSetting::SetValue(const INQSettingValue& value) { fpValue.Reset(value.Clone()); }
+
+bool NQSetting::operator==(const NQSetting& other) const {
+  return fName == other.fName && fType == other.fType && *fpValue == *other.fpValue;
+}
+
+void NQSetting::Display() const { internal::DisplayValue(internal::SettingLabel(*this), *fpValue); }
+
+#define NQ_INSTANTIATE(T) template NQ_API NQSetting::NQSetting(const std::string&, std::vector<T>);
+NQ_FOR_EACH_LIST_ELEMENT(NQ_INSTANTIATE)
+#undef NQ_INSTANTIATE
+
+}  // namespace NQXML_940

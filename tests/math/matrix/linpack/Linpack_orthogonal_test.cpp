@@ -1,0 +1,217 @@
+// Pivoted and updated Cholesky factors, QR decomposition, least squares and singular values.
+#include <gtest/gtest.h>
+
+#include <nqcommon/math/matrix/linpack/Linpack.h>
+
+#include <array>
+#include <numeric>
+#include <tuple>
+
+#include "math/matrix/linpack/linpack_support.h"
+#include "support/compare.h"
+
+namespace NQMath_940 {
+namespace {
+
+using namespace nqtest;
+
+// ---- Cholesky
+
+TEST(LinpackCholesky, Pivots) {
+  const Dense regular{{3, 1, 2, 4}, {0, 2, 5, 1}, {0, 0, 7, 1}, {0, 0, 0, 1}};
+  for (const auto& [name, factor, asked, made, rank] :
+       std::vector<std::tuple<const char*, Dense, Indices, Indices, int>>{
+#include "golden/matrix_pivots.inc"
+       }) {
+    const int* order = made.data();
+    const Mat a = Trans(Mat(factor)) * Mat(factor);
+    const Mat want(a.n, a.n, [&](int i, int j) { return a(order[i] - 1, order[j] - 1); });
+    Mat r(a.n, a.n, [&](int i, int j) { return i <= j ? a(i, j) : kNaN; }), work(a.n, 1);
+    Indices jpvt = asked;
+    EXPECT_EQ(Linpack::Dchdc(r, r.ld, r.n, work, jpvt.data(), !jpvt.empty()), rank) << name;
+    EXPECT_TRUE(jpvt.empty() || jpvt == made) << name;
+    EXPECT_TRUE(IsNear(Trans(Upper(r, rank)) * Upper(r, rank), want)) << name;
+  }
+}
+
+// A triangle with two right-hand sides, the second of which is 0 and solved exactly.
+struct Problem {
+  Problem(int order, std::mt19937& random)
+      : p(order), r(Random(p, p, random)), z(Random(p, 2, random)), c(p, 1), s(p, 1) {
+    for (int i = 0; i < p; ++i) r(i, i) = i % 2 ? -9 : 8, z(i, 1) = 0;
+  }
+  // The cross-products of the columns and right-hand sides that the factor stands for.
+  Mat Normal() const {
+    const Mat all(p + 2, p + 2, [&](int i, int j) {
+      if (i >= p) return i == j ? rho[i - p] : 0;
+      return j >= p ? z(i, j - p) : i <= j ? r(i, j) : 0;
+    });
+    return Trans(all) * all;
+  }
+  void Add(double* x) { Linpack::Dchud(r, r.ld, p, x, z, z.ld, 2, x + p, rho, c, s); }
+  int Remove(double* x) { return Linpack::Dchdd(r, r.ld, p, x, z, z.ld, 2, x + p, rho, c, s); }
+
+  int p;
+  Mat r, z, c, s;
+  double rho[2] = {3, 0};
+};
+
+TEST(LinpackCholesky, AddsAndRemovesARow) {
+  std::mt19937 random(2);
+  for (int p : {1, 2, 3, 6, 15}) {
+    SCOPED_TRACE(p);
+    Problem f(p, random);
+    Mat row = Random(p + 2, 1, random);
+    row(p + 1, 0) = 0;
+    const Mat before = f.Normal(), after = before + row * Trans(row);
+    f.Add(row);
+    EXPECT_TRUE(IsNear(f.Normal(), after));
+    EXPECT_EQ(f.Remove(row), 0);
+    EXPECT_TRUE(IsNear(f.Normal(), before, 10 * Norm(after)));
+
+    const Mat start = f.Normal();
+    Mat tooLong(p + 2, 1, [](int, int) { return 100; }),
+        tooFar(p + 2, 1, [&](int i, int) { return i == p ? 5 : 0; });
+    EXPECT_EQ(f.Remove(tooLong), -1);
+    EXPECT_TRUE(IsNear(f.Normal(), start));
+    EXPECT_EQ(f.Remove(tooFar), 1);
+    f.Add(tooFar);
+    EXPECT_TRUE(f.rho[0] == -1 && f.rho[1] == 0) << "a norm that is lost stays so";
+  }
+}
+
+TEST(LinpackCholesky, MovesColumns) {
+  std::mt19937 random(4);
+  for (int trial = 0; trial < 6 * 6 * 6 * 2; ++trial) {
+    const int p = trial / 72 + 1, l = trial / 12 % 6 + 1, k = trial / 2 % 6 + 1,
+              job = trial % 2 + 1;
+    if (k > l || l > p) continue;
+    Problem f(p, random);
+    int order[] = {0, 1, 2, 3, 4, 5, 6, 7};
+    std::rotate(order + k - 1, order + (job == 1 ? l - 1 : k), order + l);
+    const Mat before = f.Normal();
+    const Mat want(p + 2, p + 2, [&](int i, int j) { return before(order[i], order[j]); });
+    Linpack::Dchex(f.r, f.r.ld, p, k, l, f.z, f.z.ld, 2, f.c, f.s, job);
+    EXPECT_TRUE(IsNear(f.Normal(), want)) << p << " " << k << " " << l << " job " << job;
+  }
+}
+
+// ---- QR
+
+constexpr std::pair<int, int> kShapes[] = {{1, 1}, {1, 4}, {4, 1}, {2, 3},  {5, 5},
+                                           {7, 4}, {4, 7}, {6, 5}, {20, 11}};
+
+// Job 2 wants the first column last and the last one first.
+TEST(LinpackQR, DecomposesAndSolves) {
+  std::mt19937 random(6);
+  for (auto [rows, columns] : kShapes) {
+    const int n = rows, p = columns;
+    for (int trial = 0; trial < 3 * std::min(n, p); ++trial) {
+      const int job = trial % 3, k = 1 + trial / 3;
+      SCOPED_TRACE(::testing::PrintToString(std::array{n, p, job, k}));
+      Mat original = Random(n, p, random);
+      const Mat y = Random(n, 1, random);
+      // Columns that are nearly parallel lose their downdated norms.
+      for (int j = 0; trial % 2 && j < p; ++j) original(0, j) *= 1e9;
+      Mat qr = original, qraux(p, 1), work(p, 1), q = Identity(n);
+      Indices jpvt(static_cast<std::size_t>(p));
+      if (job == 0) std::iota(jpvt.begin(), jpvt.end(), 1);
+      if (job == 2) jpvt.back() = 1, jpvt.front() = -1;
+      Linpack::Dqrdc(qr, qr.ld, n, p, qraux, job ? jpvt.data() : nullptr,
+                     job ? &work(0, 0) : nullptr, job);
+      EXPECT_TRUE(job != 2 || (jpvt.back() == 1 && jpvt.front() == p));
+      const Mat r = Upper(qr, n),
+                x(n, p, [&](int i, int j) { return original(i, jpvt.data()[j] - 1); });
+      for (int j = 0; job == 1 && j < std::min(n, p); ++j) {
+        for (int i = j; i < p; ++i) {
+          const Mat rest(n - j, 1, [&](int m, int) { return r(j + m, i); });
+          EXPECT_LE((Trans(rest) * rest)(0, 0), r(j, j) * r(j, j) * (1 + 1e-12)) << "column " << j;
+        }
+      }
+      const auto solve = [&](int count, const double* from, double* qy, double* qty = nullptr,
+                             double* b = nullptr, double* rsd = nullptr, double* xb = nullptr,
+                             int what = 10000) {
+        return Linpack::Dqrsl(qr, qr.ld, n, count, qraux, from, qy, qty, b, rsd, xb, what);
+      };
+      for (int j = 0; j < n; ++j) solve(std::min(n, p), &q(0, j), &q(0, j));
+      EXPECT_TRUE(IsNear(Trans(q) * q, Identity(n)));
+      EXPECT_TRUE(IsNear(q * r, x, Norm(x)));
+
+      Mat qy = y, qty = y, b(k, 1), rsd = y, xb = y;
+      const Mat before = qr, part(n, k, [&](int i, int j) { return x(i, j); });
+      EXPECT_EQ(solve(k, y.data.data(), qy, qty, b, rsd, xb, 11111), 0);
+      EXPECT_TRUE(AreSame(qr.data, before.data));
+      const double scale = Norm(x) * Norm(b) + Norm(y);
+      EXPECT_TRUE(IsNear(part * b, xb, scale));
+      EXPECT_TRUE(IsNear(xb + rsd, y, scale));
+      EXPECT_TRUE(IsNear(Trans(part) * rsd, Mat(k, 1), Norm(x) * scale));
+      Mat back = qty;
+      solve(k, back, back);
+      EXPECT_TRUE(IsNear(back, y));
+      for (const auto& [what, want] : {std::pair{1000, &qty}, {10, &rsd}, {1, &xb}}) {
+        Mat z = y;  // each alone, in place of y
+        solve(k, z, nullptr, z, nullptr, z, z, what);
+        EXPECT_TRUE(AreSame(z.data, want->data)) << what;
+      }
+    }
+  }
+  Mat zero({{1, 0, 3}, {2, 0, 4}, {2, 0, 1}});
+  double qraux[3], y[] = {1, 2, 3}, b[3];
+  Linpack::Dqrdc(zero, zero.ld, 3, 3, qraux, nullptr, nullptr, 0);
+  EXPECT_EQ(Linpack::Dqrsl(zero, zero.ld, 3, 3, qraux, y, nullptr, y, b, nullptr, nullptr, 100), 2);
+}
+
+// ---- Singular values
+
+struct SVD {
+  const Mat& a;
+  int job;
+  bool inPlace = false;
+  Mat x = a, u{a.m, job / 10 == 1 ? a.m : std::min(a.m, a.n)}, v{a.n, a.n},
+      s{std::min(a.m + 1, a.n), 1}, e{a.n, 1}, work{a.m, 1};
+  double* toU = job < 10 ? nullptr : inPlace ? &x(0, 0) : &u(0, 0);
+  double* toV = job % 10 == 0 ? nullptr : inPlace ? &x(0, 0) : &v(0, 0);
+  int info = Linpack::Dsvdc(x, x.ld, a.m, a.n, s, e, toU, u.ld, toV, v.ld, work, job);
+};
+
+TEST(LinpackSVD, Decomposes) {
+  std::mt19937 random(12);
+  std::vector<Mat> all{Mat(4, 3),
+                       Mat(2, 5),
+                       Mat({{3, 0, 0}, {0, 0, 0}, {0, 0, -2}}),
+                       Mat({{1, 2, 3}, {2, 4, 6}, {4, 8, 12}, {0, 0, 0}}),
+                       Mat({{1, 2, 0, 0}, {0, 0, 3, 0}, {0, 0, 4, 5}, {0, 0, 0, 6}}),
+                       Mat({{1e-300, 2e-300}, {3e-300, 5e-300}}),
+                       Mat({{1e150, 2}, {3, 1e-150}})};
+  for (auto [n, p] : kShapes) {
+    all.push_back(Random(n, p, random));
+    for (int at = 0; at < 2 * std::min(n, p); ++at) {
+      all.push_back(Random(n, p, random));
+      all.back()(at / 2, at / 2) = at % 2 ? kNaN : kInf;
+    }
+  }
+  for (const Mat& a : all) {
+    const SVD plain{a, 0};
+    for (int job : {1, 10, 11, 20, 21}) {
+      SCOPED_TRACE(::testing::PrintToString(a.data) + ", job " + std::to_string(job));
+      const SVD f{a, job};
+      EXPECT_TRUE(AreSame(f.s.data, plain.s.data)) << "depend on the vectors";
+      EXPECT_EQ(std::isfinite(Norm(a)), f.info == 0 && std::isfinite(Norm(f.s))) << f.info;
+      if (!std::isfinite(Norm(a))) continue;  // it ended
+      for (int i = 0; i < f.s.m; ++i)
+        EXPECT_TRUE(f.s(i, 0) >= (i + 1 < f.s.m ? f.s(i + 1, 0) : 0) && f.e(i, 0) == 0) << i;
+      EXPECT_TRUE(job < 10 || IsNear(Trans(f.u) * f.u, Identity(f.u.n), a.m));
+      EXPECT_TRUE(job % 10 == 0 || IsNear(Trans(f.v) * f.v, Identity(a.n), a.n));
+      const Mat s(f.u.n, a.n, [&](int i, int j) { return i == j ? f.s(i, 0) : 0; });
+      EXPECT_TRUE(job % 10 == 0 || job < 10 || IsNear(f.u * s * Trans(f.v), a, 3 * Norm(a)));
+      if (a.m != a.n || (job != 1 && job != 20)) continue;
+      EXPECT_TRUE(AreSame((SVD{a, job, true}).x.data, (job == 1 ? f.v : f.u).data));
+    }
+  }
+  double* none = nullptr;
+  for (int n : {0, 1})
+    EXPECT_EQ(Linpack::Dsvdc(none, 1, n, 1 - n, none, none, none, 1, none, 1, none, 11), 0);
+}
+
+}  // namespace
+}  // namespace NQMath_940
