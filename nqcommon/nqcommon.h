@@ -17,6 +17,7 @@
 #include <nqcommon/common/Value.h>
 #include <nqcommon/common/ValueRecord.h>
 #include <nqcommon/common/display.h>
+#include <nqcommon/common/memory_guard.h>
 #include <nqcommon/common/text_conversion.h>
 #include <nqcommon/common/three_way.h>
 #include <nqcommon/common/truncate.h>
