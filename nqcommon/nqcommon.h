@@ -24,6 +24,7 @@
 #include <nqcommon/export.h>
 #include <nqcommon/math/matrix/INQRectMatrix.h>
 #include <nqcommon/math/matrix/INQSymMatrix.h>
+#include <nqcommon/math/matrix/MatrixStorage.h>
 #include <nqcommon/math/matrix/NQBitSet.h>
 #include <nqcommon/math/matrix/NQDiagMatrix.h>
 #include <nqcommon/math/matrix/NQEigenValues.h>

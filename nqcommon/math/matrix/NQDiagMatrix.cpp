@@ -2,8 +2,6 @@
 
 #include <algorithm>
 #include <cassert>
-#include <exception>
-#include <limits>
 #include <utility>
 
 #include <nqcommon/common/display.h>
@@ -17,50 +15,17 @@ namespace NQMath_940 {
 // ---- Life cycle and shape ----------------------------------------------------------------------
 
 // Storage that is new is zero, so there is nothing to do for `zero`.
-NQDiagMatrix::NQDiagMatrix(int n, bool /*zero*/) : fNRows(std::max(n, 0)) { AllocateDiagonal(); }
+NQDiagMatrix::NQDiagMatrix(int n, bool /*zero*/) { NQDiagMatrix::Resize(n); }
 
 NQDiagMatrix::NQDiagMatrix(const std::vector<double>& diagonal) {
-  const bool counted = diagonal.size() <= static_cast<std::size_t>(std::numeric_limits<int>::max());
-  fNRows = counted ? static_cast<int>(diagonal.size()) : -1;
-  if (AllocateDiagonal()) std::copy(diagonal.begin(), diagonal.end(), fvDiagonal.begin());
-}
-
-NQDiagMatrix::NQDiagMatrix(const NQDiagMatrix& other) : INQSymMatrix() { *this = other; }
-
-NQDiagMatrix& NQDiagMatrix::operator=(const NQDiagMatrix& other) {
-  if (this == &other) return *this;
-  fNRows = other.fNRows;
-  if (AllocateDiagonal())
-    std::copy(other.fvDiagonal.begin(), other.fvDiagonal.end(), fvDiagonal.begin());
-  return *this;
-}
-
-NQDiagMatrix::NQDiagMatrix(NQDiagMatrix&& other) noexcept : INQSymMatrix() {
-  *this = std::move(other);
-}
-
-NQDiagMatrix& NQDiagMatrix::operator=(NQDiagMatrix&& other) noexcept {
-  if (this == &other) return *this;
-  fNRows = std::exchange(other.fNRows, 0);
-  fvDiagonal = std::exchange(other.fvDiagonal, {});
-  return *this;
-}
-
-NQDiagMatrix::~NQDiagMatrix() = default;
-
-bool NQDiagMatrix::AllocateDiagonal() {
-  try {
-    fvDiagonal.resize(Order());
-  } catch (const std::exception&) {
-    fvDiagonal = {};
-    fNRows = -1;
-  }
-  return fNRows >= 0;
+  const auto n = static_cast<long long>(diagonal.size());
+  fNRows = internal::FitsInt(n) ? static_cast<int>(n) : -1;
+  if (Allocate()) std::copy(diagonal.begin(), diagonal.end(), fvData.begin());
 }
 
 bool NQDiagMatrix::Resize(int n) {
   fNRows = std::max(n, 0);
-  return AllocateDiagonal();
+  return Allocate();
 }
 
 bool NQDiagMatrix::SetNRows(int n, bool clear) {
@@ -73,7 +38,7 @@ bool NQDiagMatrix::SetNRows(int n, bool clear) {
 
 double NQDiagMatrix::GetElem(int i, int j) const {
   assert(HasRow(i) && HasRow(j));
-  return i == j ? fvDiagonal[static_cast<std::size_t>(i)] : 0;
+  return i == j ? fvData[static_cast<std::size_t>(i)] : 0;
 }
 
 double NQDiagMatrix::GetElem(int k) const { return GetElem(k, k); }
@@ -81,17 +46,17 @@ double NQDiagMatrix::GetElem(int k) const { return GetElem(k, k); }
 bool NQDiagMatrix::SetElem(int i, int j, double x) {
   assert(HasRow(i) && HasRow(j));
   if (i != j) return false;
-  fvDiagonal[static_cast<std::size_t>(i)] = x;
+  fvData[static_cast<std::size_t>(i)] = x;
   return true;
 }
 
 bool NQDiagMatrix::SetElem(int k, double x) { return HasRow(k) && SetElem(k, k, x); }
 
-void NQDiagMatrix::GetDiagonal(std::vector<double>& out) const { out = fvDiagonal; }
+void NQDiagMatrix::GetDiagonal(std::vector<double>& out) const { out = fvData; }
 
 bool NQDiagMatrix::ReplaceDiagonal(const std::vector<double>& v) {
   if (!HasOrder(v.size())) return false;
-  fvDiagonal = v;
+  fvData = v;
   return true;
 }
 
@@ -122,34 +87,34 @@ bool NQDiagMatrix::IsZeroRow(int i, const NQBitSet& set) const {
 
 // ---- Mechanical operations ---------------------------------------------------------------------
 
-void NQDiagMatrix::Clear() { std::fill(fvDiagonal.begin(), fvDiagonal.end(), 0.0); }
+void NQDiagMatrix::Clear() { std::fill(fvData.begin(), fvData.end(), 0.0); }
 
 void NQDiagMatrix::AddToDiagonal(double x) {
-  for (double& d : fvDiagonal) d += x;
+  for (double& d : fvData) d += x;
 }
 
 void NQDiagMatrix::ChangeSign() {
-  for (double& d : fvDiagonal) d = -d;
+  for (double& d : fvData) d = -d;
 }
 
 void NQDiagMatrix::MultiplyByNumber(double x) {
-  for (double& d : fvDiagonal) d *= x;
+  for (double& d : fvData) d *= x;
 }
 
 bool NQDiagMatrix::ComputeAXpY(double a, const INQSymMatrix& x) {
   const NQDiagMatrix* diagonal = internal::AsDiagonal(x);
   if (!diagonal || !IsValidMatrix() || diagonal->fNRows != fNRows) return false;
-  internal::AddScaled(Order(), a, diagonal->fvDiagonal.data(), fvDiagonal.data());
+  internal::AddScaled(Order(), a, diagonal->fvData.data(), fvData.data());
   return true;
 }
 
 void NQDiagMatrix::GetNCheckDiagonal(std::vector<double>& out, double /*a*/, double /*b*/) const {
-  out.assign(Order(), internal::LargestFromZero(fvDiagonal));
+  out.assign(Order(), internal::LargestFromZero(fvData));
 }
 
 void NQDiagMatrix::MaxMinDiag(double& max, double& min) const {
   internal::Extremes extremes;
-  for (double d : fvDiagonal) extremes.Add(d);
+  for (double d : fvData) extremes.Add(d);
   max = extremes.Max();
   min = extremes.Min();
 }
@@ -162,7 +127,7 @@ void NQDiagMatrix::MaxMinDiagOffDiag(double& maxDiag, double& minDiag, double& m
 
 double NQDiagMatrix::Trace() const {
   double sum = 0;
-  for (double d : fvDiagonal) sum += d;
+  for (double d : fvData) sum += d;
   return sum;
 }
 
@@ -174,7 +139,7 @@ void NQDiagMatrix::Display() const {
   NQDisplay_940::DisplayText(1, "NQDiagMatrix display start");
   NQDisplay_940::DisplayI("The number of rows", fNRows);
   NQDisplay_940::DisplayText(1, "Diagonal");
-  NQDisplay_940::DisplayDAS(fvDiagonal.data(), fNRows);
+  NQDisplay_940::DisplayDAS(fvData.data(), fNRows);
   NQDisplay_940::DisplayText(1, "NQDiagMatrix display end");
 }
 

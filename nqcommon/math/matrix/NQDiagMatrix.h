@@ -6,6 +6,7 @@
 
 #include <nqcommon/export.h>
 #include <nqcommon/math/matrix/INQSymMatrix.h>
+#include <nqcommon/math/matrix/MatrixStorage.h>
 
 namespace NQMath_940 {
 
@@ -23,7 +24,7 @@ namespace NQMath_940 {
 // Contents  NQDiagMatrix.cpp           life cycle, elements, mechanical operations, display
 //           NQDiagMatrix_cholesky.cpp  factor, determinant, inverses, solve
 //           NQDiagMatrix_product.cpp   products, parts
-class NQ_API NQDiagMatrix : public INQSymMatrix {
+class NQ_API NQDiagMatrix : public INQSymMatrix, private MatrixStorage<DiagonalShape> {
  public:
   // ---- Life cycle, shape and elements (NQDiagMatrix.cpp) ---------------------------------------
 
@@ -33,12 +34,7 @@ class NQ_API NQDiagMatrix : public INQSymMatrix {
   NQDiagMatrix(int n, bool zero);
   // Of the given entries; order -1 when they are more than an int counts.
   explicit NQDiagMatrix(const std::vector<double>& diagonal);
-  NQDiagMatrix(const NQDiagMatrix& other);
-  NQDiagMatrix& operator=(const NQDiagMatrix& other);
-  // The source is left with order 0.
-  NQDiagMatrix(NQDiagMatrix&& other) noexcept;
-  NQDiagMatrix& operator=(NQDiagMatrix&& other) noexcept;
-  ~NQDiagMatrix() override;
+  // A copy that finds no storage has order -1; a move leaves its source with order 0.
 
   int GetType() const override { return 1; }
   int GetNRows() const override { return fNRows; }
@@ -51,8 +47,8 @@ class NQ_API NQDiagMatrix : public INQSymMatrix {
   // The entries <- v, of n values.
   bool ReplaceDiagonal(const std::vector<double>& v);
   // The array of entries itself. Its length is the matrix's: do not resize it.
-  std::vector<double>& AsVector() { return fvDiagonal; }
-  const std::vector<double>& AsVectorConst() const { return fvDiagonal; }
+  std::vector<double>& AsVector() { return fvData; }
+  const std::vector<double>& AsVectorConst() const { return fvData; }
   bool GetRow(int i, std::vector<double>& out) const override;
   bool PutRow(int i, const std::vector<double>& v) override;
   bool SetRowColToConst(int i, double x) override;
@@ -160,13 +156,9 @@ class NQ_API NQDiagMatrix : public INQSymMatrix {
   virtual bool SetElem(int k, double x);
 
  private:
-  std::size_t Order() const { return fNRows > 0 ? static_cast<std::size_t>(fNRows) : 0; }
+  std::size_t Order() const { return Count(); }
   bool HasRow(int i) const { return i >= 0 && i < fNRows; }
   bool HasOrder(std::size_t n) const { return fNRows >= 0 && n == Order(); }
-  bool AllocateDiagonal();
-
-  int fNRows = 0;
-  std::vector<double> fvDiagonal;
 };
 
 }  // namespace NQMath_940

@@ -31,7 +31,7 @@ int NQDiagMatrix::LTChol(const std::vector<double>& t, double eps, NQBitSet& non
   }
   int aliased = 0;
   for (int i = 0; i < fNRows; ++i) {
-    double& d = fvDiagonal[static_cast<std::size_t>(i)];
+    double& d = fvData[static_cast<std::size_t>(i)];
     const bool pivots = d > t[static_cast<std::size_t>(i)] * eps;
     d = pivots ? std::sqrt(d) : 0;
     nonRedundant.Set(i, pivots);
@@ -47,15 +47,15 @@ int NQDiagMatrix::LTChol(double eps, double& minPivot, bool check) {
 // ---- Determinant and inverses ------------------------------------------------------------------
 
 int NQDiagMatrix::LTDetInverse(NQDeterminant& det, int job) {
-  const auto zeroes = static_cast<int>(std::count(fvDiagonal.begin(), fvDiagonal.end(), 0.0));
+  const auto zeroes = static_cast<int>(std::count(fvData.begin(), fvData.end(), 0.0));
   if (job % 10 != 0) {
     det = {zeroes > 0 ? 0.0 : 1.0, 0};
     if (zeroes == 0) {
-      for (double d : fvDiagonal) internal::MultiplyScaled(det, d);
+      for (double d : fvData) internal::MultiplyScaled(det, d);
     }
   }
   if (job >= 10) {
-    for (double& d : fvDiagonal) d = d != 0 ? 1 / d : 0;
+    for (double& d : fvData) d = d != 0 ? 1 / d : 0;
   }
   return zeroes;
 }
@@ -67,7 +67,7 @@ bool NQDiagMatrix::LTInverse() {
 }
 
 void NQDiagMatrix::LTLLTrans() {
-  for (double& d : fvDiagonal) d *= d;
+  for (double& d : fvData) d *= d;
 }
 
 void NQDiagMatrix::LTLTransL() { LTLLTrans(); }
@@ -75,7 +75,7 @@ void NQDiagMatrix::LTLTransL() { LTLLTrans(); }
 bool NQDiagMatrix::ComputeDeterminant(double /*eps*/, NQDeterminant& det) const {
   if (fNRows < 1) return false;
   det = {1, 0};
-  for (double d : fvDiagonal) {
+  for (double d : fvData) {
     internal::MultiplyScaled(det, d);
     if (det.first != 0) continue;
     det = {0, 0};
@@ -109,19 +109,19 @@ int NQDiagMatrix::CholInverse(const std::vector<double>& t, double eps, INQSymMa
   inverse.LTInverse();
   inverse.LTLTransL();
   const int rank = fNRows - aliased;
-  return internal::PutDiagonal(inverse.fvDiagonal, out) ? rank : -1;
+  return internal::PutDiagonal(inverse.fvData, out) ? rank : -1;
 }
 
 // ---- Solve -------------------------------------------------------------------------------------
 
 int NQDiagMatrix::LTSolve(const std::vector<double>& b, double eps, std::vector<double>& x) {
   if (!HasOrder(b.size()) || !(eps >= 0)) return -1;
-  std::vector<double> t = fvDiagonal;
+  std::vector<double> t = fvData;
   for (double& reference : t) reference = std::max(reference, 0.0);
   const int aliased = LTChol(t, eps, false);
   x = b;
   for (std::size_t i = 0; i < Order(); ++i) {
-    const double l = fvDiagonal[i];
+    const double l = fvData[i];
     x[i] = l != 0 ? x[i] / l / l : 0;
   }
   return aliased;

@@ -60,7 +60,7 @@ bool NQDiagMatrix::ComputeSV(const std::vector<double>& v, int nRows,
                              std::vector<double>& out) const {
   if (!HasOrder(v.size()) || nRows < 0 || nRows > fNRows) return false;
   std::vector<double> product(v.begin(), v.begin() + nRows);
-  ScaleBy(fvDiagonal, product);
+  ScaleBy(fvData, product);
   out = std::move(product);
   return true;
 }
@@ -131,7 +131,7 @@ bool NQDiagMatrix::ComputeGMG(const INQSymMatrix& m, INQSymMatrix& out) const {
   if (!IsValidMatrix() || m.GetNRows() != fNRows) return false;
   return PutRows(fNRows, AsDenseSym(out), [&](int i, std::vector<double>& row) {
     m.GetRow(i, row);
-    ScaleBy(fvDiagonal, row);
+    ScaleBy(fvData, row);
     for (double& x : row) x *= GetElem(i);
   });
 }
@@ -140,14 +140,14 @@ bool NQDiagMatrix::ComputeGMG(const INQSymMatrix& m, INQSymMatrix& out) const {
 bool NQDiagMatrix::ComputeGSG(const INQSymMatrix& g, INQSymMatrix& out) const {
   if (!IsValidMatrix() || g.GetNRows() != fNRows) return false;
   if (const NQDiagMatrix* diagonal = AsDiagonal(g)) {
-    std::vector<double> product = diagonal->fvDiagonal;
+    std::vector<double> product = diagonal->fvData;
     ScaleBy(product, product);
-    ScaleBy(fvDiagonal, product);
+    ScaleBy(fvData, product);
     return PutDiagonal(product, out);
   }
   return PutRows(fNRows, AsDenseSym(out), [&](int i, std::vector<double>& row) {
     g.GetRow(i, row);
-    ScaleBy(fvDiagonal, row);
+    ScaleBy(fvData, row);
     g.ComputeSV(row, row);
   });
 }
@@ -167,7 +167,7 @@ bool NQDiagMatrix::ComputeMGN(const INQSymMatrix& m, const INQSymMatrix& n,
   if (!IsValidMatrix() || m.GetNRows() != fNRows || n.GetNRows() != fNRows) return false;
   return PutRows(fNRows, AsDenseRect(out), [&](int i, std::vector<double>& row) {
     m.GetRow(i, row);
-    ScaleBy(fvDiagonal, row);
+    ScaleBy(fvData, row);
     n.ComputeSV(row, row);
   });
 }
@@ -175,8 +175,8 @@ bool NQDiagMatrix::ComputeMGN(const INQSymMatrix& m, const INQSymMatrix& n,
 bool NQDiagMatrix::ComputeGMGNG(const INQSymMatrix& m, const INQSymMatrix& n,
                                 INQRectMatrix& out) const {
   NQRectMatrix mgn;
-  return ComputeMGN(m, n, mgn) && internal::ScaleRows(fvDiagonal, mgn, &mgn) &&
-         internal::ScaleColumns(mgn, fvDiagonal, AsDenseRect(out));
+  return ComputeMGN(m, n, mgn) && internal::ScaleRows(fvData, mgn, &mgn) &&
+         internal::ScaleColumns(mgn, fvData, AsDenseRect(out));
 }
 
 bool NQDiagMatrix::ComputeSS(const INQSymMatrix& b, INQRectMatrix& out) const {
@@ -189,7 +189,7 @@ bool NQDiagMatrix::ComputeSS(const INQSymMatrix& b, INQRectMatrix& out) const {
 
 bool NQDiagMatrix::ComputeSTransS(INQSymMatrix& out) const {
   if (!IsValidMatrix()) return false;
-  std::vector<double> squares = fvDiagonal;
+  std::vector<double> squares = fvData;
   ScaleBy(squares, squares);
   return PutDiagonal(squares, out);
 }
@@ -212,14 +212,14 @@ double NQDiagMatrix::TraceOfProductOfThree(const INQSymMatrix& a, const INQSymMa
 
 bool NQDiagMatrix::ComputeRS(const INQRectMatrix& r, INQRectMatrix& out) const {
   return IsValidMatrix() && r.GetNCols() == fNRows &&
-         internal::ScaleColumns(r, fvDiagonal, AsDenseRect(out));
+         internal::ScaleColumns(r, fvData, AsDenseRect(out));
 }
 
 bool NQDiagMatrix::ComputeRTransS(const INQRectMatrix& r, INQRectMatrix& out) const {
   NQRectMatrix product;
   NQRectMatrix* dense = AsDenseRect(out);
   if (!dense || !IsValidMatrix() || r.GetNRows() != fNRows ||
-      !internal::ScaleRows(fvDiagonal, r, &product) || !product.Transpose())
+      !internal::ScaleRows(fvData, r, &product) || !product.Transpose())
     return false;
   *dense = std::move(product);
   return true;
@@ -255,20 +255,19 @@ double PartTimesDiagonal(const std::vector<double>& line, int first, int count,
 
 double NQDiagMatrix::ComputeRVD(int i, const INQRectMatrix& r, int first, int count) const {
   std::vector<double> row;
-  return r.GetRow(i, row) ? PartTimesDiagonal(row, first, count, fvDiagonal) : NQMV::Missing();
+  return r.GetRow(i, row) ? PartTimesDiagonal(row, first, count, fvData) : NQMV::Missing();
 }
 
 double NQDiagMatrix::ComputeRTransVD(int j, const INQRectMatrix& r, int first, int count) const {
   std::vector<double> column;
-  return r.GetCol(j, column) ? PartTimesDiagonal(column, first, count, fvDiagonal)
-                             : NQMV::Missing();
+  return r.GetCol(j, column) ? PartTimesDiagonal(column, first, count, fvData) : NQMV::Missing();
 }
 
 // ---- Parts -------------------------------------------------------------------------------------
 
 bool NQDiagMatrix::ExtractFirstNRows(INQSymMatrix& out) const {
   const int k = out.GetNRows();
-  return k >= 0 && k <= fNRows && PutDiagonal({fvDiagonal.begin(), fvDiagonal.begin() + k}, out);
+  return k >= 0 && k <= fNRows && PutDiagonal({fvData.begin(), fvData.begin() + k}, out);
 }
 
 bool NQDiagMatrix::ExtractSubmatrix(const std::vector<int>& indices, INQSymMatrix& out) const {

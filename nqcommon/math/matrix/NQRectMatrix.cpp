@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cassert>
 #include <cmath>
-#include <exception>
 #include <limits>
 #include <utility>
 
@@ -21,51 +20,12 @@ INQRectMatrix::~INQRectMatrix() = default;
 // ---- Life cycle and shape ----------------------------------------------------------------------
 
 // Storage that is new is zero, so there is nothing to do for `zero`.
-NQRectMatrix::NQRectMatrix(int m, int n, bool /*zero*/)
-    : fNRows(std::max(m, 0)), fNCols(std::max(n, 0)) {
-  AllocateEntries();
-}
-
-NQRectMatrix::NQRectMatrix(const NQRectMatrix& other) : INQRectMatrix() { *this = other; }
-
-NQRectMatrix& NQRectMatrix::operator=(const NQRectMatrix& other) {
-  if (this == &other) return *this;
-  fNRows = other.fNRows;
-  fNCols = other.fNCols;
-  if (AllocateEntries()) std::copy(other.fvData.begin(), other.fvData.end(), fvData.begin());
-  return *this;
-}
-
-NQRectMatrix::NQRectMatrix(NQRectMatrix&& other) noexcept : INQRectMatrix() {
-  *this = std::move(other);
-}
-
-NQRectMatrix& NQRectMatrix::operator=(NQRectMatrix&& other) noexcept {
-  if (this == &other) return *this;
-  fNRows = std::exchange(other.fNRows, 0);
-  fNCols = std::exchange(other.fNCols, 0);
-  fvData = std::exchange(other.fvData, {});
-  return *this;
-}
-
-NQRectMatrix::~NQRectMatrix() = default;
-
-// Gives the array the length that the shape asks for. Too long an array fails as bad_alloc or, past
-// the largest vector, as length_error.
-bool NQRectMatrix::AllocateEntries() {
-  try {
-    fvData.resize(Rows() * Cols());
-  } catch (const std::exception&) {
-    fvData = {};
-    fNRows = fNCols = -1;
-  }
-  return fNRows >= 0;
-}
+NQRectMatrix::NQRectMatrix(int m, int n, bool /*zero*/) { NQRectMatrix::Resize(m, n); }
 
 bool NQRectMatrix::Resize(int m, int n) {
   fNRows = std::max(m, 0);
   fNCols = std::max(n, 0);
-  return AllocateEntries();
+  return Allocate();
 }
 
 bool NQRectMatrix::SetNRowsCols(int m, int n, bool clear) {
@@ -83,7 +43,7 @@ constexpr int kMostLines = std::numeric_limits<int>::max();
 int NQRectMatrix::AddRow() {
   if (!IsValidMatrix() || fNRows == kMostLines) return -1;
   ++fNRows;
-  AllocateEntries();
+  Allocate();
   return fNRows;
 }
 
@@ -98,7 +58,7 @@ int NQRectMatrix::AddColumn() {
   if (!IsValidMatrix() || fNCols == kMostLines) return -1;
   const std::size_t old = Cols();
   ++fNCols;
-  if (!AllocateEntries()) return -1;
+  if (!Allocate()) return -1;
   for (std::size_t i = Rows(); i-- > 0;) {
     double* row = fvData.data() + i * Cols();
     const double* from = fvData.data() + i * old;

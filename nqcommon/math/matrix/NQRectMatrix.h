@@ -5,6 +5,7 @@
 
 #include <nqcommon/export.h>
 #include <nqcommon/math/matrix/INQRectMatrix.h>
+#include <nqcommon/math/matrix/MatrixStorage.h>
 #include <nqcommon/math/matrix/NQBitSet.h>
 
 namespace NQMath_940 {
@@ -27,7 +28,7 @@ class NQSymMatrix;
 //           NQRectMatrix_solve.cpp         linear systems, least squares, QR, projection
 //           NQRectMatrix_estimability.cpp  redundancies, estimable functions, contrast rows
 //           NQRectMatrix_display.cpp       diagnostic display
-class NQ_API NQRectMatrix : public INQRectMatrix {
+class NQ_API NQRectMatrix : public INQRectMatrix, private MatrixStorage<RectShape> {
  public:
   // ---- Life cycle and shape (NQRectMatrix.cpp) -------------------------------------------------
 
@@ -35,12 +36,7 @@ class NQ_API NQRectMatrix : public INQRectMatrix {
   NQRectMatrix() = default;
   // Shape max(m, 0) x max(n, 0).
   NQRectMatrix(int m, int n, bool zero);
-  NQRectMatrix(const NQRectMatrix& other);
-  NQRectMatrix& operator=(const NQRectMatrix& other);
-  // The source is left 0 x 0.
-  NQRectMatrix(NQRectMatrix&& other) noexcept;
-  NQRectMatrix& operator=(NQRectMatrix&& other) noexcept;
-  ~NQRectMatrix() override;
+  // A copy that finds no storage is invalid (m = n = -1); a move leaves its source 0 x 0.
 
   int GetMatrixType() const override { return 0; }
   bool IsValidMatrix() const override { return fNRows >= 0; }
@@ -229,11 +225,6 @@ class NQ_API NQRectMatrix : public INQRectMatrix {
   std::size_t Cols() const { return fNCols > 0 ? static_cast<std::size_t>(fNCols) : 0; }
   bool HasRow(int i) const { return i >= 0 && i < fNRows; }
   bool HasCol(int j) const { return j >= 0 && j < fNCols; }
-  bool AllocateEntries();
-
-  int fNRows = 0;
-  int fNCols = 0;
-  std::vector<double> fvData;
 };
 
 }  // namespace NQMath_940

@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <cassert>
 #include <cmath>
-#include <exception>
-#include <limits>
 #include <utility>
 
 #include <nqcommon/common/NQMV.h>
@@ -21,67 +19,25 @@ using internal::ForEachInRow;
 using internal::LargestFromZero;
 using internal::RowStart;
 
-INQSymMatrix::~INQSymMatrix() = default;
-
 // ---- Life cycle and shape -----------------------------------------------------------------------
 
 // Storage that is new is zero, so the constructors have nothing to do for `zero`.
-NQSymMatrix::NQSymMatrix(int n, bool /*zero*/) : fNRows(std::max(n, 0)), fBlockSize(fNRows) {
-  AllocateTriangle();
-}
+NQSymMatrix::NQSymMatrix(int n, bool /*zero*/) { NQSymMatrix::Resize(n); }
 
 NQSymMatrix::NQSymMatrix(int nBlocks, int blockSize, bool /*zero*/) {
   const bool some = nBlocks >= 1 && blockSize >= 1;
   fNBlocks = some ? nBlocks : 0;
   fBlockSize = some ? blockSize : 0;
   const long long n = static_cast<long long>(fNBlocks) * fBlockSize;
-  fNRows = n <= std::numeric_limits<int>::max() ? static_cast<int>(n) : -1;
-  AllocateTriangle();
-}
-
-NQSymMatrix::NQSymMatrix(const NQSymMatrix& other) : INQSymMatrix() { *this = other; }
-
-NQSymMatrix& NQSymMatrix::operator=(const NQSymMatrix& other) {
-  if (this == &other) return *this;
-  fNRows = other.fNRows;
-  fNBlocks = other.fNBlocks;
-  fBlockSize = other.fBlockSize;
-  if (AllocateTriangle()) std::copy(other.fvData.begin(), other.fvData.end(), fvData.begin());
-  return *this;
-}
-
-NQSymMatrix::NQSymMatrix(NQSymMatrix&& other) noexcept : INQSymMatrix() {
-  *this = std::move(other);
-}
-
-NQSymMatrix& NQSymMatrix::operator=(NQSymMatrix&& other) noexcept {
-  if (this == &other) return *this;
-  fNRows = std::exchange(other.fNRows, 0);
-  fNBlocks = std::exchange(other.fNBlocks, 1);
-  fBlockSize = std::exchange(other.fBlockSize, 0);
-  fvData = std::exchange(other.fvData, {});
-  return *this;
-}
-
-NQSymMatrix::~NQSymMatrix() = default;
-
-// Gives the array the length that fNRows asks for. Too long an array fails as bad_alloc or, past
-// the largest vector, as length_error.
-bool NQSymMatrix::AllocateTriangle() {
-  try {
-    fvData.resize(RowStart(Order()));
-  } catch (const std::exception&) {
-    fvData = {};
-    fNRows = -1;
-  }
-  return fNRows >= 0;
+  fNRows = internal::FitsInt(n) ? static_cast<int>(n) : -1;
+  Allocate();
 }
 
 bool NQSymMatrix::Resize(int n) {
   fNRows = std::max(n, 0);
   fNBlocks = 1;
   fBlockSize = fNRows;
-  return AllocateTriangle();
+  return Allocate();
 }
 
 bool NQSymMatrix::SetNRows(int n, bool clear) {

@@ -5,6 +5,7 @@
 
 #include <nqcommon/export.h>
 #include <nqcommon/math/matrix/INQSymMatrix.h>
+#include <nqcommon/math/matrix/MatrixStorage.h>
 
 namespace NQMath_940 {
 
@@ -22,7 +23,7 @@ class NQSymBlockDiagMatrix;
 // Threads   one object, one thread at a time.
 //
 // Contents  the sections below, each in the source that its title names.
-class NQ_API NQSymMatrix : public INQSymMatrix {
+class NQ_API NQSymMatrix : public INQSymMatrix, private MatrixStorage<TriangleShape> {
  public:
   // ---- Life cycle and shape (NQSymMatrix.cpp) --------------------------------------------------
 
@@ -30,11 +31,7 @@ class NQ_API NQSymMatrix : public INQSymMatrix {
   NQSymMatrix(int n, bool zero);  // order max(n, 0), one block
   // nBlocks x nBlocks blocks of order blockSize; order 0 when either is below 1.
   NQSymMatrix(int nBlocks, int blockSize, bool zero);
-  NQSymMatrix(const NQSymMatrix& other);
-  NQSymMatrix& operator=(const NQSymMatrix& other);
-  NQSymMatrix(NQSymMatrix&& other) noexcept;  // leaves the source with order 0
-  NQSymMatrix& operator=(NQSymMatrix&& other) noexcept;
-  ~NQSymMatrix() override;
+  // A copy that finds no storage has order -1; a move leaves its source with order 0.
 
   int GetType() const override { return 0; }
   int GetNRows() const override { return fNRows; }
@@ -337,14 +334,8 @@ class NQ_API NQSymMatrix : public INQSymMatrix {
   std::size_t Order() const { return fNRows > 0 ? static_cast<std::size_t>(fNRows) : 0; }
   bool HasRow(int i) const { return i >= 0 && i < fNRows; }
   bool HasOrder(std::size_t n) const { return fNRows >= 0 && n == Order(); }
-  bool AllocateTriangle();
 
   int Factor(const std::vector<double>& t, double eps, bool check, std::vector<bool>* aliasedRows);
-
-  int fNRows = 0;
-  int fNBlocks = 1;
-  int fBlockSize = 0;
-  std::vector<double> fvData;
 };
 
 }  // namespace NQMath_940
