@@ -50,6 +50,7 @@
 #include <nqcommon/math/random/NQRNGNormal.h>
 #include <nqcommon/math/random/NQRNGUCongruential.h>
 #include <nqcommon/math/random/NQRNGUTwister.h>
+#include <nqcommon/math/random/NQRNGVariate.h>
 #include <nqcommon/math/random/NQRNGenerator.h>
 #include <nqcommon/math/random/NQRandomTwister.h>
 #include <nqcommon/math/random/NQRandomValues.h>

@@ -5,8 +5,7 @@
 
 #include <nqcommon/math/kernels/log_gamma.h>
 #include <nqcommon/math/numeric/NQDistFun.h>
-#include <nqcommon/math/random/NQRNGNormal.h>
-#include <nqcommon/math/random/internal/uniform_link.h>
+#include <nqcommon/math/random/internal/kinderman_ramage.h>
 
 namespace NQMath_940 {
 
@@ -26,65 +25,39 @@ bool SuitsNormal(double a, double b) {
 
 }  // namespace
 
-struct NQRNGBeta::Impl {
-  // Algorithm BN of J. H. Ahrens and U. Dieter, "Computer methods for sampling from gamma, beta,
-  // Poisson and binomial distributions", Computing 12 (1974) 223-246. The logarithm of the density
-  // relative to the mode, A ln(x / mode) + B ln((1 - x) / (1 - mode)), is written with
-  // e - ln(1 + e): its linear terms cancel, which for large shapes would take all digits.
-  double DrawByNormal(double a, double b) {
-    NQRNGenerator& uniforms = fUniforms.Get();
-    fNormal.SetURNGenerator(uniforms);
-    const double powerX = a - 1, powerY = b - 1;
-    const double total = powerX + powerY;
-    const double root = std::sqrt(total);
-    for (;;) {
-      const double s = fNormal.GetNext();
-      const double up = s * root / (2 * powerX);     // (x - mode) / mode
-      const double down = -s * root / (2 * powerY);  // the same of 1 - x
-      if (!(up > -1 && down > -1)) continue;
-      const double defect =
-          powerX * internal::LogDefect(up, 1 + up) + powerY * internal::LogDefect(down, 1 + down);
-      if (std::log(uniforms.GetNext()) <= s * s / 2 - defect) return powerX / total * (1 + up);
-    }
+// Algorithm BN of J. H. Ahrens and U. Dieter, "Computer methods for sampling from gamma, beta,
+// Poisson and binomial distributions", Computing 12 (1974) 223-246. The logarithm of the density
+// relative to the mode, A ln(x / mode) + B ln((1 - x) / (1 - mode)), is written with
+// e - ln(1 + e): its linear terms cancel, which for large shapes would take all digits.
+double NQRNGBeta::DrawByNormal(double a, double b) {
+  const auto uniform = internal::UniformsOf(GetURNGenerator());
+  const double powerX = a - 1, powerY = b - 1;
+  const double total = powerX + powerY;
+  const double root = std::sqrt(total);
+  for (;;) {
+    const double s = internal::KindermanRamage(uniform);
+    const double up = s * root / (2 * powerX);     // (x - mode) / mode
+    const double down = -s * root / (2 * powerY);  // the same of 1 - x
+    if (!(up > -1 && down > -1)) continue;
+    const double defect =
+        powerX * internal::LogDefect(up, 1 + up) + powerY * internal::LogDefect(down, 1 + down);
+    if (std::log(uniform()) <= s * s / 2 - defect) return powerX / total * (1 + up);
   }
-
-  internal::UniformLink fUniforms;
-  NQRNGNormal fNormal{0, 1};
-  double fA = 1;
-  double fB = 1;
-};
-
-NQRNGBeta::NQRNGBeta(double a, double b) : fpImpl(std::make_unique<Impl>()) { SetParameters(a, b); }
-
-NQRNGBeta::NQRNGBeta(const NQRNGBeta& other)
-    : NQRNGenerator(other), fpImpl(std::make_unique<Impl>(*other.fpImpl)) {}
-
-NQRNGBeta& NQRNGBeta::operator=(const NQRNGBeta& other) {
-  *fpImpl = *other.fpImpl;
-  return *this;
 }
-
-NQRNGBeta::~NQRNGBeta() = default;
-
-void NQRNGBeta::SetURNGenerator(NQRNGenerator& uniforms) { fpImpl->fUniforms.Set(uniforms); }
-
-void NQRNGBeta::SetSeed(double seed) { fpImpl->fUniforms.Get().SetSeed(seed); }
 
 bool NQRNGBeta::SetParameters(double a, double b) {
   const bool valid = a > 0 && b > 0;
-  fpImpl->fA = valid ? a : 1;
-  fpImpl->fB = valid ? b : 1;
+  fA = valid ? a : 1;
+  fB = valid ? b : 1;
   return a <= 0;
 }
-
-double NQRNGBeta::GetNext() { return GetNext(fpImpl->fA, fpImpl->fB); }
 
 double NQRNGBeta::GetNext(double a, double b) {
   if (!(a > 0 && b > 0)) a = b = 1;
   a = std::min(a, kLargestShape);
   b = std::min(b, kLargestShape);
-  if (SuitsNormal(a, b)) return fpImpl->DrawByNormal(a, b);
-  return NQDistFun::IdfBeta(fpImpl->fUniforms.Get().GetNext(), a, b);
+  if (SuitsNormal(a, b)) return DrawByNormal(a, b);
+  return NQDistFun::IdfBeta(GetURNGenerator().GetNext(), a, b);
 }
 
 }  // namespace NQMath_940

@@ -3,7 +3,6 @@
 #include <cmath>
 
 #include <nqcommon/math/random/NQRNGBeta.h>
-#include <nqcommon/math/random/internal/uniform_link.h>
 
 namespace NQMath_940 {
 
@@ -18,49 +17,23 @@ bool IsValid(double n, double p) {
 
 }  // namespace
 
-struct NQRNGBinomial::Impl {
-  internal::UniformLink fUniforms;
-  NQRNGBeta fBeta{1, 1};
-  double fN = 0;
-  double fP = 0;
-};
-
-NQRNGBinomial::NQRNGBinomial(double n, double p) : fpImpl(std::make_unique<Impl>()) {
-  SetParameters(n, p);
-}
-
-NQRNGBinomial::NQRNGBinomial(const NQRNGBinomial& other)
-    : NQRNGenerator(other), fpImpl(std::make_unique<Impl>(*other.fpImpl)) {}
-
-NQRNGBinomial& NQRNGBinomial::operator=(const NQRNGBinomial& other) {
-  *fpImpl = *other.fpImpl;
-  return *this;
-}
-
-NQRNGBinomial::~NQRNGBinomial() = default;
-
-void NQRNGBinomial::SetURNGenerator(NQRNGenerator& uniforms) { fpImpl->fUniforms.Set(uniforms); }
-
-void NQRNGBinomial::SetSeed(double seed) { fpImpl->fUniforms.Get().SetSeed(seed); }
-
 bool NQRNGBinomial::SetParameters(double n, double p) {
   const bool valid = IsValid(n, p);
-  fpImpl->fN = valid ? n : 0;
-  fpImpl->fP = valid ? p : 0;
+  fN = valid ? n : 0;
+  fP = valid ? p : 0;
   return valid;
 }
-
-double NQRNGBinomial::GetNext() { return GetNext(fpImpl->fN, fpImpl->fP); }
 
 // D. A. Relles, "A simple algorithm for generating binomial random variables when N is large", JASA
 // 67 (1972) 612-613; J. H. Ahrens and U. Dieter, Computing 12 (1974) 223-246.
 double NQRNGBinomial::GetNext(double n, double p) {
   if (!IsValid(n, p)) return 0;
-  fpImpl->fBeta.SetURNGenerator(fpImpl->fUniforms.Get());
+  NQRNGBeta beta(1, 1);
+  beta.SetURNGenerator(GetURNGenerator());
   double count = 0;
   while (n > kSimpleTrials && p > 0 && p < 1) {
     const double middle = std::floor((n + 1) / 2);
-    const double x = fpImpl->fBeta.GetNext(middle, n + 1 - middle);
+    const double x = beta.GetNext(middle, n + 1 - middle);
     if (x <= p) {
       count += middle;
       n -= middle;
@@ -76,7 +49,7 @@ double NQRNGBinomial::GetNext(double n, double p) {
 double NQRNGBinomial::SimpleMethod(double n, double p) {
   if (!IsValid(n, p) || p == 0) return 0;
   if (p == 1) return n;
-  NQRNGenerator& uniforms = fpImpl->fUniforms.Get();
+  NQRNGenerator& uniforms = GetURNGenerator();
   double count = 0;
   while (n-- > 0) {
     if (uniforms.GetNext() <= p) ++count;

@@ -1,9 +1,7 @@
 #pragma once
 
-#include <memory>
-
 #include <nqcommon/export.h>
-#include <nqcommon/math/random/NQRNGenerator.h>
+#include <nqcommon/math/random/NQRNGVariate.h>
 
 namespace NQMath_940 {
 
@@ -13,28 +11,17 @@ namespace NQMath_940 {
 //           at a beta variate that stands for the middle one of the n uniforms in order; the half
 //           that p does not fall into is then all successes or all failures (Relles 1972; Ahrens
 //           and Dieter 1974, algorithm BB). About log2(n / 40) beta variates whatever p is.
-// Uniforms  from the generator set with SetURNGenerator; until then from an NQRNGUCongruential of
-//           the object's own, which starts at state 1.
 // Draws     for each split those of NQRNGBeta, then one uniform for each trial that is left; none
 //           once p is 0 or 1.
-// Copies    continue the object's own generator where it stands, and share one that was set.
-class NQ_API NQRNGBinomial : public NQRNGenerator {
+class NQ_API NQRNGBinomial : public NQRNGVariate {
  public:
   // As SetParameters.
-  NQRNGBinomial(double n, double p);
-  NQRNGBinomial(const NQRNGBinomial& other);
-  NQRNGBinomial& operator=(const NQRNGBinomial& other);
-  ~NQRNGBinomial() override;
-
-  // The generator is not owned: it must outlive its use, and not draw from this object in turn.
-  void SetURNGenerator(NQRNGenerator& uniforms);
-  // Seeds the generator of the uniforms.
-  void SetSeed(double seed) override;
+  NQRNGBinomial(double n, double p) { SetParameters(n, p); }
 
   // Returns false, and sets n = 0 and p = 0, unless n >= 0 is a whole number and 0 <= p <= 1.
   bool SetParameters(double n, double p);
 
-  double GetNext() override;
+  double GetNext() override { return GetNext(fN, fP); }
   // With these parameters for one draw; 0 for parameters that SetParameters refuses.
   double GetNext(double n, double p);
 
@@ -43,8 +30,8 @@ class NQ_API NQRNGBinomial : public NQRNGenerator {
   double SimpleMethod(double n, double p);
 
  private:
-  struct Impl;
-  std::unique_ptr<Impl> fpImpl;
+  double fN = 0;
+  double fP = 0;
 };
 
 }  // namespace NQMath_940

@@ -8,6 +8,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include <nqcommon/math/random/NQRNGenerator.h>
+
 namespace NQMath_940::internal {
 
 // Where the triangle ends.
@@ -59,6 +61,11 @@ double DrawFromTail(bool positive, Uniform& uniform) {
     const double t = kStart - std::log(uniform());
     if (u * u * t < kStart) return positive ? std::sqrt(2 * t) : -std::sqrt(2 * t);
   }
+}
+
+// The uniforms of a generator as the draws below take them.
+inline auto UniformsOf(NQRNGenerator& generator) {
+  return [&generator] { return generator.GetNext(); };
 }
 
 // uniform() is the next uniform of (0, 1); 0 and 1 do no harm.
