@@ -6,53 +6,28 @@
 #include <utility>
 
 #include <nqcommon/common/display.h>
+#include <nqcommon/common/memory_guard.h>
 #include <nqcommon/math/random/internal/covariance_factor.h>
 
 namespace NQMath_940 {
 
-namespace {
-
-// Order -1 when there is no memory for it.
-NQSymMatrix Identity(int n) {
-  NQSymMatrix identity(n, true);
-  identity.AddToDiagonal(1);
-  return identity;
-}
-
-}  // namespace
+using NQCommon_940::GuardMemory;
 
 // ---- Uniform source -----------------------------------------------------------------------------
-
-NQRandomValues::Source::Source(unsigned long seed)
-    : fpOwn(std::make_unique<NQURandom>(seed, true, true)) {}
-
-NQRandomValues::Source::Source(const Source& other)
-    : fpOwn(other.fpOwn != nullptr ? std::make_unique<NQURandom>(*other.fpOwn) : nullptr),
-      fpShared(other.fpShared),
-      fOwnsURNG(other.fOwnsURNG) {}
-
-NQRandomValues::Source& NQRandomValues::Source::operator=(const Source& other) {
-  Source copy(other);
-  fpOwn.swap(copy.fpOwn);
-  fpShared = copy.fpShared;
-  fOwnsURNG = copy.fOwnsURNG;
-  return *this;
-}
 
 void NQRandomValues::SetSeed(unsigned long s) {
   fSeed = s;
   // Ownership is not asked for: whoever sets a source and then a seed gives the source up.
-  if (fSource.fpShared != nullptr) fSource.fpOwn.reset(fSource.fpShared);
-  fSource.fpShared = nullptr;
-  fSource.fpOwn = std::make_unique<NQURandom>(s, true, true);
+  delete fpShared;
+  fpShared = nullptr;
+  fOwn = NQURandom(s, true, true);
 }
 
 bool NQRandomValues::SetURNGPtr(NQURandom* p) {
   if (p == nullptr) return false;
-  if (!fSource.fOwnsURNG || p == fSource.fpOwn.get()) return true;
-  fSource.fpShared = p;
-  fSource.fpOwn.reset();
-  fSource.fOwnsURNG = false;
+  if (!fOwnsURNG || p == &fOwn) return true;
+  fpShared = p;
+  fOwnsURNG = false;
   return true;
 }
 
@@ -71,6 +46,19 @@ void NQRandomValues::SetKind(Kind kind, int dim, bool ready, bool standard) {
   fStandard = standard;
 }
 
+bool NQRandomValues::SetArrays(const std::vector<double>& low, const std::vector<double>& high,
+                               const NQSymMatrix* factored) {
+  return GuardMemory(false, [&] {
+    auto arrays = std::make_shared<Arrays>();
+    if (factored != nullptr && !internal::FactorCovariance(*factored, fTolerance, arrays->factor))
+      return false;
+    arrays->low = low;
+    arrays->high = high;
+    fpArrays = std::move(arrays);
+    return true;
+  });
+}
+
 bool NQRandomValues::SetParamUniform() { return SetParamUniform(1); }
 
 bool NQRandomValues::SetParamUniform(double lo, double hi) {
@@ -83,9 +71,8 @@ bool NQRandomValues::SetParamUniform(double lo, double hi) {
 
 bool NQRandomValues::SetParamUniform(int dim) {
   if (dim < 1) return false;
-  const auto n = static_cast<std::size_t>(dim);
-  SetParamUniform(std::vector<double>(n, 0.0), std::vector<double>(n, 1.0));
-  fStandard = true;
+  if (dim == 1) return SetParamUniform(0, 1);
+  SetKind(kUniform, dim, false, true);
   return true;
 }
 
@@ -94,13 +81,9 @@ bool NQRandomValues::SetParamUniform(const std::vector<double>& lo, const std::v
   for (std::size_t i = 0; i < lo.size(); ++i) {
     if (!(lo[i] < hi[i])) return false;
   }
-  if (lo.size() == 1) {
-    fLower = lo[0];
-    fUpper = hi[0];
-  }
-  fvLower = lo;
-  fvUpper = hi;
-  SetKind(kUniform, static_cast<int>(lo.size()), lo.size() == 1, false);
+  if (lo.size() == 1) return SetParamUniform(lo[0], hi[0]);
+  if (!SetArrays(lo, hi, nullptr)) return false;
+  SetKind(kUniform, static_cast<int>(lo.size()), false, false);
   return true;
 }
 
@@ -117,10 +100,6 @@ bool NQRandomValues::SetParamNormal(double mean, double variance) {
 
 bool NQRandomValues::SetParamNormal(int dim) {
   if (dim < 1) return false;
-  NQSymMatrix covariance = Identity(dim);
-  if (!covariance.IsValidMatrix()) return false;
-  fmCovariance = std::move(covariance);
-  fvWork.assign(static_cast<std::size_t>(dim), 1.0);
   fVariance = 1;
   fSd = 1;
   if (dim == 1) fMean = 0;
@@ -130,14 +109,9 @@ bool NQRandomValues::SetParamNormal(int dim) {
 
 bool NQRandomValues::SetParamNormal(const std::vector<double>& means,
                                     const NQSymMatrix& covariance) {
-  NQSymMatrix factor;
   if (means.size() != static_cast<std::size_t>(covariance.GetNRows()) ||
-      !internal::FactorCovariance(covariance, fTolerance, factor))
+      !SetArrays(means, {}, &covariance))
     return false;
-  fvMean = means;
-  fmCovariance = covariance;
-  fmFactor = std::move(factor);
-  fvWork.resize(means.size());
   if (means.size() == 1) {
     fMean = means[0];
     fVariance = covariance.GetElem(0, 0);
@@ -164,23 +138,14 @@ bool NQRandomValues::SetParamGamma(double shape, double rate) {
 
 bool NQRandomValues::SetParamWishart(int dim, double df) {
   if (dim < 1 || !(df >= dim)) return false;
-  NQSymMatrix scale = Identity(dim);
-  if (!scale.IsValidMatrix()) return false;
-  fmScale = std::move(scale);
-  fWishartDim = dim;
   fWishartDf = df;
   SetKind(kWishart, dim, false, true);
   return true;
 }
 
 bool NQRandomValues::SetParamWishart(int dim, double df, const NQSymMatrix& scale) {
-  NQSymMatrix factor;
-  if (dim < 1 || !(df >= dim) || scale.GetNRows() != dim ||
-      !internal::FactorCovariance(scale, fTolerance, factor))
+  if (dim < 1 || !(df >= dim) || scale.GetNRows() != dim || !SetArrays({}, {}, &scale))
     return false;
-  fmScale = scale;
-  fmFactor = std::move(factor);
-  fWishartDim = dim;
   fWishartDf = df;
   SetKind(kWishart, dim, false, false);
   return true;
@@ -190,33 +155,33 @@ bool NQRandomValues::SetParamWishart(int dim, double df, const NQSymMatrix& scal
 
 void NQRandomValues::Display() const {
   using namespace NQDisplay_940;
-  DisplayText(1, "NQRandomValues display start");
-  DisplayS("Seed", std::to_string(fSeed));
-  DisplayD("Tolerance", fTolerance);
-  DisplayB("Owns the uniform source", fSource.fOwnsURNG);
-  GetURNGPtr()->Display();
-  DisplayI("Distribution", fKind);
-  DisplayB("Ready for a scalar draw", fReady);
-  DisplayI("Dimension", fDim);
-  DisplayB("Standard form", fStandard);
-  DisplayD("Lower bound", fLower);
-  DisplayD("Upper bound", fUpper);
-  DisplayDV("Lower bounds", fvLower, true);
-  DisplayDV("Upper bounds", fvUpper, true);
-  DisplayD("Mean", fMean);
-  DisplayDV("Means", fvMean, true);
-  DisplayD("Variance", fVariance);
-  DisplayText(1, "Covariance matrix:");
-  fmCovariance.Display();
-  DisplayD("Standard deviation", fSd);
-  DisplayD("Chi-square degrees of freedom", fChiDf);
-  DisplayD("Gamma shape", fShape);
-  DisplayD("Gamma rate", fRate);
-  DisplayI("Wishart dimension", fWishartDim);
-  DisplayD("Wishart degrees of freedom", fWishartDf);
-  DisplayText(1, "Scale matrix:");
-  fmScale.Display();
-  DisplayText(1, "NQRandomValues display end");
+  GuardMemory([&] {
+    DisplayText(1, "NQRandomValues display start");
+    DisplayS("Seed", std::to_string(fSeed));
+    DisplayD("Tolerance", fTolerance);
+    DisplayB("Owns the uniform source", fOwnsURNG);
+    GetURNGPtr()->Display();
+    DisplayI("Distribution", fKind);
+    DisplayB("Ready for a scalar draw", fReady);
+    DisplayI("Dimension", fDim);
+    DisplayB("Standard form", fStandard);
+    DisplayD("Lower bound", fLower);
+    DisplayD("Upper bound", fUpper);
+    DisplayD("Mean", fMean);
+    DisplayD("Variance", fVariance);
+    DisplayD("Standard deviation", fSd);
+    DisplayD("Chi-square degrees of freedom", fChiDf);
+    DisplayD("Gamma shape", fShape);
+    DisplayD("Gamma rate", fRate);
+    DisplayD("Wishart degrees of freedom", fWishartDf);
+    if (fpArrays != nullptr) {
+      DisplayDV("Lower bounds or means", fpArrays->low, true);
+      DisplayDV("Upper bounds", fpArrays->high, true);
+      DisplayText(1, "Cholesky factor of the covariance or scale matrix:");
+      fpArrays->factor.Display();
+    }
+    DisplayText(1, "NQRandomValues display end");
+  });
 }
 
 }  // namespace NQMath_940

@@ -14,7 +14,9 @@ namespace NQMath_940 {
 //
 // Source    an NQURandom of the object's own, the portable twister with seed 34567 at first.
 // Failure   the SetParam operations return false, the distribution set before unchanged; draws
-//           return the missing value or false, and take nothing from the source.
+//           return the missing value or false, and take nothing from the source. Memory that ends
+//           is a failure of the operations that take or return vectors and matrices; the others
+//           need none.
 // Draws     u stands for one uniform of the source, z for one RVSNor. One deviate takes
 //             uniform        u                    exponential   u
 //             normal         z, 2.2 u on average; none for a standard deviation of 0
@@ -25,7 +27,8 @@ namespace NQMath_940 {
 //           Multivariate uniforms and normals take one u or z for each dimension, in order; Wishart
 //           matrices row by row, in row i: i z, then the chi-square with df - i degrees of freedom.
 // Copies    A source of the object's own is copied, so the copy's stream starts at the seed again;
-//           one set with SetURNGPtr is shared, and neither object owns it.
+//           one set with SetURNGPtr is shared, and neither object owns it. Moving, and assigning an
+//           object to itself, carry the stream on. Neither allocates.
 // Threads   one object, and its source, one thread at a time.
 //
 // Contents  NQRandomValues.cpp       source, parameters, display
@@ -34,17 +37,19 @@ class NQ_API NQRandomValues {
  public:
   // ---- Uniform source (NQRandomValues.cpp) -----------------------------------------------------
 
-  // A new source: the portable twister with this seed. The source so far is deleted, one that was
-  // set with SetURNGPtr too: it must come from `new`, and is lost for everyone who shares it, the
-  // copies of this object included. SetURNGPtr goes on to count the source as not owned.
+  // A new source: the portable twister with this seed. A source that was set with SetURNGPtr is
+  // deleted, though the object does not own it, and lost for everyone who shares it, the copies of
+  // this object included. SetURNGPtr goes on to count the source as not owned.
   void SetSeed(unsigned long s);
-  // While the object owns its source: deletes it and draws from p, which it does not own. p must
+  // While the object owns its source: gives it up and draws from p, which it does not own. p must
   // outlive its use. Afterwards the call changes nothing and returns true. False for null.
+  // SetSeed deletes p: never call it after a p that does not come from `new` (an object on the
+  // stack, or the source of another NQRandomValues), but p->SetSeed instead.
   bool SetURNGPtr(NQURandom* p);
-  // The source in use, good until the next SetSeed or SetURNGPtr.
-  NQURandom* GetURNGPtr() const {
-    return fSource.fpShared != nullptr ? fSource.fpShared : fSource.fpOwn.get();
-  }
+  // The source in use, good until the next SetSeed or SetURNGPtr and while this object lives where
+  // it is.
+  NQURandom* GetURNGPtr() { return fpShared != nullptr ? fpShared : &fOwn; }
+  const NQURandom* GetURNGPtr() const { return fpShared != nullptr ? fpShared : &fOwn; }
 
   // ---- Distribution (NQRandomValues.cpp) -------------------------------------------------------
 
@@ -81,12 +86,13 @@ class NQ_API NQRandomValues {
   double GetRandom();
   // A uniform or normal vector: low + (high - low) u, and means + L z with the Cholesky factor L of
   // the covariance matrix. Another distribution of a single number gives one value. False, `out`
-  // unchanged, for Wishart.
+  // unchanged, for Wishart and when memory ends.
   bool GetRandom(std::vector<double>& out);
   // A Wishart matrix by M. S. Bartlett's decomposition (Proc. Roy. Soc. Edinb. 53 (1933) 260-283):
   // L A A' L', L the Cholesky factor of the scale matrix, A lower triangular, of normal deviates
   // below the diagonal and the roots of chi-square deviates on it. False, `out` unchanged, for
-  // another distribution. 4/3 dim^3 multiply-adds, less for the identity.
+  // another distribution; false, `out` of order -1, when memory ends. dim^3 / 3 multiply-adds, half
+  // of them for the identity.
   bool GetRandom(NQSymMatrix& out);
 
   // ---- Draws from any distribution (NQRandomValues_draw.cpp) -----------------------------------
@@ -116,23 +122,24 @@ class NQ_API NQRandomValues {
  private:
   enum Kind : int { kUniform = 0, kNormal = 1, kChi = 2, kGamma = 3, kWishart = 4 };
 
-  // One of the pointers is null. fOwnsURNG is what SetURNGPtr goes by: false once a source was set,
-  // though after SetSeed the source is the object's own again.
-  struct Source {
-    explicit Source(unsigned long seed);
-    Source(const Source& other);
-    Source& operator=(const Source& other);
-
-    std::unique_ptr<NQURandom> fpOwn;
-    NQURandom* fpShared = nullptr;
-    bool fOwnsURNG = true;
+  // What takes more than a number. It never changes once it is set, so that copies share it.
+  struct Arrays {
+    std::vector<double> low;  // bounds of uniforms, or the means
+    std::vector<double> high;
+    NQSymMatrix factor;  // L of the covariance or scale matrix
   };
 
+  // Sets fpArrays, its factor that of `factored` unless that is null. False when the matrix is not
+  // positive semi-definite, or memory ends.
+  bool SetArrays(const std::vector<double>& low, const std::vector<double>& high,
+                 const NQSymMatrix* factored);
   void SetKind(Kind kind, int dim, bool ready, bool standard);
 
   unsigned long fSeed = 34567;
   double fTolerance = defaultepse;
-  Source fSource{fSeed};
+  NQURandom fOwn{fSeed, true, true};
+  NQURandom* fpShared = nullptr;
+  bool fOwnsURNG = true;  // until a source is set, though after SetSeed it is the own one again
 
   Kind fKind = kUniform;
   bool fReady = true;  // a single number
@@ -141,25 +148,14 @@ class NQ_API NQRandomValues {
 
   double fLower = 0;
   double fUpper = 1;
-  std::vector<double> fvLower;
-  std::vector<double> fvUpper;
-
   double fMean = 0;
-  std::vector<double> fvMean;
   double fVariance = 1;
-  NQSymMatrix fmCovariance;
   double fSd = 1;
-
   double fChiDf = 1;
-  std::vector<double> fvWork;  // standard deviates, one per dimension
   double fShape = 1;
   double fRate = 1;
-
-  int fWishartDim = 1;
   double fWishartDf = 1;
-  NQSymMatrix fmScale;
-  NQSymMatrix fmFactor;  // L of the covariance or scale matrix; unused in standard form
-  NQSymMatrix fmBartlett;
+  std::shared_ptr<const Arrays> fpArrays;  // of a distribution that is not in standard form
 };
 
 }  // namespace NQMath_940

@@ -4,16 +4,20 @@
 #include <cstddef>
 
 #include <nqcommon/common/NQMV.h>
+#include <nqcommon/common/memory_guard.h>
+#include <nqcommon/math/kernels/packed_algebra.h>
+#include <nqcommon/math/kernels/packed_triangle.h>
 #include <nqcommon/math/random/internal/gamma_variates.h>
 #include <nqcommon/math/random/internal/kinderman_ramage.h>
 
 namespace NQMath_940 {
 
-namespace {
-
+using NQCommon_940::GuardMemory;
 using NQCommon_940::NQMV;
 
-// The source as the kernels call it.
+namespace {
+
+// The source as the methods below the variates call it.
 auto UniformsOf(NQURandom* source) {
   return [source] { return source->GetRandom(); };
 }
@@ -38,38 +42,48 @@ double NQRandomValues::GetRandom() {
 }
 
 bool NQRandomValues::GetRandom(std::vector<double>& out) {
-  if (fKind == kWishart) return false;
   const auto n = static_cast<std::size_t>(fDim);
+  // Capacity is all that is asked for before the draws, so that a failure leaves `out` alone.
+  if (fKind == kWishart || !GuardMemory([&] { out.reserve(n); })) return false;
+  out.resize(n);
   if (fReady) {
-    out.assign(1, GetRandom());
-    return true;
+    out[0] = GetRandom();
+  } else if (fKind == kUniform) {
+    for (std::size_t i = 0; i < n; ++i)
+      out[i] = fStandard ? RVUni(0, 1) : RVUni(fpArrays->low[i], fpArrays->high[i]);
+  } else {
+    for (double& z : out) z = RVSNor();
+    if (fStandard) return true;
+    // From the last row up, each overwrites what none of the rows before it needs.
+    const double* factor = fpArrays->factor.AsVectorConst().data();
+    for (std::size_t i = n; i-- > 0;)
+      out[i] = fpArrays->low[i] +
+               internal::DotProduct(i + 1, factor + internal::RowStart(i), out.data());
   }
-  if (fKind == kUniform) {
-    out.resize(n);
-    for (std::size_t i = 0; i < n; ++i) out[i] = RVUni(fvLower[i], fvUpper[i]);
-    return true;
-  }
-  for (double& z : fvWork) z = RVSNor();
-  if (fStandard) {
-    out = fvWork;
-    return true;
-  }
-  if (!fmFactor.ComputeLV(fvWork, out)) return false;
-  for (std::size_t i = 0; i < n; ++i) out[i] += fvMean[i];
   return true;
 }
 
 bool NQRandomValues::GetRandom(NQSymMatrix& out) {
-  if (fKind != kWishart || !fmBartlett.SetNRows(fWishartDim, true)) return false;
-  double* element = fmBartlett.AsVector().data();
-  for (int i = 0; i < fWishartDim; ++i) {
+  if (fKind != kWishart || !out.SetNRows(fDim, false)) return false;
+  double* a = out.AsVector().data();
+  double* element = a;
+  for (int i = 0; i < fDim; ++i) {
     for (int j = 0; j < i; ++j) *element++ = RVSNor();
     *element++ = std::sqrt(RVChi(fWishartDf - i));
   }
-  fmBartlett.LTLLTrans();
-  if (!fStandard) return fmBartlett.ComputeLSLTrans(fmFactor, out);
-  out = fmBartlett;
-  return out.IsValidMatrix();
+  if (!fStandard) {
+    // A <- L A, from the last row up: rows before it still hold those of A.
+    const double* factor = fpArrays->factor.AsVectorConst().data();
+    for (auto i = static_cast<std::size_t>(fDim); i-- > 0;) {
+      const double* l = factor + internal::RowStart(i);
+      double* row = a + internal::RowStart(i);
+      for (std::size_t j = 0; j <= i; ++j) row[j] *= l[i];
+      for (std::size_t k = i; k-- > 0;)
+        internal::AddScaled(k + 1, l[k], a + internal::RowStart(k), row);
+    }
+  }
+  out.LTLLTrans();
+  return true;
 }
 
 double NQRandomValues::RVUni(double lo, double hi) {

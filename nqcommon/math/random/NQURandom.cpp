@@ -6,11 +6,14 @@
 #include <string>
 
 #include <nqcommon/common/display.h>
+#include <nqcommon/common/memory_guard.h>
 #include <nqcommon/math/random/internal/congruential.h>
 #include <nqcommon/xml/save_format.h>
 #include <nqcommon/xml/saved_object.h>
 
 namespace NQMath_940 {
+
+using NQCommon_940::GuardMemory;
 
 namespace {
 
@@ -55,15 +58,15 @@ NQURandom& NQURandom::operator=(const NQURandom& other) {
   fUsePortable = other.fUsePortable;
   fUseTwister = other.fUseTwister;
   fpUserRNG = other.fpUserRNG;
-  fpTwister.reset();
+  fTwister.reset();
   if (fUseTwister) StartTwister();
   return *this;
 }
 
 NQRandomTwister& NQURandom::StartTwister() {
-  if (fpTwister == nullptr) fpTwister = std::make_unique<NQRandomTwister>();
-  fpTwister->Initialize(fSeed);
-  return *fpTwister;
+  if (!fTwister) fTwister.emplace();
+  fTwister->Initialize(fSeed);
+  return *fTwister;
 }
 
 void NQURandom::SetSeed(unsigned long s) {
@@ -79,13 +82,13 @@ void NQURandom::SetUsePortable(bool b) {
   fUsePortable = b;
   if (b) return;
   fUseTwister = false;
-  fpTwister.reset();
+  fTwister.reset();
 }
 
 double NQURandom::GetRandom() {
   if (fpUserRNG != nullptr) return fpUserRNG->GetNext();
   if (!fUsePortable) return std::rand() / 2147483647.0;
-  if (fUseTwister) return (fpTwister != nullptr ? *fpTwister : StartTwister()).GetRealOpen();
+  if (fUseTwister) return (fTwister ? *fTwister : StartTwister()).GetRealOpen();
   std::uint64_t state = fSeed;
   internal::CongruentialStep(state);
   fSeed = state;
@@ -119,12 +122,14 @@ int NQURandom::ReadObject(std::fstream& file) {
 
 int NQURandom::WriteObjectXML(std::ostream& out, int indent) const {
   if (!out) return 0;
-  NQXML_940::ObjectWriter writer(out, kClassName, indent);
-  writer.Value(static_cast<double>(fSeed));
-  writer.Value(fUsePortable);
-  writer.Value(fUseTwister);
-  const int nLines = writer.End();
-  return out ? nLines : 0;
+  return GuardMemory(0, [&] {
+    NQXML_940::ObjectWriter writer(out, kClassName, indent);
+    writer.Value(static_cast<double>(fSeed));
+    writer.Value(fUsePortable);
+    writer.Value(fUseTwister);
+    const int nLines = writer.End();
+    return out ? nLines : 0;
+  });
 }
 
 int NQURandom::ReadObjectXML(std::ifstream& file) {
@@ -140,21 +145,25 @@ int NQURandom::ReadObjectXML(std::ifstream& file) {
     flag = value == 1;
     return true;
   };
-  if (NQXML_940::ParseStartObj(file, kClassName) && readSeed() && readFlag(fUsePortable) &&
-      readFlag(fUseTwister) && NQXML_940::ParseEndObj(file))
-    return kNLines;
+  const bool isRead = GuardMemory(false, [&] {
+    return NQXML_940::ParseStartObj(file, kClassName) && readSeed() && readFlag(fUsePortable) &&
+           readFlag(fUseTwister) && NQXML_940::ParseEndObj(file);
+  });
+  if (isRead) return kNLines;
   NQXML_940::ReportReadFailure(kClassName);
   return 0;
 }
 
 void NQURandom::Display() const {
   using namespace NQDisplay_940;
-  DisplayText(1, "NQURandom display start");
-  DisplayS("Seed", std::to_string(fSeed));
-  DisplayB("Use portable", fUsePortable);
-  DisplayB("Use twister", fUseTwister);
-  DisplayB("User generator", fpUserRNG != nullptr);
-  DisplayText(1, "NQURandom display end");
+  GuardMemory([&] {
+    DisplayText(1, "NQURandom display start");
+    DisplayS("Seed", std::to_string(fSeed));
+    DisplayB("Use portable", fUsePortable);
+    DisplayB("Use twister", fUseTwister);
+    DisplayB("User generator", fpUserRNG != nullptr);
+    DisplayText(1, "NQURandom display end");
+  });
 }
 
 }  // namespace NQMath_940

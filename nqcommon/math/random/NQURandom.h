@@ -1,7 +1,7 @@
 #pragma once
 
 #include <fstream>
-#include <memory>
+#include <optional>
 #include <ostream>
 
 #include <nqcommon/common/NQRandom.h>
@@ -18,7 +18,10 @@ namespace NQMath_940 {
 //   portable, twister   the Mersenne twister, initialised with the seed
 //
 // Copies    have the seed, the flags and the user generator. In twister mode a copy starts again
-//           from the seed, wherever the stream of the copied object stands.
+//           from the seed, wherever the stream of the copied object stands; moving, and assigning
+//           an object to itself, carry the stream on.
+// Memory    None but its own: nothing fails for the lack of it, except that saving and restoring
+//           as text then fail as on a bad stream.
 // Threads   one object, one thread at a time; all objects that are not portable count as one.
 //
 // Saved records
@@ -34,7 +37,10 @@ class NQ_API NQURandom {
   NQURandom(unsigned long seed, bool usePortable, bool useTwister,
             NQCommon_940::NQRandom* userRNG = nullptr);
   NQURandom(const NQURandom& other);
+  NQURandom(NQURandom&& other) noexcept = default;
   NQURandom& operator=(const NQURandom& other);
+  NQURandom& operator=(NQURandom&& other) noexcept = default;
+  ~NQURandom() = default;
 
   // Sets the seed and restarts the stream. Not portable: srand(s). A user generator is not reached.
   void SetSeed(unsigned long s);
@@ -77,7 +83,7 @@ class NQ_API NQURandom {
   unsigned long fSeed;
   bool fUsePortable;
   bool fUseTwister;
-  std::unique_ptr<NQRandomTwister> fpTwister;  // in twister mode, from the first draw on at latest
+  std::optional<NQRandomTwister> fTwister;  // in twister mode, from the first draw on at latest
   NQCommon_940::NQRandom* fpUserRNG;
 };
 

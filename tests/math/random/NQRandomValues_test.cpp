@@ -1,8 +1,14 @@
+#include <nqcommon/math/random/NQRNGBeta.h>
+#include <nqcommon/math/random/NQRNGBinomial.h>
+#include <nqcommon/math/random/NQRNGNormal.h>
+#include <nqcommon/math/random/NQRNGUCongruential.h>
+#include <nqcommon/math/random/NQRNGUTwister.h>
 #include <nqcommon/math/random/NQRandomValues.h>
 
 #include <support/compare.h>
 #include <support/dense.h>
 #include <support/displayed.h>
+#include <support/each.h>
 #include <support/special_values.h>
 
 namespace NQMath_940 {
@@ -18,25 +24,31 @@ TEST(NQRandomValues, Refusals) {
   Values two = {0, 0};
   v.SetParamGamma(2, 3);
   const std::string before = Displayed(v);
-  EXPECT_FALSE(v.SetParamUniform(1, 1) || v.SetParamUniform(0, kNaN) || v.SetParamUniform(0) ||
-               v.SetParamUniform({}, {}) || v.SetParamUniform({0, 1}, {1, 1}));
-  EXPECT_FALSE(v.SetParamNormal(0, 0) || v.SetParamNormal(0, kNaN) || v.SetParamNormal(0) ||
-               v.SetParamNormal({}, NQSymMatrix()) || v.SetParamNormal({0}, FromPacked({1, 0, 1})));
-  EXPECT_FALSE(v.SetParamChi(0) || v.SetParamGamma(1, 0) || v.SetParamGamma(kNaN, 1));
-  EXPECT_FALSE(v.SetParamWishart(0, 1) || v.SetParamWishart(3, 2.9) || v.SetParamWishart(2, kNaN) ||
-               v.SetParamWishart(3, 5, FromPacked({1, 0, 1})));
+  EXPECT_EACH(false, v.SetParamUniform(1, 1), v.SetParamUniform(0, kNaN), v.SetParamUniform(0),
+              v.SetParamUniform({}, {}), v.SetParamUniform({0}, {1, 1}),
+              v.SetParamUniform({0, 1}, {1, 1}), v.SetParamNormal(0, 0), v.SetParamNormal(0, kNaN),
+              v.SetParamNormal(0), v.SetParamNormal({}, NQSymMatrix()),
+              v.SetParamNormal({0}, FromPacked({1, 0, 1})), v.SetParamChi(0), v.SetParamChi(kNaN),
+              v.SetParamGamma(1, 0), v.SetParamGamma(kNaN, 1), v.SetParamWishart(0, 1),
+              v.SetParamWishart(3, 2.9), v.SetParamWishart(2, kNaN),
+              v.SetParamWishart(3, 5, FromPacked({1, 0, 1})), v.SetTolerance(-1),
+              v.SetURNGPtr(nullptr), v.GetRandom(matrix));
   for (const auto& no : {Values{1, 2, 1}, Values{1, 0.5, 0}, Values{-1, 0, 1}, Values{1, kNaN, 1}})
-    EXPECT_FALSE(v.SetParamNormal(two, FromPacked(no)) || v.SetParamWishart(2, 5, FromPacked(no)));
-  EXPECT_FALSE(v.SetTolerance(-1) || v.SetURNGPtr(nullptr) || v.GetRandom(matrix));
-  for (double x : {v.RVUni(1, 0), v.RVNor(0, -1), v.RVChi(0), v.RVGam(0, 1), v.RVGam(1, -1),
-                   v.RVExp(0), v.RVExp(kNaN)})
-    EXPECT_EQ(x, kMissing);
+    EXPECT_EACH(false, v.SetParamNormal(two, FromPacked(no)),
+                v.SetParamWishart(2, 5, FromPacked(no)));
+  EXPECT_EQ((Values{v.RVUni(1, 0), v.RVNor(0, -1), v.RVChi(0), v.RVGam(0, 1), v.RVGam(1, -1),
+                    v.RVExp(0), v.RVExp(kNaN)}),
+            Values(7, kMissing));
   EXPECT_EQ(v.RVNor(7, 0), 7);
   EXPECT_EQ(Displayed(v), before);
   EXPECT_EQ(v.GetRandom(), untouched.RVGam(2, 3));
-  EXPECT_TRUE(v.SetParamNormal() && v.GetRandom() == untouched.RVSNor());
-  EXPECT_TRUE(v.SetParamUniform(3) && v.GetRandom() == kMissing);
-  EXPECT_TRUE(v.SetParamWishart(1, 2) && v.GetRandom() == kMissing && !v.GetRandom(two));
+  EXPECT_TRUE(v.SetParamNormal());
+  EXPECT_EQ(v.GetRandom(), untouched.RVSNor());
+  EXPECT_TRUE(v.SetParamUniform(3));
+  EXPECT_EQ(v.GetRandom(), kMissing);
+  EXPECT_TRUE(v.SetParamWishart(1, 2));
+  EXPECT_EQ(v.GetRandom(), kMissing);
+  EXPECT_FALSE(v.GetRandom(two));
 }
 
 // The sanitizers watch that each source is deleted once.
@@ -57,6 +69,39 @@ TEST(NQRandomValues, Sources) {
   copy = values;
   values.SetSeed(1);
   EXPECT_EQ(copy.RVUni(0, 1), seeded.GetRandom());
+}
+
+// Assigning an object to itself and moving it, as a growing vector does, leave its stream where it
+// stands.
+template <class Generator, class Draw>
+void ExpectCarriedOn(const char* name, Generator generator, Draw draw) {
+  Generator reference = generator;
+  EXPECT_EQ(draw(generator), draw(reference)) << name;
+  const Generator& same = generator;
+  generator = same;
+  EXPECT_EQ(draw(generator), draw(reference)) << name << ", assigned to itself";
+  std::vector<Generator> grown;
+  grown.push_back(std::move(generator));
+  grown.reserve(grown.capacity() + 1);
+  EXPECT_EQ(draw(grown[0]), draw(reference)) << name << ", moved";
+}
+
+TEST(Generators, StreamsAreCarriedOn) {
+  const auto next = [](auto& g) { return g.GetNext(); };
+  ExpectCarriedOn("NQRNGUTwister", NQRNGUTwister(), next);
+  ExpectCarriedOn("NQRNGUCongruential", NQRNGUCongruential(), next);
+  ExpectCarriedOn("NQRNGNormal", NQRNGNormal(1, 2), next);
+  ExpectCarriedOn("NQRNGBeta", NQRNGBeta(2, 3), next);
+  ExpectCarriedOn("NQRNGBinomial", NQRNGBinomial(1e6, 0.5), next);
+  ExpectCarriedOn("NQRandomTwister", NQRandomTwister(), [](auto& g) { return g.GetRealRes53(); });
+  for (const bool useTwister : {true, false})
+    ExpectCarriedOn("NQURandom", NQURandom(5, true, useTwister),
+                    [](auto& g) { return g.GetRandom(); });
+  NQRandomValues values;
+  Values out;
+  EXPECT_TRUE(values.SetParamNormal({1, 2}, FromPacked({4, 1, 2})));
+  ExpectCarriedOn("NQRandomValues", values,
+                  [&](auto& g) { return g.GetRandom(out) ? out : Values(); });
 }
 
 }  // namespace

@@ -12,11 +12,12 @@ namespace NQMath_940::internal {
 
 namespace {
 
-// Negated, so that NaN is a miss.
-bool AreNear(const NQSymMatrix& a, const NQSymMatrix& s, const std::vector<double>& diagonal,
-             double tolerance) {
+// Whether each element (i, j) of `product` is that of S to within the square root of
+// tolerance s(i,i) s(j,j). An element that is NaN is not.
+bool Reproduces(const NQSymMatrix& product, const NQSymMatrix& s,
+                const std::vector<double>& diagonal, double tolerance) {
   const double relative = std::sqrt(tolerance);
-  const std::vector<double>& x = a.AsVectorConst();
+  const std::vector<double>& x = product.AsVectorConst();
   const std::vector<double>& y = s.AsVectorConst();
   for (std::size_t i = 0, at = 0; i < diagonal.size(); ++i) {
     for (std::size_t j = 0; j <= i; ++j, ++at) {
@@ -34,7 +35,7 @@ bool FactorCovariance(const NQSymMatrix& s, double tolerance, NQSymMatrix& l) {
   std::vector<double> diagonal;
   s.GetDiagonal(diagonal);
   const auto isVariance = [](double x) { return x >= 0 && std::isfinite(x); };
-  if (!std::all_of(diagonal.begin(), diagonal.end(), isVariance)) return false;
+  if (diagonal.empty() || !std::all_of(diagonal.begin(), diagonal.end(), isVariance)) return false;
   const double rounding = s.GetNRows() * std::numeric_limits<double>::epsilon();
   const double smallest = std::max(tolerance, rounding);
   l = s;
@@ -42,7 +43,7 @@ bool FactorCovariance(const NQSymMatrix& s, double tolerance, NQSymMatrix& l) {
   NQSymMatrix product = l;
   if (!product.IsValidMatrix()) return false;
   product.LTLLTrans();
-  return AreNear(product, s, diagonal, smallest);
+  return Reproduces(product, s, diagonal, smallest);
 }
 
 }  // namespace NQMath_940::internal
