@@ -12,7 +12,7 @@
 namespace NQXML_940 {
 
 NQSetting::NQSetting(const std::string& name, std::unique_ptr<INQSettingValue> value)
-    : fName(name), fpValue(value.release()) {}
+    : fName(name), fpValue(std::move(value)) {}
 
 NQSetting::NQSetting(const std::string& name, double value)
     : NQSetting(name, std::make_unique<NQNumValue>(value)) {}
@@ -23,19 +23,30 @@ NQSetting::NQSetting(const std::string& name, const std::string& value)
 NQSetting::NQSetting(const std::string& name, NQSettings value)
     : NQSetting(name, std::make_unique<NQSettingListValue>(std::move(value))) {}
 
-template <class T>
+template <class T, typename>
 NQSetting::NQSetting(const std::string& name, std::vector<T> values)
     : NQSetting(name, std::make_unique<NQVecValue<T>>(std::move(values))) {}
 
+NQSetting::NQSetting(const NQSetting& other)
+    : fName(other.fName), fType(other.fType), fpValue(other.fpValue->Clone()) {}
+
+NQSetting& NQSetting::operator=(const NQSetting& other) {
+  NQSetting copy(other);
+  fName.swap(copy.fName);
+  fType.swap(copy.fType);
+  fpValue.swap(copy.fpValue);
+  return *this;
+}
+
 NQSetting* NQSetting::Clone() const { return new NQSetting(*this); }
 
-void NQSetting::SetValue(double value) { fpValue.Reset(new NQNumValue(value)); }
+void NQSetting::SetValue(double value) { fpValue.reset(new NQNumValue(value)); }
 
-void NQSetting::SetValue(const std::string& value) { fpValue.Reset(new NQStrValue(value)); }
+void NQSetting::SetValue(const std::string& value) { fpValue.reset(new NQStrValue(value)); }
 
-void NQSetting::SetValue(const NQSettings& value) { fpValue.Reset(new NQSettingListValue(value)); }
+void NQSetting::SetValue(const NQSettings& value) { fpValue.reset(new NQSettingListValue(value)); }
 
-void NQSetting::SetValue(const INQSettingValue& value) { fpValue.Reset(value.Clone()); }
+void NQSetting::SetValue(const INQSettingValue& value) { fpValue.reset(value.Clone()); }
 
 bool NQSetting::operator==(const NQSetting& other) const {
   return fName == other.fName && fType == other.fType && *fpValue == *other.fpValue;

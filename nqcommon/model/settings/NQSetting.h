@@ -1,16 +1,26 @@
 #pragma once
 
+#include <cstddef>
 #include <memory>
 #include <string>
+#include <type_traits>
+#include <utility>
 #include <vector>
 
-#include <nqcommon/common/ClonePtr.h>
 #include <nqcommon/export.h>
 #include <nqcommon/model/settings/INQSettingValue.h>
 
 namespace NQXML_940 {
 
 class NQSettings;
+
+// Whether T is an element type of setting lists.
+template <class T>
+constexpr bool kIsSettingElement =
+    std::is_same_v<T, int> || std::is_same_v<T, double> || std::is_same_v<T, std::string> ||
+    std::is_same_v<T, NQSettings> || std::is_same_v<T, std::pair<std::string, std::string>> ||
+    std::is_same_v<T, std::pair<std::string, double>> ||
+    std::is_same_v<T, std::pair<std::string, int>>;
 
 // A named value with a free-form type tag, empty at first. Copies are deep; a move is a copy, so
 // that a setting never is without its value.
@@ -21,11 +31,11 @@ class NQ_API NQSetting {
   NQSetting(const std::string& name, double value);
   NQSetting(const std::string& name, const std::string& value);
   NQSetting(const std::string& name, NQSettings value);
-  template <class T>
+  template <class T, typename = std::enable_if_t<kIsSettingElement<T>>>
   NQSetting(const std::string& name, std::vector<T> values);
 
-  NQSetting(const NQSetting&) = default;
-  NQSetting& operator=(const NQSetting&) = default;
+  NQSetting(const NQSetting& other);
+  NQSetting& operator=(const NQSetting& other);
 
   // A new copy; the caller deletes it.
   NQSetting* Clone() const;
@@ -36,8 +46,8 @@ class NQ_API NQSetting {
   void SetType(const std::string& type) { fType = type; }
 
   // The value object; the setting keeps it. SetValue deletes it: pointers to it and into it end.
-  const INQSettingValue* GetValue() const { return fpValue.Get(); }
-  INQSettingValue* GetValue() { return fpValue.Get(); }
+  const INQSettingValue* GetValue() const { return fpValue.get(); }
+  INQSettingValue* GetValue() { return fpValue.get(); }
 
   // Replaces the value object by a new one, as in the constructors or as a clone of `value`; the
   // argument may be a part of the old one.
@@ -64,7 +74,8 @@ class NQ_API NQSetting {
 
   std::string fName;
   std::string fType;
-  NQCommon_940::ClonePtr<INQSettingValue> fpValue;
+  std::unique_ptr<INQSettingValue> fpValue;
+  std::size_t fSlot = 0;  // in the collection that owns the setting
 };
 
 }  // namespace NQXML_940

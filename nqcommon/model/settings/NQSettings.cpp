@@ -1,163 +1,210 @@
 #include <nqcommon/model/settings/NQSettings.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <iterator>
-#include <new>
 #include <span>
+#include <typeinfo>
 
-#include <nqcommon/model/settings/internal/setting_tree.h>
+#include <nqcommon/common/memory_guard.h>
+#include <nqcommon/common/three_way.h>
+#include <nqcommon/model/settings/NQSettingListValue.h>
+#include <nqcommon/model/settings/NQVecValue.h>
+#include <nqcommon/model/settings/internal/list_elements.h>
 
 namespace NQXML_940 {
 
-using internal::Nested;
+using NQCommon_940::GuardMemory;
+using NQCommon_940::Sign;
+
+namespace {
+
+// The lexicographic order, -1, 0 or 1, of two sequences whose elements compare by `order`.
+template <class Order>
+int CompareSequences(std::size_t nA, std::size_t nB, Order order) {
+  for (std::size_t i = 0; i < std::min(nA, nB); ++i) {
+    if (const int result = order(i)) return result;
+  }
+  return Sign(nA, nB);
+}
+
+// Classes that are derived from V keep their own order, so they are none here.
+template <class V>
+const V* Exactly(const INQSettingValue& value) {
+  return typeid(value) == typeid(V) ? static_cast<const V*>(&value) : nullptr;
+}
+
+// The order of two values. Nested settings are compared once: `<` in both directions would double
+// the cost at every level.
+int CompareValues(const INQSettingValue& a, const INQSettingValue& b) {
+  const auto *settingsA = Exactly<NQSettingListValue>(a),
+             *settingsB = Exactly<NQSettingListValue>(b);
+  if (settingsA && settingsB) return settingsA->GetListValue().Compare(settingsB->GetListValue());
+  const auto *listA = Exactly<NQVecValue<NQSettings>>(a),
+             *listB = Exactly<NQVecValue<NQSettings>>(b);
+  if (!listA || !listB) return Sign(a, b);
+  const std::vector<NQSettings>&x = listA->GetVecValue(), &y = listB->GetVecValue();
+  return CompareSequences(x.size(), y.size(), [&](std::size_t i) { return x[i].Compare(y[i]); });
+}
+
+}  // namespace
 
 // ---- Life cycle ---------------------------------------------------------------------------------
 
 NQSettings::NQSettings() = default;
 
 NQSettings::NQSettings(const NQSettings& other) {
-  std::vector<std::pair<const NQSettings*, NQSettings*>> left{{&other, this}};
-  while (!left.empty()) {
-    const auto [from, to] = left.back();
-    left.pop_back();
-    to->fvSettings.reserve(from->Size());
-    for (const auto& setting : from->fvSettings) {
-      const INQSettingValue& value = *setting->GetValue();
-      auto copy = internal::CloneWithoutNested(value);
-      if (const auto sources = Nested(value)) {
-        const auto targets = *Nested(*copy);
-        for (std::size_t i = 0; i < targets.size(); ++i)
-          left.emplace_back(&(*sources)[i], &targets[i]);
-      }
-      to->Add(std::unique_ptr<NQSetting>(new NQSetting(setting->GetName(), std::move(copy))),
-              setting->GetType(), false);
-    }
+  fvSettings.reserve(other.Size());
+  for (const auto& setting : other.fvSettings) {
+    if (setting) Append(std::unique_ptr<NQSetting>(setting->Clone()), false);
   }
 }
 
 NQSettings::NQSettings(NQSettings&& other) noexcept
-    : fvSettings(std::exchange(other.fvSettings, {})), fIndex(std::exchange(other.fIndex, {})) {}
+    : fvSettings(std::exchange(other.fvSettings, {})),
+      fNGaps(std::exchange(other.fNGaps, 0)),
+      fIndex(std::exchange(other.fIndex, {})) {}
 
 NQSettings& NQSettings::operator=(NQSettings other) noexcept {
   fvSettings.swap(other.fvSettings);
+  std::swap(fNGaps, other.fNGaps);
   fIndex.swap(other.fIndex);
   return *this;
 }
 
-NQSettings::~NQSettings() { Clear(); }
+NQSettings::~NQSettings() = default;
 
 NQSettings* NQSettings::Clone() const { return new NQSettings(*this); }
 
-void NQSettings::Clear() {
-  fIndex.clear();
-  std::vector<std::unique_ptr<NQSetting>> left;
-  left.swap(fvSettings);
-  try {
-    while (!left.empty()) {
-      const auto setting = std::move(left.back());
-      left.pop_back();
-      for (NQSettings& nested : Nested(*setting->GetValue()).value_or(std::span<NQSettings>())) {
-        left.insert(left.end(), std::move_iterator(nested.fvSettings.begin()),
-                    std::move_iterator(nested.fvSettings.end()));
-        nested.fvSettings.clear();
-      }
-    }
-  } catch (const std::bad_alloc&) {
-    // no room for the list: the members' own destructors do what is left, one inside the other
-  }
-}
+void NQSettings::Clear() { *this = NQSettings(); }
 
 // ---- Settings by name ---------------------------------------------------------------------------
 
 void NQSettings::GetSettingNames(std::vector<std::string>& names) const {
-  for (const auto& setting : fvSettings) names.push_back(setting->GetName());
-}
-
-const NQSetting* NQSettings::FindSetting(const std::string& name) const {
-  // not find(), which may give any one of equal names
-  const auto found = fIndex.lower_bound(name);
-  return found != fIndex.end() && found->first == name ? GetSettingAt(found->second) : nullptr;
+  for (const auto& setting : fvSettings) {
+    if (setting) names.push_back(setting->GetName());
+  }
 }
 
 NQSetting* NQSettings::FindSetting(const std::string& name) {
-  return const_cast<NQSetting*>(std::as_const(*this).FindSetting(name));
+  // not find(), which may give any one of equal names
+  const auto found = fIndex.lower_bound(name);
+  return found != fIndex.end() && found->first == name ? found->second : nullptr;
+}
+
+const NQSetting* NQSettings::FindSetting(const std::string& name) const {
+  return const_cast<NQSettings*>(this)->FindSetting(name);
 }
 
 // ---- Adding and removing ------------------------------------------------------------------------
 
-// The new setting is made before any goes: `name` may be that of a setting replaced.
-bool NQSettings::Add(std::unique_ptr<NQSetting> setting, const std::string& type, bool replace) {
-  setting->SetType(type);
-  if (replace) RemoveSetting(setting->GetName(), true);
-  fvSettings.push_back(std::move(setting));
-  fIndex.emplace(fvSettings.back()->GetName(), fvSettings.size() - 1);
-  return true;
+// A slot that is not filled yet is a gap, and so is one that memory did not suffice to fill.
+void NQSettings::Append(std::unique_ptr<NQSetting> setting, bool replace) {
+  if (fNGaps > Size()) CloseGaps();
+  fvSettings.emplace_back();
+  ++fNGaps;
+  const auto entry = fIndex.emplace(setting->GetName(), setting.get());
+  if (replace) Remove(fIndex.lower_bound(entry->first), entry);
+  setting->fSlot = fvSettings.size() - 1;
+  fvSettings.back() = std::move(setting);
+  --fNGaps;
+}
+
+void NQSettings::Remove(Index::iterator first, Index::iterator last) {
+  for (auto entry = first; entry != last; ++entry) fvSettings[entry->second->fSlot].reset();
+  fNGaps += static_cast<std::size_t>(std::distance(first, last));
+  fIndex.erase(first, last);
+}
+
+void NQSettings::CloseGaps() const {
+  std::erase(fvSettings, nullptr);
+  fNGaps = 0;
+  for (std::size_t i = 0; i < fvSettings.size(); ++i) fvSettings[i]->fSlot = i;
+}
+
+template <class T>
+bool NQSettings::Add(const std::string& name, T&& value, const std::string& type, bool replace) {
+  return GuardMemory([&] {
+    auto setting = std::make_unique<NQSetting>(name, std::forward<T>(value));
+    setting->SetType(type);
+    Append(std::move(setting), replace);
+  });
 }
 
 bool NQSettings::AddSetting(const std::string& name, double value, bool replace) {
-  return Add(std::make_unique<NQSetting>(name, value), {}, replace);
+  return Add(name, value, "", replace);
 }
 
 bool NQSettings::AddSetting(const std::string& name, const std::string& value, bool replace) {
-  return Add(std::make_unique<NQSetting>(name, value), {}, replace);
+  return Add(name, value, "", replace);
 }
 
 bool NQSettings::AddNewSetting(const std::string& name, double value, const std::string& type) {
-  return Add(std::make_unique<NQSetting>(name, value), type, false);
+  return Add(name, value, type, false);
 }
 
 bool NQSettings::AddNewSetting(const std::string& name, const std::string& value,
                                const std::string& type) {
-  return Add(std::make_unique<NQSetting>(name, value), type, false);
+  return Add(name, value, type, false);
 }
 
 bool NQSettings::AddNewSetting(const std::string& name, const NQSettings& value,
                                const std::string& type) {
-  return Add(std::make_unique<NQSetting>(name, value), type, false);
+  return Add(name, value, type, false);
 }
 
 bool NQSettings::AddNewSetting(const std::string& name, NQSettings&& value,
                                const std::string& type) {
-  return Add(std::make_unique<NQSetting>(name, std::move(value)), type, false);
+  return Add(name, std::move(value), type, false);
 }
 
 bool NQSettings::AddNewSetting(const std::string& name, const char* const* values, int count,
                                const std::string& type) {
   if (values == nullptr || count < 1) return false;
-  std::vector<std::string> texts;
-  for (const char* text : std::span(values, static_cast<std::size_t>(count)))
-    texts.emplace_back(text != nullptr ? text : "");
-  return AddNewSetting(name, std::move(texts), type);
+  return GuardMemory(false, [&] {
+    std::vector<std::string> texts;
+    for (const char* text : std::span(values, static_cast<std::size_t>(count)))
+      texts.emplace_back(text != nullptr ? text : "");
+    return Add(name, std::move(texts), type, false);
+  });
 }
 
 bool NQSettings::AddNewSetting(const std::string& name, const NQSettings* const* lists, int count,
                                const std::string& type) {
   if (lists == nullptr || count < 1) return false;
-  std::vector<NQSettings> copies;
-  for (const NQSettings* list : std::span(lists, static_cast<std::size_t>(count)))
-    copies.push_back(list != nullptr ? *list : NQSettings());
-  return AddNewSetting(name, std::move(copies), type);
+  return GuardMemory(false, [&] {
+    std::vector<NQSettings> copies;
+    for (const NQSettings* list : std::span(lists, static_cast<std::size_t>(count)))
+      copies.push_back(list != nullptr ? *list : NQSettings());
+    return Add(name, std::move(copies), type, false);
+  });
 }
+
+template <class T, typename>
+bool NQSettings::AddNewSetting(const std::string& name, std::vector<T> values,
+                               const std::string& type) {
+  return Add(name, std::move(values), type, false);
+}
+
+#define NQ_INSTANTIATE(T)                                                            \
+  template NQ_API bool NQSettings::AddNewSetting(const std::string&, std::vector<T>, \
+                                                 const std::string&);
+NQ_FOR_EACH_LIST_ELEMENT(NQ_INSTANTIATE)
+#undef NQ_INSTANTIATE
 
 bool NQSettings::RemoveSetting(const std::string& name, bool all) {
   const auto [first, last] = fIndex.equal_range(name);
   if (first == last) return false;
-  const auto end = all ? last : std::next(first);
-  std::vector<std::size_t> gaps;  // ascending, as the positions of equal names are
-  for (auto entry = first; entry != end; ++entry) gaps.push_back(entry->second);
-  fIndex.erase(first, end);
-  for (auto& [other, position] : fIndex)
-    position -= static_cast<std::size_t>(std::lower_bound(gaps.begin(), gaps.end(), position) -
-                                         gaps.begin());
-  for (const std::size_t gap : gaps) fvSettings[gap].reset();
-  std::erase(fvSettings, nullptr);
+  Remove(first, all ? last : std::next(first));
   return true;
 }
 
 // ---- Order --------------------------------------------------------------------------------------
 
 int NQSettings::Compare(const NQSettings& other) const {
-  return internal::CompareTrees({this, 1}, {&other, 1});
+  return CompareSequences(Size(), other.Size(), [&](std::size_t i) {
+    return CompareValues(*GetSettingAt(i)->GetValue(), *other.GetSettingAt(i)->GetValue());
+  });
 }
 
 }  // namespace NQXML_940

@@ -4,6 +4,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -15,16 +16,20 @@ namespace NQXML_940 {
 // An ordered collection of named settings. Names are byte strings, case-sensitive, and may repeat;
 // of equal names the one added first is "the first", which the getters read.
 //
-// Invariant  fIndex has one entry for each position of fvSettings, under the name that the setting
-//            was added with; entries of equal names are in the order of their positions.
+// Invariant  fIndex has one entry for each setting of fvSettings, under the name that the setting
+//            was added with; entries of equal names are in the order of their positions. A removed
+//            setting leaves a null slot, and the next access by position closes all such gaps.
 // Ownership  the collection owns its settings. Pointers to them end with their removal, with Clear
 //            and with assignment to the collection; adding leaves them valid.
-// Cost       finding a name is logarithmic, adding logarithmic besides the copy of the value, a
-//            removal linear whatever the number of settings removed.
-// Failure    nothing throws: false tells of an absent name, a wrong type, an unreadable text.
-// Nesting    settings nest to any depth: copying, comparing, displaying and destroying are loops
-//            with a list of what is left to do, not recursions.
-// Threads    one object, one thread at a time.
+// Cost       finding, adding and removing a setting are logarithmic, besides the copy of the value;
+//            the first access by position after a removal is linear.
+// Failure    false tells of an absent name, a wrong type, an unreadable text, and of memory that
+//            ended, with nothing changed. What has no result to tell it by (constructors, copies,
+//            assignment, SetValue, Clone, GetSettingNames, Display) throws std::bad_alloc then, with
+//            all objects as they were; nothing else throws.
+// Nesting    copying, comparing, displaying and destroying recurse: 10,000 levels fit the usual
+//            stack of 8 MiB in an optimised build.
+// Threads    one object, one thread at a time, readers included.
 //
 //   Life cycle, adding and removing, order   NQSettings.cpp
 //   Getters and conversions                  NQSettings_convert.cpp
@@ -50,14 +55,20 @@ class NQ_API NQSettings {
 
   // ---- Settings by position and by name ---------------------------------------------------------
 
-  std::size_t Size() const { return fvSettings.size(); }
+  std::size_t Size() const { return fvSettings.size() - fNGaps; }
 
   // The setting at a position, in order of insertion; the position must be below Size().
   //
   // A setting renamed through the pointer, here and below, is found under the name that it was
   // added with until the collection is copied.
-  const NQSetting* GetSettingAt(std::size_t i) const { return fvSettings[i].get(); }
-  NQSetting* GetSettingAt(std::size_t i) { return fvSettings[i].get(); }
+  const NQSetting* GetSettingAt(std::size_t i) const {
+    if (fNGaps > 0) CloseGaps();
+    return fvSettings[i].get();
+  }
+  NQSetting* GetSettingAt(std::size_t i) {
+    if (fNGaps > 0) CloseGaps();
+    return fvSettings[i].get();
+  }
 
   // Appends the names in order of insertion, duplicates included.
   void GetSettingNames(std::vector<std::string>& names) const;
@@ -71,7 +82,7 @@ class NQ_API NQSettings {
   // ---- Adding and removing ----------------------------------------------------------------------
 
   // Append a setting with an empty type tag; `replace` first removes every setting of the name.
-  // Always true.
+  // True.
   bool AddSetting(const std::string& name, double value, bool replace);
   bool AddSetting(const std::string& name, const std::string& value, bool replace);
 
@@ -81,10 +92,8 @@ class NQ_API NQSettings {
   bool AddNewSetting(const std::string& name, const std::string& value, const std::string& type);
   bool AddNewSetting(const std::string& name, const NQSettings& value, const std::string& type);
   bool AddNewSetting(const std::string& name, NQSettings&& value, const std::string& type);
-  template <class T>
-  bool AddNewSetting(const std::string& name, std::vector<T> values, const std::string& type) {
-    return Add(std::make_unique<NQSetting>(name, std::move(values)), type, false);
-  }
+  template <class T, typename = std::enable_if_t<kIsSettingElement<T>>>
+  bool AddNewSetting(const std::string& name, std::vector<T> values, const std::string& type);
 
   // The same with a list of `count` zero-terminated texts, or of copies of `count` collections. A
   // null text counts as "", a null collection as an empty one. A count below 1 or a null array adds
@@ -181,10 +190,17 @@ class NQ_API NQSettings {
   void Display() const;
 
  private:
-  bool Add(std::unique_ptr<NQSetting> setting, const std::string& type, bool replace);
+  using Index = std::multimap<std::string, NQSetting*>;
 
-  std::vector<std::unique_ptr<NQSetting>> fvSettings;
-  std::multimap<std::string, std::size_t> fIndex;
+  template <class T>
+  bool Add(const std::string& name, T&& value, const std::string& type, bool replace);
+  void Append(std::unique_ptr<NQSetting> setting, bool replace);
+  void Remove(Index::iterator first, Index::iterator last);
+  void CloseGaps() const;
+
+  mutable std::vector<std::unique_ptr<NQSetting>> fvSettings;
+  mutable std::size_t fNGaps = 0;
+  Index fIndex;
 };
 
 }  // namespace NQXML_940

@@ -5,6 +5,7 @@
 #include <sstream>
 #include <type_traits>
 
+#include <nqcommon/common/memory_guard.h>
 #include <nqcommon/common/text_conversion.h>
 #include <nqcommon/common/truncate.h>
 #include <nqcommon/model/settings/NQSettingListValue.h>
@@ -13,13 +14,13 @@
 
 namespace NQXML_940 {
 
+using NQCommon_940::GuardMemory;
+
 namespace {
 
 template <class Out>
 bool Store(const NQSetting* setting, Out (INQSettingValue::*get)() const, Out& out) {
-  if (setting == nullptr) return false;
-  out = (setting->GetValue()->*get)();
-  return true;
+  return setting != nullptr && GuardMemory([&] { out = (setting->GetValue()->*get)(); });
 }
 
 template <class T>
@@ -35,32 +36,35 @@ template <class T>
 bool ReadNumbers(bool (*read)(const std::string&, T*), const std::vector<std::string>& in,
                  std::vector<T>& out) {
   out.clear();
-  for (const std::string& text : in) {
-    T number{};
-    if (!read(text, &number)) {
-      out.clear();
-      return false;
+  const bool isRead = GuardMemory(false, [&] {
+    out.reserve(in.size());
+    for (const std::string& text : in) {
+      T number{};
+      if (!read(text, &number)) return false;
+      out.push_back(number);
     }
-    out.push_back(number);
-  }
-  return !in.empty();
+    return !in.empty();
+  });
+  if (!isRead) out.clear();
+  return isRead;
 }
 
 // ---- Lists: Convert(in, out) for every pair of int, double and std::string ----------------------
 
-template <class T>
-bool Convert(const std::vector<T>& in, std::vector<T>& out) {
-  out = in;
-  return true;
-}
-
 template <class From, class To, class ConvertElement>
 bool ConvertEach(const std::vector<From>& in, std::vector<To>& out, ConvertElement convert) {
-  out.clear();
-  for (const From& element : in) out.push_back(convert(element));
-  return true;
+  return GuardMemory([&] {
+    std::vector<To> converted;
+    converted.reserve(in.size());
+    for (const From& element : in) converted.push_back(convert(element));
+    out = std::move(converted);
+  });
 }
 
+template <class T>
+bool Convert(const std::vector<T>& in, std::vector<T>& out) {
+  return ConvertEach(in, out, [](const T& element) { return element; });
+}
 bool Convert(const std::vector<int>& in, std::vector<double>& out) {
   return ConvertEach(in, out, [](int x) { return static_cast<double>(x); });
 }
@@ -121,8 +125,7 @@ bool NQSettings::GetSettingValByName(const std::string& name, NQSettings& out) c
   if (setting == nullptr) return false;
   const auto* nested = dynamic_cast<const NQSettingListValue*>(setting->GetValue());
   if (nested == nullptr) return false;
-  out = nested->GetListValue();
-  return true;
+  return GuardMemory([&] { out = nested->GetListValue(); });
 }
 
 // ---- Conversions --------------------------------------------------------------------------------

@@ -2,30 +2,9 @@
 
 #include <nqcommon/model/settings/internal/list_elements.h>
 #include <nqcommon/model/settings/internal/setting_display.h>
-#include <nqcommon/model/settings/internal/setting_tree.h>
 #include <nqcommon/model/settings/internal/value_order.h>
 
 namespace NQXML_940 {
-
-namespace {
-
-template <class T>
-bool AreEqual(const std::vector<T>& a, const std::vector<T>& b) {
-  return a == b;
-}
-bool AreEqual(const std::vector<NQSettings>& a, const std::vector<NQSettings>& b) {
-  return internal::CompareTrees(a, b) == 0;
-}
-
-template <class T>
-bool IsLess(const std::vector<T>& a, const std::vector<T>& b) {
-  return a < b;
-}
-bool IsLess(const std::vector<NQSettings>& a, const std::vector<NQSettings>& b) {
-  return internal::CompareTrees(a, b) < 0;
-}
-
-}  // namespace
 
 template <class T>
 NQVecValue<T>* NQVecValue<T>::Clone() const {
@@ -35,13 +14,13 @@ NQVecValue<T>* NQVecValue<T>::Clone() const {
 template <class T>
 bool NQVecValue<T>::operator==(const INQSettingValue& other) const {
   const auto* list = dynamic_cast<const NQVecValue*>(&other);
-  return list != nullptr && AreEqual(fvValues, list->fvValues);
+  return list != nullptr && fvValues == list->fvValues;
 }
 
 template <class T>
 bool NQVecValue<T>::operator<(const INQSettingValue& other) const {
   return internal::IsLess(*this, other, [](const NQVecValue& a, const NQVecValue& b) {
-    return NQXML_940::IsLess(a.fvValues, b.fvValues);
+    return a.fvValues < b.fvValues;
   });
 }
 

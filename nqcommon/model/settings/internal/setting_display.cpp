@@ -2,17 +2,16 @@
 
 #include <cstddef>
 #include <ostream>
-#include <span>
 #include <streambuf>
+#include <string>
 #include <utility>
-#include <vector>
 
 #include <nqcommon/common/display.h>
 #include <nqcommon/model/settings/NQNumValue.h>
+#include <nqcommon/model/settings/NQSettingListValue.h>
 #include <nqcommon/model/settings/NQSettings.h>
 #include <nqcommon/model/settings/NQStrValue.h>
 #include <nqcommon/model/settings/NQVecValue.h>
-#include <nqcommon/model/settings/internal/setting_tree.h>
 
 namespace NQXML_940 {
 
@@ -29,6 +28,9 @@ using NQDisplay_940::SetOutStream;
 
 namespace {
 
+constexpr std::size_t kStep = 2;
+constexpr const char* kSettings = "number of settings";
+
 // Takes the place of the display stream while it lives, to indent every line, those too that values
 // of foreign classes write.
 class IndentedOutput : private std::streambuf {
@@ -38,7 +40,13 @@ class IndentedOutput : private std::streambuf {
   IndentedOutput& operator=(const IndentedOutput&) = delete;
   ~IndentedOutput() override { SetOutStream(fOut); }
 
-  void SetIndent(std::size_t indent) { fIndent.assign(indent, ' '); }
+  // Runs `display` with its lines one step further to the right.
+  template <class Display>
+  void Indented(Display display) {
+    fIndent.append(kStep, ' ');
+    display();
+    fIndent.resize(fIndent.size() - kStep);
+  }
 
  private:
   int_type overflow(int_type c) override {
@@ -55,124 +63,89 @@ class IndentedOutput : private std::streambuf {
 
 std::string Quoted(const std::string& text) { return '"' + text + '"'; }
 
-std::string Counted(const std::string& label, const char* what, std::size_t count) {
-  return label + " (" + what + " = " + std::to_string(count) + ")";
+void DisplayCount(const std::string& label, const char* what, std::size_t count) {
+  DisplayText(1, label + " (" + what + " = " + std::to_string(count) + ")");
 }
 
-// ---- Values without settings inside -------------------------------------------------------------
-
-void DisplayPart(const std::string& label, const NQNumValue& value) {
-  switch (value.GetNumValueType()) {
-    case NQNumValue::kInt:
-      return DisplayI(label, value.GetInt());
-    case NQNumValue::kDouble:
-      return DisplayD(label, value.GetDouble());
-    default:
-      return DisplayL(label, static_cast<long>(value.GetLongLong()));
-  }
-}
-void DisplayPart(const std::string& label, const NQStrValue& value) {
-  DisplayS(label, Quoted(value.GetString()));
-}
-void DisplayPart(const std::string& label, const NQVecValue<int>& value) {
-  DisplayIV(label, value.GetVecValue());
-}
-void DisplayPart(const std::string& label, const NQVecValue<double>& value) {
-  DisplayDV(label, value.GetVecValue(), true);
-}
-void DisplayPart(const std::string& label, const NQVecValue<std::string>& value) {
-  DisplaySV(label, value.GetVecValue());
-}
-
-void DisplayElement(const std::string& label, int value) { DisplayI(label, value); }
-void DisplayElement(const std::string& label, double value) { DisplayD(label, value); }
-void DisplayElement(const std::string& label, const std::string& value) {
-  DisplayS(label, Quoted(value));
-}
-
-template <class T>
-void DisplayPart(const std::string& label, const NQVecValue<std::pair<std::string, T>>& value) {
-  DisplayText(1, Counted(label, "size", value.GetVecValue().size()));
-  for (const auto& [name, element] : value.GetVecValue())
-    DisplayElement("  " + Quoted(name), element);
-}
-
-// Displays a value of one of the classes named; false when it is of none of them.
-template <class... Values>
-bool DisplayAnyOf(const std::string& label, const INQSettingValue& value) {
-  const auto tryValue = [&](const auto* part) {
-    if (part != nullptr) DisplayPart(label, *part);
-    return part != nullptr;
-  };
-  return (tryValue(dynamic_cast<const Values*>(&value)) || ...);
-}
-
-// ---- Trees --------------------------------------------------------------------------------------
-
-// What is left to display is on a list, so that a deep tree needs no deep stack.
 class TreeDisplay {
  public:
-  // Displays a value at an indent, or its header when there are settings inside: Rest does those.
-  void Begin(std::size_t indent, const std::string& label, const INQSettingValue& value) {
-    fOut.SetIndent(indent);
-    if (const auto nested = internal::Nested(value)) {
-      const bool isList = value.GetType() == INQSettingValue::kList;
-      DisplayText(1, isList ? Counted(label, "size", nested->size())
-                            : Counted(label, kSettings, nested->front().Size()));
-      BeginCollections(indent + kStep, *nested, isList);
-    } else if (!DisplayAnyOf<NQNumValue, NQStrValue, NQVecValue<int>, NQVecValue<double>,
-                             NQVecValue<std::string>,
-                             NQVecValue<std::pair<std::string, std::string>>,
-                             NQVecValue<std::pair<std::string, double>>,
-                             NQVecValue<std::pair<std::string, int>>>(label, value)) {
-      DisplayText(1, label);
-      fOut.SetIndent(indent + kStep);
-      value.Display();
-    }
+  void Any(const std::string& label, const INQSettingValue& value) {
+    if (DisplayAnyOf<NQNumValue, NQStrValue, NQSettingListValue, NQVecValue<int>,
+                     NQVecValue<double>, NQVecValue<std::string>, NQVecValue<NQSettings>,
+                     NQVecValue<std::pair<std::string, std::string>>,
+                     NQVecValue<std::pair<std::string, double>>,
+                     NQVecValue<std::pair<std::string, int>>>(label, value))
+      return;
+    DisplayText(1, label);
+    fOut.Indented([&] { value.Display(); });
   }
 
-  void BeginCollections(std::size_t indent, std::span<const NQSettings> collections, bool isList) {
-    fPath.push_back({collections, isList, indent});
-  }
-
-  void Rest() {
-    while (!fPath.empty()) {
-      Level& level = fPath.back();
-      if (level.fCollection == level.fCollections.size()) {
-        fPath.pop_back();
-        continue;
-      }
-      const NQSettings& settings = level.fCollections[level.fCollection];
-      if (level.fIsList && level.fSetting == 0) {
-        fOut.SetIndent(level.fIndent);
-        DisplayText(
-            1, Counted("[" + std::to_string(level.fCollection) + "]", kSettings, settings.Size()));
-      }
-      if (level.fSetting == settings.Size()) {
-        ++level.fCollection;
-        level.fSetting = 0;
-        continue;
-      }
-      const NQSetting& setting = *settings.GetSettingAt(level.fSetting++);
-      Begin(level.fIndent + (level.fIsList ? kStep : 0), internal::SettingLabel(setting),
-            *setting.GetValue());
+  void Settings(const NQSettings& settings) {
+    for (std::size_t i = 0; i < settings.Size(); ++i) {
+      const NQSetting& setting = *settings.GetSettingAt(i);
+      Any(internal::SettingLabel(setting), *setting.GetValue());
     }
   }
 
  private:
-  static constexpr std::size_t kStep = 2;
-  static constexpr const char* kSettings = "number of settings";
+  // Displays a value of one of the classes named; false when it is of none of them.
+  template <class... Values>
+  bool DisplayAnyOf(const std::string& label, const INQSettingValue& value) {
+    const auto tryValue = [&](const auto* part) {
+      if (part != nullptr) Part(label, *part);
+      return part != nullptr;
+    };
+    return (tryValue(dynamic_cast<const Values*>(&value)) || ...);
+  }
 
-  struct Level {
-    std::span<const NQSettings> fCollections;
-    bool fIsList;  // its collections have headers of their own
-    std::size_t fIndent;
-    std::size_t fCollection = 0;
-    std::size_t fSetting = 0;
-  };
+  void Part(const std::string& label, const NQNumValue& value) {
+    switch (value.GetNumValueType()) {
+      case NQNumValue::kInt:
+        return DisplayI(label, value.GetInt());
+      case NQNumValue::kDouble:
+        return DisplayD(label, value.GetDouble());
+      default:
+        return DisplayL(label, static_cast<long>(value.GetLongLong()));
+    }
+  }
+  void Part(const std::string& label, const NQStrValue& value) {
+    DisplayS(label, Quoted(value.GetString()));
+  }
+  void Part(const std::string& label, const NQVecValue<int>& value) {
+    DisplayIV(label, value.GetVecValue());
+  }
+  void Part(const std::string& label, const NQVecValue<double>& value) {
+    DisplayDV(label, value.GetVecValue(), true);
+  }
+  void Part(const std::string& label, const NQVecValue<std::string>& value) {
+    DisplaySV(label, value.GetVecValue());
+  }
+  template <class T>
+  void Part(const std::string& label, const NQVecValue<std::pair<std::string, T>>& value) {
+    DisplayCount(label, "size", value.GetVecValue().size());
+    for (const auto& [name, element] : value.GetVecValue()) Pair("  " + Quoted(name), element);
+  }
+  void Pair(const std::string& label, int value) { DisplayI(label, value); }
+  void Pair(const std::string& label, double value) { DisplayD(label, value); }
+  void Pair(const std::string& label, const std::string& value) { DisplayS(label, Quoted(value)); }
+
+  void Part(const std::string& label, const NQSettingListValue& value) {
+    Collection(label, value.GetListValue());
+  }
+  void Part(const std::string& label, const NQVecValue<NQSettings>& value) {
+    DisplayCount(label, "size", value.GetVecValue().size());
+    fOut.Indented([&] {
+      std::size_t i = 0;
+      for (const NQSettings& settings : value.GetVecValue())
+        Collection("[" + std::to_string(i++) + "]", settings);
+    });
+  }
+  void Collection(const std::string& label, const NQSettings& settings) {
+    DisplayCount(label, kSettings, settings.Size());
+    fOut.Indented([&] { Settings(settings); });
+  }
 
   IndentedOutput fOut;
-  std::vector<Level> fPath;
 };
 
 }  // namespace
@@ -183,18 +156,12 @@ std::string internal::SettingLabel(const NQSetting& setting) {
 }
 
 void internal::DisplayValue(const std::string& label, const INQSettingValue& value) {
-  TreeDisplay display;
-  display.Begin(0, label, value);
-  display.Rest();
+  TreeDisplay().Any(label, value);
 }
 
 void NQSettings::Display() const {
   DisplayText(1, "NQSettings display start");
-  {
-    TreeDisplay display;
-    display.BeginCollections(0, {this, 1}, false);
-    display.Rest();
-  }
+  TreeDisplay().Settings(*this);
   DisplayText(1, "NQSettings display end");
 }
 
