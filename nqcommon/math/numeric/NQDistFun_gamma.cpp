@@ -1,8 +1,6 @@
 #include <nqcommon/math/numeric/NQDistFun.h>
 
-#include <array>
 #include <cmath>
-#include <numbers>
 
 #include <nqcommon/common/NQMV.h>
 #include <nqcommon/math/kernels/log_gamma.h>
@@ -18,87 +16,18 @@ using NQCommon_940::NQMV;
 
 namespace {
 
-using std::numbers::ln2;
-
 bool AreQuantileArguments(double p, double df) { return p >= 0 && p < 1 && internal::IsShape(df); }
 
-// Best and Roberts 1975, algorithm AS 91 (PPCHI2). Its constants are kept in single precision: they
-// only steer the search.
-struct BestRoberts {
-  double p;
-  double df;
-  double shape = 0.5 * df;
-  double c = shape - 1;
-
-  double SmallDfStart() const;
-  double Start() const;
-  double Improve(double chi) const;
-  double Quantile() const;
-};
-
-// For up to 0.32 degrees of freedom: Newton's iteration on an approximation of the upper tail.
-double BestRoberts::SmallDfStart() const {
-  constexpr int kMaxSteps = 100;
-  constexpr double kTolerance = 0.01f, k466 = 6.66f, k467 = 4.67f, k673 = 6.73f, k1332 = 13.32f;
-  const double logUpper = std::log1p(-p);
-  const double logGamma = internal::LogGamma(shape);
-  double chi = 0.4f;
-  for (int i = 0; i < kMaxSteps; ++i) {
-    const double before = chi;
-    const double p1 = 1 + chi * (k467 + chi);
-    const double p2 = chi * (k673 + chi * (k466 + chi));
-    const double t = -0.5 + (k467 + 2 * chi) / p1 - (k673 + chi * (k1332 + 3 * chi)) / p2;
-    chi -= (1 - std::exp(logUpper + logGamma + 0.5 * chi + c * ln2) * p2 / p1) / t;
-    if (!(chi > 0) || std::fabs(before / chi - 1) <= kTolerance) break;
-  }
-  return chi;
+// Wilson and Hilferty 1931: the cube root of a gamma variable is about normal. Far below the mean
+// the distribution function is x^a / Gamma(a + 1).
+double QuantileStart(double p, double a) {
+  constexpr double kNormalFrom = 0.4;
+  const double root = 1 - 1 / (9 * a) + NQDistFun::probit(p) / (3 * std::sqrt(a));
+  if (root > kNormalFrom) return a * root * root * root;
+  return std::exp((std::log(p) + internal::LogGamma(a + 1)) / a);
 }
 
-double BestRoberts::Start() const {
-  constexpr double k022 = 0.222222f, k032 = 0.32f, k124 = 1.24f, k22 = 2.2f;
-  if (df < -k124 * std::log(p))
-    return internal::ExpOrZero((std::log(p) + internal::LogGamma(shape + 1)) / shape + ln2);
-  if (df <= k032) return SmallDfStart();
-  const double p1 = k022 / df;
-  const double root = NQDistFun::probit(p) * std::sqrt(p1) + 1 - p1;
-  const double chi = df * root * root * root;
-  if (chi <= k22 * df + 6) return chi;
-  return -2 * (std::log1p(-p) - c * std::log(0.5 * chi) + internal::LogGamma(shape));
-}
-
-// One pass of the seven-term Taylor series.
-double BestRoberts::Improve(double chi) const {
-  const internal::TailsAndSlope at = internal::IncompleteGammaAndSlope(0.5 * chi, shape);
-  const double t = (p - at.tails.lower) * chi / at.slope;
-  const double b = t / chi;
-  const double a = 0.5 * t - b * c;
-  const double s1 = (210 + a * (140 + a * (105 + a * (84 + a * (70 + 60 * a))))) / 420;
-  const double s2 = (420 + a * (735 + a * (966 + a * (1141 + 1278 * a)))) / 2520;
-  const double s3 = (210 + a * (462 + a * (707 + 932 * a))) / 2520;
-  const double s4 = (252 + a * (672 + 1182 * a) + c * (294 + a * (889 + 1740 * a))) / 5040;
-  const double s5 = (84 + 264 * a + c * (175 + 606 * a)) / 2520;
-  const double s6 = (120 + c * (346 + 127 * c)) / 5040;
-  const double tail = s1 - b * (s2 - b * (s3 - b * (s4 - b * (s5 - b * s6))));
-  return chi + t * (1 + 0.5 * t * s1 - b * c * tail);
-}
-
-// Not a positive number on failure. The published passes go on to a change of 5e-7; Refine, which
-// checks what it is given, makes do with less.
-double BestRoberts::Quantile() const {
-  constexpr double kSmall = 0.5e-6;
-  constexpr double kTolerance = 0.02;
-  constexpr int kMaxPasses = 20;
-  double chi = Start();
-  if (chi < kSmall) return chi;
-  for (int i = 0; i < kMaxPasses && chi > 0; ++i) {
-    const double before = chi;
-    chi = Improve(chi);
-    if (std::fabs(before / chi - 1) <= kTolerance) return chi;
-  }
-  return -1;
-}
-
-// The last steps: the gamma variable to a few epsilons.
+// The gamma variable of the lower tail p, to a few epsilons.
 double Refine(double start, double p, double shape) {
   return internal::FindLogConcaveQuantile(
       start, {p, 1 - p}, [shape](double x) { return internal::IncompleteGammaAndSlope(x, shape); });
@@ -156,10 +85,8 @@ double NQDistFun::tarnidfchi(const double& p, const double& df, long& status) {
   if (!AreQuantileArguments(p, df)) return Fail(1L, status);
   status = 0;
   if (p == 0) return 0;
-  const double boundedDf = internal::BoundedShape(df);
-  const double chi = BestRoberts{p, boundedDf}.Quantile();
-  if (!(chi >= 0) || std::isinf(chi)) return idfchb(p, df, status);
-  return 2 * Refine(0.5 * chi, p, boundedDf / 2);
+  const double shape = internal::BoundedShape(df) / 2;
+  return 2 * Refine(QuantileStart(p, shape), p, shape);
 }
 
 double NQDistFun::CdfChi(double x, double df) {
