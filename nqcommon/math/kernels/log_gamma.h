@@ -3,6 +3,12 @@
 namespace NQMath_940::internal {
 
 inline constexpr double kLogSqrt2Pi = 0.9189385332046728;
+inline constexpr double kInverseSqrt2Pi = 0.3989422804014327;
+
+// Shapes beyond these, infinite ones too, are taken at the limit: products with them and halves of
+// them stay finite and positive.
+inline constexpr double kSmallestShape = 1e-300;
+inline constexpr double kLargestShape = 1e300;
 
 // ln Gamma(x), x > 0.
 // Worst relative error measured: 5e-16, next to the zeros at 1 and 2 too.

@@ -3,6 +3,7 @@
 #include <vector>
 
 #include <nqcommon/export.h>
+#include <nqcommon/math/numeric/tolerances.h>
 
 namespace NQMath_940 {
 
@@ -94,7 +95,7 @@ class NQ_API NQDistFun {
   static double SigT(double t, double df);
   static double PdfT(double x, double df, long& status);
   // Missing for p outside (0, 1) or df <= 0, and for a quantile out of the range of doubles;
-  // exactly 0 for p == 0.5. acu, bound: see betinv.
+  // exactly 0 for p == 0.5. acu, bound: see betinv; defaultepsz and defaultepse serve.
   static double IdfT(double p, double df, double acu, double bound);
   // 0 (SigF: 1) for x <= 0; missing for df1 <= 0 or df2 <= 0.
   static double CdfF(double x, double df1, double df2);

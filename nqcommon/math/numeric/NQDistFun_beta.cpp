@@ -10,16 +10,18 @@
 #include <nqcommon/math/numeric/internal/failure.h>
 #include <nqcommon/math/numeric/internal/incomplete_beta.h>
 #include <nqcommon/math/numeric/internal/inverse_beta.h>
-#include <nqcommon/math/numeric/tolerances.h>
 
 namespace NQMath_940 {
 
 using internal::Fail;
+using internal::kInvalidArguments;
+using internal::kSuccess;
 using NQCommon_940::NQMV;
 
 double NQDistFun::cdfbet(const double& x, const double& a, const double& b, long& status) {
-  if (!internal::IsShape(a) || !internal::IsShape(b) || std::isnan(x)) return Fail(1L, status);
-  status = 0;
+  if (!internal::IsShape(a) || !internal::IsShape(b) || std::isnan(x))
+    return Fail(kInvalidArguments, status);
+  status = kSuccess;
   if (x <= 0) return 0;
   if (x >= 1) return 1;
   const double shape1 = internal::BoundedShape(a);
@@ -44,8 +46,8 @@ double NQDistFun::cbtaux(const double& u) {
 double NQDistFun::betinv(const double& p, const double& a, const double& b, const double& /*acu*/,
                          const double& /*bound*/, long& status) {
   if (!(p >= 0 && p <= 1) || !internal::IsShape(a) || !internal::IsShape(b))
-    return Fail(1L, status);
-  status = 0;
+    return Fail(kInvalidArguments, status);
+  status = kSuccess;
   if (p == 0 || p == 1) return p;
   if (a == b && p == 0.5) return 0.5;
   if (a == 0.5 && b == 0.5) {

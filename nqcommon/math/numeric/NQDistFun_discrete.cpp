@@ -13,6 +13,8 @@ namespace NQMath_940 {
 
 using internal::ExpOrZero;
 using internal::Fail;
+using internal::kInvalidArguments;
+using internal::kSuccess;
 using NQCommon_940::NQMV;
 
 namespace {
@@ -122,8 +124,8 @@ double HypergeometricLowerTail(const FourfoldTable& from) {
 
 double NQDistFun::dnlbnc(const double& n, const double& k, long& status) {
   constexpr double kExactUpTo = 33;  // the product of the factors fits a double exactly
-  if (!(k >= 0 && k <= n)) return Fail(1L, status);
-  status = 0;
+  if (!(k >= 0 && k <= n)) return Fail(kInvalidArguments, status);
+  status = kSuccess;
   if (k == 0 || k == n) return 0;
   const double smaller = internal::BoundedShape(std::min(k, n - k));
   if (n <= kExactUpTo && IsWhole(n) && IsWhole(k)) {
@@ -138,9 +140,10 @@ double NQDistFun::dnlbnc(const double& n, const double& k, long& status) {
 }
 
 double NQDistFun::CdfBin(double k, double n, double p, long& status) {
-  if (!IsWhole(n)) return Fail(3L, status);
-  if (n < 1 || !IsProbability(p) || std::isnan(k)) return Fail(1L, status);
-  status = 0;
+  constexpr int kNotWholeTrials = 3;
+  if (!IsWhole(n)) return Fail(kNotWholeTrials, status);
+  if (n < 1 || !IsProbability(p) || std::isnan(k)) return Fail(kInvalidArguments, status);
+  status = kSuccess;
   const double whole = std::floor(k);
   if (whole < 0) return 0;
   if (whole >= n || p == 0) return 1;
@@ -148,8 +151,8 @@ double NQDistFun::CdfBin(double k, double n, double p, long& status) {
 }
 
 double NQDistFun::PdfBin(double k, double n, double p, long& status) {
-  if (!(n >= 1) || !IsProbability(p) || std::isnan(k)) return Fail(1L, status);
-  status = 0;
+  if (!(n >= 1) || !IsProbability(p) || std::isnan(k)) return Fail(kInvalidArguments, status);
+  status = kSuccess;
   if (!IsWhole(k) || k < 0 || k > n) return 0;
   if (p == 0) return k == 0 ? 1 : 0;
   if (p == 1) return k == n ? 1 : 0;
@@ -157,10 +160,12 @@ double NQDistFun::PdfBin(double k, double n, double p, long& status) {
 }
 
 double NQDistFun::IdfBin(double q, double n, double p, long& status) {
+  constexpr int kNotWholeTrials = 1;
+  constexpr int kOutOfRange = 2;
   constexpr double kSlack = 2.842170943040401e-14;  // 2^-45
-  if (!IsWhole(n)) return Fail(1L, status);
-  if (n < 1 || !IsProbability(q) || !IsProbability(p)) return Fail(2L, status);
-  status = 0;
+  if (!IsWhole(n)) return Fail(kNotWholeTrials, status);
+  if (n < 1 || !IsProbability(q) || !IsProbability(p)) return Fail(kOutOfRange, status);
+  status = kSuccess;
   if (q == 0) return p == 1 ? n - 1 : -1;
   if (p == 0) return 0;
   if (p == 1 || q == 1) return n;
@@ -187,8 +192,8 @@ double NQDistFun::IdfBin(double q, double n, double p, long& status) {
 }
 
 double NQDistFun::PdfNegBin(double k, double r, double p, long& status) {
-  if (!(r >= 0 && p > 0 && p <= 1) || std::isnan(k)) return Fail(1L, status);
-  status = 0;
+  if (!(r >= 0 && p > 0 && p <= 1) || std::isnan(k)) return Fail(kInvalidArguments, status);
+  status = kSuccess;
   if (k < 0 || !IsWhole(k)) return 0;
   if (p == 1 || r == 0) return k == 0 ? 1 : 0;
   const double shape = internal::BoundedShape(r);
@@ -217,8 +222,8 @@ double NQDistFun::CDFHyper(double k, double total, double successes, double draw
   };
   if (!(total >= 1 && total <= internal::kLargestShape) || !isCount(total) || !isCount(successes) ||
       !isCount(draws) || std::isnan(k))
-    return Fail(1, status);
-  status = 0;
+    return Fail(kInvalidArguments, status);
+  status = kSuccess;
   const double whole = std::floor(k);
   const double others = total - successes;
   if (whole < std::max(0.0, draws - others)) return 0;

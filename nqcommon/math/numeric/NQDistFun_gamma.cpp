@@ -12,6 +12,8 @@
 namespace NQMath_940 {
 
 using internal::Fail;
+using internal::kInvalidArguments;
+using internal::kSuccess;
 using NQCommon_940::NQMV;
 
 namespace {
@@ -43,23 +45,23 @@ double NQDistFun::dnlgam(const double& x) {
 double NQDistFun::tarndnlgam(double x) { return dnlgam(x); }
 
 double NQDistFun::gammad(const double& x, const double& a, bool lowerTail, long& status) {
-  if (!internal::IsShape(a) || std::isnan(x)) return Fail(1L, status);
-  status = 0;
+  if (!internal::IsShape(a) || std::isnan(x)) return Fail(kInvalidArguments, status);
+  status = kSuccess;
   const internal::Tails tails = internal::IncompleteGamma(x, a);
   return lowerTail ? tails.lower : tails.upper;
 }
 
 double NQDistFun::cdfexp(const double& x, const double& rate, long& status) {
-  if (!(rate > 0) || std::isnan(x)) return Fail(1L, status);
-  status = 0;
+  if (!(rate > 0) || std::isnan(x)) return Fail(kInvalidArguments, status);
+  status = kSuccess;
   return x <= 0 ? 0 : -std::expm1(-rate * x);
 }
 
 double NQDistFun::idfchb(const double& p, const double& df, long& status) {
   constexpr int kMaxHalvings = 40;
   constexpr double kWidth = 1e-8;
-  if (!AreQuantileArguments(p, df)) return Fail(1L, status);
-  status = 0;
+  if (!AreQuantileArguments(p, df)) return Fail(kInvalidArguments, status);
+  status = kSuccess;
   if (p == 0) return 0;
   const double shape = internal::BoundedShape(df) / 2;
   const auto isBelow = [&p, shape](double x) {
@@ -82,8 +84,8 @@ double NQDistFun::idfchb(const double& p, const double& df, long& status) {
 }
 
 double NQDistFun::tarnidfchi(const double& p, const double& df, long& status) {
-  if (!AreQuantileArguments(p, df)) return Fail(1L, status);
-  status = 0;
+  if (!AreQuantileArguments(p, df)) return Fail(kInvalidArguments, status);
+  status = kSuccess;
   if (p == 0) return 0;
   const double shape = internal::BoundedShape(df) / 2;
   return 2 * Refine(QuantileStart(p, shape), p, shape);

@@ -38,6 +38,11 @@ struct Segment {
   Knot high;
 };
 
+constexpr long kFound = 0;
+constexpr long kBelowFirst = 1;
+constexpr long kAboveLast = 2;
+constexpr long kInvalid = -1;
+
 enum class Ends { kMidpoints, kWidths, kBounds };
 
 Segment SegmentOf(Ends ends, std::size_t i, double below, const Vector& values, const Vector& freqs,
@@ -85,7 +90,7 @@ bool IsFrequencyTable(std::size_t n, const Vector& values, const Vector& freqs, 
 void NQDistFun::GPTile(long n, double pct, const Vector& values, const Vector& freqs,
                        const Vector& bounds, long method, double& result, long& status) {
   result = NQMV::Missing();
-  status = -1;
+  status = kInvalid;
   if (n < 2) return;
   const auto classes = static_cast<std::size_t>(n);
   const Ends ends = method <= 0 ? Ends::kMidpoints : method == 1 ? Ends::kWidths : Ends::kBounds;
@@ -102,17 +107,17 @@ void NQDistFun::GPTile(long n, double pct, const Vector& values, const Vector& f
   for (std::size_t i = 0; i < segments; ++i) {
     const Segment at = SegmentOf(ends, i, below, values, freqs, bounds);
     if (target < at.low.cumulative) {
-      status = 1;
+      status = kBelowFirst;
       return;
     }
     if (target <= at.high.cumulative) {
-      status = 0;
+      status = kFound;
       result = Interpolate(at.low, at.high, target);
       return;
     }
     below += freqs[i];
   }
-  status = 2;
+  status = kAboveLast;
 }
 
 void NQDistFun::Mednci(long n, const Vector& values, const Vector& freqs, double total,
@@ -125,7 +130,7 @@ void NQDistFun::Mednci(long n, const Vector& values, const Vector& freqs, double
   if (flag && !IsFrequencyTable(distinct, values, freqs, total)) return;
   long status = 0;
   const double quantile = IdfBin(0.5 - confPct / 200, total, 0.5, status);
-  if (status != 0) return;
+  if (NQMV::IsMissing(quantile)) return;
   // No observations reach 100 percent: the whole range then, at what it reaches.
   const double j = std::max(quantile, 0.0);
   lower = ValueAtRank(distinct, values, freqs, std::min(j + 1, total));

@@ -13,6 +13,8 @@ namespace NQMath_940 {
 
 using internal::Fail;
 using internal::IsShape;
+using internal::kInvalidArguments;
+using internal::kSuccess;
 using NQCommon_940::NQMV;
 
 namespace {
@@ -79,8 +81,8 @@ double NQDistFun::NonCentralCdfChi(double x, double df, double ncp) {
 double NQDistFun::ncdbet(const double& x, const double& a, const double& b, const double& ncp,
                          const double& tol, long& status) {
   if (!IsShape(a) || !IsShape(b) || !IsNoncentrality(ncp) || std::isnan(x) || std::isnan(tol))
-    return Fail(1L, status);
-  status = 0;
+    return Fail(kInvalidArguments, status);
+  status = kSuccess;
   if (x <= 0) return 0;
   if (x >= 1) return 1;
   const double shape1 = internal::BoundedShape(a);
@@ -108,8 +110,8 @@ double NQDistFun::NonCentralCdfT(double x, double df, double ncp, double tol) {
 }
 
 double NQDistFun::NonCentralPdfT(double x, double df, double ncp, long& status) {
-  if (!IsShape(df) || std::isnan(x) || std::isnan(ncp)) return Fail(1L, status);
-  status = 0;
+  if (!IsShape(df) || std::isnan(x) || std::isnan(ncp)) return Fail(kInvalidArguments, status);
+  status = kSuccess;
   if (std::isinf(x) || std::isinf(ncp)) return 0;
   return internal::NoncentralTDensity(x, internal::BoundedShape(df), ncp);
 }

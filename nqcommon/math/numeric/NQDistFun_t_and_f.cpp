@@ -9,12 +9,14 @@
 #include <nqcommon/math/numeric/internal/incomplete_beta.h>
 #include <nqcommon/math/numeric/internal/inverse_beta.h>
 #include <nqcommon/math/numeric/internal/normal_tail.h>
-#include <nqcommon/math/numeric/tolerances.h>
 
 namespace NQMath_940 {
 
 using internal::Fail;
+using internal::kInvalidArguments;
+using internal::kNumericalFailure;
 using internal::kPowerTailFrom;
+using internal::kSuccess;
 using NQCommon_940::NQMV;
 
 namespace {
@@ -60,8 +62,8 @@ bool AreFArguments(double x, double df1, double df2) {
 }  // namespace
 
 double NQDistFun::tarncdft(const double& t, const double& df, long& status) {
-  if (!internal::IsShape(df) || std::isnan(t)) return Fail(1L, status);
-  status = 0;
+  if (!internal::IsShape(df) || std::isnan(t)) return Fail(kInvalidArguments, status);
+  status = kSuccess;
   return LowerTail(t, df);
 }
 
@@ -73,8 +75,8 @@ double NQDistFun::CdfT(double x, double df) {
 double NQDistFun::SigT(double t, double df) { return CdfT(-t, df); }
 
 double NQDistFun::PdfT(double x, double df, long& status) {
-  if (!internal::IsShape(df) || std::isnan(x)) return Fail(1L, status);
-  status = 0;
+  if (!internal::IsShape(df) || std::isnan(x)) return Fail(kInvalidArguments, status);
+  status = kSuccess;
   if (std::isinf(x)) return 0;
   const double shape = internal::BoundedShape(df);
   // ln(1 + x^2/df), without a square that overflows
@@ -87,8 +89,8 @@ double NQDistFun::PdfT(double x, double df, long& status) {
 
 double NQDistFun::tarnidft(const double& p, const double& df, long& status, const double& /*acu*/,
                            const double& /*bound*/) {
-  if (!(p > 0 && p < 1) || !internal::IsShape(df)) return Fail(1L, status);
-  status = 0;
+  if (!(p > 0 && p < 1) || !internal::IsShape(df)) return Fail(kInvalidArguments, status);
+  status = kSuccess;
   if (p == 0.5) return 0;
   if (df >= kNormalDf) return IdfStdNorm(p);
   // both exact where they are small
@@ -99,7 +101,7 @@ double NQDistFun::tarnidft(const double& p, const double& df, long& status, cons
   double size = std::sqrt(square);
   if (size > kPowerTailFrom)
     size = kPowerTailFrom * std::pow(TwoSided(kPowerTailFrom, df).upper / outside, 1 / df);
-  if (std::isinf(size)) return Fail(2L, status);
+  if (std::isinf(size)) return Fail(kNumericalFailure, status);
   return p < 0.5 ? -size : size;
 }
 
@@ -109,8 +111,8 @@ double NQDistFun::IdfT(double p, double df, double acu, double bound) {
 }
 
 double NQDistFun::tarncdff(const double& x, const double& df1, const double& df2, long& status) {
-  if (!AreFArguments(x, df1, df2)) return Fail(1L, status);
-  status = 0;
+  if (!AreFArguments(x, df1, df2)) return Fail(kInvalidArguments, status);
+  status = kSuccess;
   return FTails(x, df1, df2).lower;
 }
 
@@ -124,13 +126,13 @@ double NQDistFun::SigF(double x, double df1, double df2) {
 }
 
 double NQDistFun::tarnidff(const double& p, const double& df1, const double& df2, long& status) {
-  if (!(p >= 0 && p < 1) || !AreFArguments(p, df1, df2)) return Fail(1L, status);
-  status = 0;
+  if (!(p >= 0 && p < 1) || !AreFArguments(p, df1, df2)) return Fail(kInvalidArguments, status);
+  status = kSuccess;
   if (p == 0) return 0;
   const double a = internal::BoundedShape(df1) / 2;
   const double b = internal::BoundedShape(df2) / 2;
   const double quantile = internal::InverseBetaRatio({p, 1 - p}, a, b);
-  return std::isinf(quantile) ? Fail(2L, status) : quantile;
+  return std::isinf(quantile) ? Fail(kNumericalFailure, status) : quantile;
 }
 
 double NQDistFun::IdfF(double p, double df1, double df2) {

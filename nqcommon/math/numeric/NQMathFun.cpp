@@ -5,6 +5,7 @@
 #include <limits>
 
 #include <nqcommon/common/NQMV.h>
+#include <nqcommon/math/kernels/polynomial.h>
 
 namespace NQMath_940 {
 
@@ -33,13 +34,6 @@ constexpr std::array<double, 7> kTrigammaSeries = {1,
                                                    -0.03333333333333333,
                                                    0.07575757575757576,
                                                    -0.2531135531135531};
-
-template <std::size_t size>
-double Horner(double x, const std::array<double, size>& coefs) {
-  double value = coefs[size - 1];
-  for (std::size_t k = size - 1; k-- > 0;) value = coefs[k] + x * value;
-  return value;
-}
 
 template <class T>
 NQMathFun::Index FindBin(const std::vector<T>& v, NQMathFun::Index lo, NQMathFun::Index hi, T x,
@@ -86,7 +80,7 @@ double NQMathFun::Digamma(double x) {
   // z would cost digits of 1/x.
   const double z = x + kShift;
   const double s = 1 / (z * z);
-  double psi = std::log(z) - 0.5 / z + s * Horner(s, kDigammaSeries);
+  double psi = std::log(z) - 0.5 / z + s * internal::Polynomial(kDigammaSeries, s);
   double back = 0;
   for (int k = kShift - 1; k >= 0; --k) back += 1 / (x + k);
   return psi - back;
@@ -97,7 +91,7 @@ double NQMathFun::Trigamma(double x) {
   if (x < 0.0001) return 1 / (x * x);
   const double z = x + kShift;
   const double s = 1 / (z * z);
-  double psi = Horner(s, kTrigammaSeries) / z + s / 2;
+  double psi = internal::Polynomial(kTrigammaSeries, s) / z + s / 2;
   for (int k = kShift - 1; k >= 0; --k) psi += 1 / ((x + k) * (x + k));
   return psi;
 }

@@ -11,9 +11,6 @@ namespace NQMath_940 {
 
 namespace {
 
-// The most that a shape counts, so that sums of two stay finite.
-constexpr double kLargestShape = 1e300;
-
 // The normal accepts about 2 sqrt(mode (1 - mode)) of its points for large shapes, and few for
 // shapes near 1: where it would be less than half, the inverse is the better way.
 bool SuitsNormal(double a, double b) {
@@ -54,8 +51,8 @@ bool NQRNGBeta::SetParameters(double a, double b) {
 
 double NQRNGBeta::GetNext(double a, double b) {
   if (!(a > 0 && b > 0)) a = b = 1;
-  a = std::min(a, kLargestShape);
-  b = std::min(b, kLargestShape);
+  a = std::min(a, internal::kLargestShape);
+  b = std::min(b, internal::kLargestShape);
   if (SuitsNormal(a, b)) return DrawByNormal(a, b);
   return NQDistFun::IdfBeta(GetURNGenerator().GetNext(), a, b);
 }

@@ -4,9 +4,14 @@
 
 namespace NQMath_940::internal {
 
+// The status of a function that has one; other codes are named where they are used.
+inline constexpr int kSuccess = 0;
+inline constexpr int kInvalidArguments = 1;
+inline constexpr int kNumericalFailure = 2;
+
 // Sets the status of a function that fails and gives its value, the missing one.
 template <class Status>
-double Fail(Status code, Status& status) {
+double Fail(int code, Status& status) {
   status = code;
   return NQCommon_940::NQMV::Missing();
 }

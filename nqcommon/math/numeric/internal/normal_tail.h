@@ -12,8 +12,6 @@
 
 namespace NQMath_940::internal {
 
-inline constexpr double kInverseSqrt2Pi = 0.3989422804014327;
-
 // (z + 4) times Mills' ratio on [k/8, (k+1)/8] of t = 4/(z + 4), in powers of s in [-1, 1]:
 // Chebyshev fits, error below 1e-17.
 inline constexpr std::array<std::array<double, 11>, 8> kMillsPieces = {{

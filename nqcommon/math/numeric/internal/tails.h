@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include <nqcommon/math/kernels/log_gamma.h>
+
 namespace NQMath_940::internal {
 
 // A probability and its complement, each with its own relative precision.
@@ -35,11 +37,6 @@ inline double AsProbability(double value) {
 
 // Whether `shape` is a shape parameter: positive, not NaN.
 inline bool IsShape(double shape) { return shape > 0; }
-
-// Shapes beyond these, infinite ones too, are taken at the limit: products with them and halves of
-// them stay finite and positive.
-inline constexpr double kSmallestShape = 1e-300;
-inline constexpr double kLargestShape = 1e300;
 
 inline double BoundedShape(double shape) {
   return IsShape(shape) ? std::clamp(shape, kSmallestShape, kLargestShape) : shape;

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include <nqcommon/math/kernels/log_gamma.h>
 #include <nqcommon/math/random/NQRNGenerator.h>
 
 namespace NQMath_940::internal {
@@ -20,7 +21,7 @@ constexpr double kTriangleEnd = 2.216035867166471;
 inline double NormalOverTriangle(double t) {
   if (t == 0) return 0;
   const double triangle = 0.180025191068563 * std::max(0.0, kTriangleEnd - std::fabs(t));
-  return std::max(0.0, 0.3989422804014327 * std::exp(-t * t / 2) - triangle);
+  return std::max(0.0, kInverseSqrt2Pi * std::exp(-t * t / 2) - triangle);
 }
 
 // A part of the range that the smaller of two uniforms covers linearly. The point is accepted
