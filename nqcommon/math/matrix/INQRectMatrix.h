@@ -10,7 +10,7 @@ class NQSparseVector;
 
 // Rectangular matrix R of m rows and n columns, whatever its storage: dense or sparse.
 //
-// Names     R is this matrix, r(i,j) its elements; B another one; v, w vectors; "Trans" a transpose.
+// Names     R is this matrix, r(i,j) its elements; B another one; v, w vectors; "Trans" transposed.
 // Indices   0-based. GetElem and SetElem are not range-checked (they assert in debug builds); the
 //           other operations refuse a row or column that does not exist.
 // Failure   by return value. Unless stated, false means that an argument did not fit and that
@@ -19,14 +19,16 @@ class NQSparseVector;
 //           may be any of the arguments, or this.
 // Threads   one object, one thread at a time.
 //
-// The virtual operations are declared in a fixed order, the library's binary interface.
+// The virtual operations are declared in a fixed order, the library's binary interface. Those that
+// are the same for every storage have a body here (INQRectMatrix.cpp), through the other
+// operations.
 class NQ_API INQRectMatrix {
  public:
   virtual ~INQRectMatrix();
 
   // ---- Shape and elements ----------------------------------------------------------------------
 
-  // 0 dense (NQRectMatrix), 1 sparse.
+  // The type of storage: 0 dense (NQRectMatrix), 1 sparse (NQSparseRectMatrix).
   virtual int GetMatrixType() const = 0;
   // False after an allocation that failed; m and n are then -1.
   virtual bool IsValidMatrix() const = 0;
@@ -39,10 +41,9 @@ class NQ_API INQRectMatrix {
   // One more row, of zeros. Returns the new m; -1 when there is no storage for it, the matrix then
   // being invalid.
   virtual int AddRow() = 0;
-  // The same with the row v; -1, nothing changed, when v is not valid or has an index past the last
-  // column.
+  // One more row, v. -1, nothing changed, when v is not valid or has an index past the last column.
   virtual int AddRow(const NQSparseVector& v) = 0;
-  // All entries 0.
+  // Makes all entries 0.
   virtual void Clear() = 0;
 
   // ---- Norms and products ----------------------------------------------------------------------
@@ -60,7 +61,7 @@ class NQ_API INQRectMatrix {
   // ---- Copies and dot products -----------------------------------------------------------------
 
   // As GetCol.
-  virtual bool CopyColToVec(int j, std::vector<double>& out) const = 0;
+  virtual bool CopyColToVec(int j, std::vector<double>& out) const;
   // R <- rows first .. first+count-1 of src.
   virtual bool CopyRows(const INQRectMatrix& src, int first, int count) = 0;
   // Row `to` of dst <- row `from` of R; both have n columns. dst may be sparse too, and must then
@@ -70,17 +71,17 @@ class NQ_API INQRectMatrix {
   virtual bool CreateBlockDiagonal(int k, INQRectMatrix& out) const = 0;
   // Column j1 times column j2, row i1 times row i2.
   virtual double DotProductCol(int j1, int j2) const = 0;
-  virtual double DotProductRows(int i1, int i2) const = 0;
+  virtual double DotProductRows(int i1, int i2) const;
   // Row i times column j, or row k, of B.
   virtual double DotProductRowCol(int i, const INQRectMatrix& b, int j) const = 0;
   virtual double DotProductRowRow(int i, const INQRectMatrix& b, int k) const = 0;
   // out(i, a) = r(i, indices[a]), and out(a, j) = r(indices[a], j); indices may repeat.
-  virtual bool ExtractColumns(const std::vector<int>& indices, INQRectMatrix& out) const = 0;
-  virtual bool ExtractRows(const std::vector<int>& indices, INQRectMatrix& out) const = 0;
+  virtual bool ExtractColumns(const std::vector<int>& indices, INQRectMatrix& out) const;
+  virtual bool ExtractRows(const std::vector<int>& indices, INQRectMatrix& out) const;
   // v += factor x column j over the rows i = first .. first+count-1. With `wholeVector` v has m
   // values and element i is incremented; otherwise v has count values, and it is element i - first.
   virtual bool IncrVecByColumn(int j, std::vector<double>& v, int first, int count, double factor,
-                               bool wholeVector) const = 0;
+                               bool wholeVector) const;
   // Whether row i is all zeros (false for a bad i).
   virtual bool IsRowZero(int i) const = 0;
 
@@ -92,7 +93,7 @@ class NQ_API INQRectMatrix {
   virtual double RowNorm(int i) const = 0;
   virtual bool SetElem(int i, int j, double x) = 0;
   // As Resize, then all entries 0 when `clear` is set.
-  virtual bool SetNRowsCols(int m, int n, bool clear) = 0;
+  virtual bool SetNRowsCols(int m, int n, bool clear);
   // Row i <- v. False too where a sparse matrix has not as many slots.
   virtual bool SetRow(int i, const NQSparseVector& v) = 0;
   // out has R's shape: out(i, j + k) = r(i, j), and out(i + k, j) = r(i, j), as far as they are
@@ -105,7 +106,7 @@ class NQ_API INQRectMatrix {
   // ---- Diagnostic display ----------------------------------------------------------------------
 
   virtual void Display() const = 0;
-  // Every element.
+  // DisplayF displays every element.
   virtual void DisplayF() const = 0;
 
  protected:

@@ -112,7 +112,7 @@ void NQEigenValues::TriDiag() {
   if (!fComputeVectors) fmOrthInfo = {};
 }
 
-// 0, or l + 1 when eigenvalue l did not converge; -1 when the sizes do not fit.
+// EigenValuesTQLI returns 0, l + 1 when eigenvalue l did not converge, or -1 when sizes do not fit.
 int NQEigenValues::EigenValuesTQLI() {
   const auto n = static_cast<std::size_t>(std::max(fNRows, 0));
   if (n < 1 || fvDiag3.size() != n || fvSubdiag3.size() != n) return -1;
@@ -135,7 +135,7 @@ void NQEigenValues::BackTransVectors() {
                           fmEigenVectors.GetRowPtr(0));
 }
 
-// Computes anew and stores the results. Returns the count.
+// Run computes anew, stores the results and returns the count.
 int NQEigenValues::Run(bool withVectors) {
   constexpr int kSizesDoNotFit = -1;
   DropResults();
@@ -173,7 +173,7 @@ int NQEigenValues::Compute(std::vector<double>& values, NQRectMatrix& vectors) {
 
 // ---- Sorting ------------------------------------------------------------------------------------
 
-// fvEigPairs <- the computed eigenvalues in order, then the places that are left.
+// MakeEigPairs fills fvEigPairs with the computed eigenvalues in order, then the places left over.
 void NQEigenValues::MakeEigPairs(bool descending) {
   fvEigPairs.clear();
   for (int i = 0; i < fNRows; ++i)
@@ -190,8 +190,8 @@ void NQEigenValues::CopySorted(std::vector<double>& values) const {
   for (const auto& pair : fvEigPairs) values.push_back(pair.first);
 }
 
-// The stored results as far as they are there, or new ones. Returns the count, with fvEigPairs in
-// order when it is at least 1.
+// Sort uses the stored results, or computes where what is wanted is not stored. It returns the
+// count, and puts fvEigPairs in order when that is at least 1.
 int NQEigenValues::Sort(bool withVectors, bool descending) {
   const bool isStored = fNEigenVal >= 1 && (fComputeVectors || !withVectors);
   const int count = isStored ? fNEigenVal : Run(withVectors);

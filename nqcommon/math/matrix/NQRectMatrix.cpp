@@ -15,23 +15,15 @@ namespace NQMath_940 {
 using internal::Index;
 using NQCommon_940::NQMV;
 
-INQRectMatrix::~INQRectMatrix() = default;
-
 // ---- Life cycle and shape ----------------------------------------------------------------------
 
-// Storage that is new is zero, so there is nothing to do for `zero`.
+// New storage is zero, so the constructor has nothing to do for `zero`.
 NQRectMatrix::NQRectMatrix(int m, int n, bool /*zero*/) { NQRectMatrix::Resize(m, n); }
 
 bool NQRectMatrix::Resize(int m, int n) {
   fNRows = std::max(m, 0);
   fNCols = std::max(n, 0);
   return Allocate();
-}
-
-bool NQRectMatrix::SetNRowsCols(int m, int n, bool clear) {
-  const bool resized = Resize(m, n);
-  if (resized && clear) Clear();
-  return resized;
 }
 
 namespace {
@@ -53,7 +45,7 @@ int NQRectMatrix::AddRow(const NQSparseVector& v) {
   return fNRows;
 }
 
-// From the last row up, so that no entry is overwritten before it has moved; the first stays.
+// AddColumn moves rows from the last one up, so that no entry is overwritten before it has moved.
 int NQRectMatrix::AddColumn() {
   if (!IsValidMatrix() || fNCols == kMostLines) return -1;
   const std::size_t old = Cols();

@@ -32,9 +32,9 @@ class NQ_API NQRectMatrix : public INQRectMatrix, private MatrixStorage<RectShap
  public:
   // ---- Life cycle and shape (NQRectMatrix.cpp) -------------------------------------------------
 
-  // 0 x 0.
+  // A matrix of shape 0 x 0.
   NQRectMatrix() = default;
-  // Shape max(m, 0) x max(n, 0).
+  // A matrix of shape max(m, 0) x max(n, 0), of zeros.
   NQRectMatrix(int m, int n, bool zero);
   // A copy that finds no storage is invalid (m = n = -1); a move leaves its source 0 x 0.
 
@@ -44,7 +44,6 @@ class NQ_API NQRectMatrix : public INQRectMatrix, private MatrixStorage<RectShap
   int GetNCols() const override { return fNCols; }
   // Old values are kept in storage order, not laid out anew.
   bool Resize(int m, int n) override;
-  bool SetNRowsCols(int m, int n, bool clear) override;
   int AddRow() override;
   int AddRow(const NQSparseVector& v) override;
   // One more column, of zeros, the old entries staying at their (i, j). Returns the new n; -1 when
@@ -90,7 +89,6 @@ class NQ_API NQRectMatrix : public INQRectMatrix, private MatrixStorage<RectShap
   bool GetRow(int i, std::vector<double>& out) const override;
   bool GetCol(int j, std::vector<double>& out) const override;
   bool SetRow(int i, const NQSparseVector& v) override;
-  bool CopyColToVec(int j, std::vector<double>& out) const override;
   bool CopyRows(const INQRectMatrix& src, int first, int count) override;
   bool CopyRowToRow(int from, int to, INQRectMatrix& dst) const override;
   // R <- columns first .. first+count-1 of src.
@@ -98,8 +96,6 @@ class NQ_API NQRectMatrix : public INQRectMatrix, private MatrixStorage<RectShap
   // Column `to` of dst, of m rows, or row `to` of dst, of m columns, <- column `from` of R.
   bool CopyColToCol(int from, int to, NQRectMatrix& dst) const;
   bool CopyColToRow(int from, int to, NQRectMatrix& dst) const;
-  bool ExtractColumns(const std::vector<int>& indices, INQRectMatrix& out) const override;
-  bool ExtractRows(const std::vector<int>& indices, INQRectMatrix& out) const override;
   bool ShiftColumns(int k, INQRectMatrix& out) const override;
   bool ShiftRows(int k, INQRectMatrix& out) const override;
   bool CreateBlockDiagonal(int k, INQRectMatrix& out) const override;
@@ -107,8 +103,8 @@ class NQ_API NQRectMatrix : public INQRectMatrix, private MatrixStorage<RectShap
   // as the set has places; those of the others are zero. False unless the members are as many as
   // R's rows (columns).
   bool Expand(const NQBitSet& set, bool byRows, NQRectMatrix& out) const;
-  // Rows over one set and columns over the other; the second form takes a square R and one set for
-  // both.
+  // ExpandRectangular spreads rows over one set and columns over the other, ExpandSquare those of a
+  // square R over one set.
   bool ExpandRectangular(const NQBitSet& rows, const NQBitSet& columns, NQRectMatrix& out) const;
   bool ExpandSquare(const NQBitSet& set, NQRectMatrix& out) const;
 
@@ -123,7 +119,7 @@ class NQ_API NQRectMatrix : public INQRectMatrix, private MatrixStorage<RectShap
   bool ComputeVR(const std::vector<double>& v, std::vector<double>& out) const override;
   // v' R w.
   double ComputeVRW(const std::vector<double>& v, const std::vector<double>& w) const;
-  // The same with sparse vectors, over their entries only; they must fit in m rows and n columns.
+  // v' R w of sparse vectors, over their entries only; they must fit in m rows and n columns.
   double ComputeSpVRSpW(const NQSparseVector& v, const NQSparseVector& w) const;
   // out(i,j) = r(i,j) v[j], R times the diagonal matrix of v.
   bool ComputeRDiagV(const std::vector<double>& v, NQRectMatrix& out) const;
@@ -147,13 +143,10 @@ class NQ_API NQRectMatrix : public INQRectMatrix, private MatrixStorage<RectShap
   bool TraceOfProductSqS(const INQSymMatrix& s, double& trace) const;
   bool TraceOfProductSubMatSym(int row, int col, const INQSymMatrix& s, double& trace) const;
   double DotProductCol(int j1, int j2) const override;
-  double DotProductRows(int i1, int i2) const override;
   // Column j times column k of B.
   double DotProductColCol(int j, const INQRectMatrix& b, int k) const;
   double DotProductRowCol(int i, const INQRectMatrix& b, int j) const override;
   double DotProductRowRow(int i, const INQRectMatrix& b, int k) const override;
-  bool IncrVecByColumn(int j, std::vector<double>& v, int first, int count, double factor,
-                       bool wholeVector) const override;
 
   // ---- Solves and orthogonal factors (NQRectMatrix_solve.cpp) ----------------------------------
 
@@ -187,7 +180,7 @@ class NQ_API NQRectMatrix : public INQRectMatrix, private MatrixStorage<RectShap
   // Returns the number of redundant rows or columns, the others being marked in the set; -1 when
   // eps is negative or the cross-products could not be had.
   int FindRedundancies(double eps, NQBitSet& nonRedundant, bool byRows) const;
-  // The same, with the non-redundant ones listed.
+  // As FindRedundancies, with the non-redundant ones listed.
   int FindNonRedunIndices(double eps, std::vector<int>& indices, bool byRows) const;
   // out = the non-redundant rows or columns, which are listed too. Returns as FindRedundancies.
   int ExtractFullRank(double eps, NQRectMatrix& out, std::vector<int>& indices, bool byRows) const;

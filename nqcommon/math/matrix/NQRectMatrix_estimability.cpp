@@ -13,7 +13,7 @@ namespace NQMath_940 {
 
 namespace {
 
-// S = R R' or R'R. The distances of rows or columns are the roots of its pivots.
+// CrossProducts makes S = R R' or R'R, whose pivots are the squared distances of rows or columns.
 bool CrossProducts(const NQRectMatrix& r, bool byRows, NQSymMatrix& s) {
   return byRows ? s.ComputeRByRTrans(r) : s.ComputeRTransByR(r);
 }
@@ -48,7 +48,7 @@ int NQRectMatrix::CheckAddColRedundancies(const NQBitSet& set, NQBitSet& newSet)
   if (set.Size() > fNCols || !s.ComputeRTransByR(*this)) return -1;
   std::vector<double> t;
   s.GetDiagonal(t);
-  // A column that was found redundant takes no part: without a row of its own it has no pivot.
+  // ZeroOut takes a column that was found redundant out of S, where it then has no pivot.
   for (int j = 0; j < set.Size(); ++j) {
     if (!set.IsIn(j)) s.ZeroOut(j);
   }

@@ -58,7 +58,7 @@ bool NQRectMatrix::ComputeBlockDiagSR(const INQSymMatrix& s, NQRectMatrix& out) 
   return true;
 }
 
-// One product with R1' sums over the blocks S R2_b, put one below the other.
+// sr2 has the products S R2_b one below the other, so that R1' sr2 sums over the blocks.
 bool NQRectMatrix::ComputeR1TransSR2(const INQSymMatrix& s, const NQRectMatrix& r2,
                                      NQRectMatrix& out) const {
   NQRectMatrix sr2;
@@ -154,22 +154,9 @@ double NQRectMatrix::ComputeSpVRSpW(const NQSparseVector& v, const NQSparseVecto
   return sum;
 }
 
-bool NQRectMatrix::IncrVecByColumn(int j, std::vector<double>& v, int first, int count,
-                                   double factor, bool wholeVector) const {
-  if (!HasCol(j) || first < 0 || count < 0 || count > fNRows - first) return false;
-  if (v.size() != (wholeVector ? Rows() : static_cast<std::size_t>(count))) return false;
-  double* target = v.data() + (wholeVector ? first : 0);
-  for (int i = first; i < first + count; ++i) *target++ += factor * GetElem(i, j);
-  return true;
-}
-
 // ---- Dot products of rows and columns ----------------------------------------------------------
 
 double NQRectMatrix::DotProductCol(int j1, int j2) const { return DotProductColCol(j1, *this, j2); }
-
-double NQRectMatrix::DotProductRows(int i1, int i2) const {
-  return DotProductRowRow(i1, *this, i2);
-}
 
 double NQRectMatrix::DotProductColCol(int j, const INQRectMatrix& b, int k) const {
   std::vector<double> column;

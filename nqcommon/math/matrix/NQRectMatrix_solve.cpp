@@ -15,7 +15,7 @@ using internal::DotProduct;
 
 // ---- Linear systems ----------------------------------------------------------------------------
 
-// LINPACK goes by columns and sees the entries as R': its transposed solve is that of R x = b.
+// LINPACK goes by columns and sees the entries as R', so its transposed solve is that of R x = b.
 bool NQRectMatrix::SolveLinearSquare(const std::vector<double>& b, std::vector<double>& x,
                                      double eps) const {
   if (!(eps >= 0) || fNRows < 1 || fNRows != fNCols || b.size() != Rows()) return false;
@@ -70,8 +70,8 @@ bool NQRectMatrix::QRDecompositionH(NQSymMatrix& s, NQRectMatrix& q) const {
 
 namespace {
 
-// An orthonormal basis of vectors of length n. Gram-Schmidt is done twice, which leaves what
-// remains orthogonal to working precision (Daniel, Gragg, Kaufman and Stewart 1976).
+// Basis is an orthonormal basis of vectors of length n. Remove does Gram-Schmidt twice, which
+// leaves what remains orthogonal to working precision (Daniel, Gragg, Kaufman and Stewart 1976).
 class Basis {
  public:
   explicit Basis(std::size_t n) : fN(n) {}

@@ -68,7 +68,7 @@ NQSparseRectMatrix& NQSparseRectMatrix::operator=(NQSparseRectMatrix&& other) no
 
 NQSparseRectMatrix::~NQSparseRectMatrix() = default;
 
-// What a failed allocation leaves.
+// Fail makes the matrix what a failed allocation leaves, and returns false.
 bool NQSparseRectMatrix::Fail() {
   fNRows = fNCols = -1;
   fCapacity = fNEntries = 0;
@@ -77,7 +77,7 @@ bool NQSparseRectMatrix::Fail() {
   return false;
 }
 
-// New places are empty slots.
+// Reserve makes new places empty slots.
 bool NQSparseRectMatrix::Reserve(int capacity) {
   try {
     fvElems.resize(At(capacity) * Entries());
@@ -89,7 +89,8 @@ bool NQSparseRectMatrix::Reserve(int capacity) {
   return true;
 }
 
-// Columns that go away are the last entries of their rows, and become the first slots, empty.
+// The entries of columns that go away are the last of their rows; the rows that had them are stored
+// anew without them.
 bool NQSparseRectMatrix::Resize(int m, int n) {
   if (fNRows < 0 || n < fNEntries) return false;
   m = std::max(m, 0);
@@ -104,12 +105,6 @@ bool NQSparseRectMatrix::Resize(int m, int n) {
   }
   fNCols = n;
   return true;
-}
-
-bool NQSparseRectMatrix::SetNRowsCols(int m, int n, bool clear) {
-  const bool resized = Resize(m, n);
-  if (resized && clear) Clear();
-  return resized;
 }
 
 // ---- Rows in -----------------------------------------------------------------------------------

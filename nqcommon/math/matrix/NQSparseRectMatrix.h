@@ -56,7 +56,7 @@ class NQ_API NQSparseRectMatrix : public INQRectMatrix {
   int GetNRows() const override { return fNRows; }
   int GetNCols() const override { return fNCols; }
   int GetCapacity() const { return fCapacity; }
-  // k.
+  // The number k of entries that each row stores.
   int GetNNZRowElements() const { return fNEntries; }
   // The arrays themselves, capacity x k places.
   const std::vector<int>& NZColIndicesAsVector() const { return fvIndices; }
@@ -64,7 +64,6 @@ class NQ_API NQSparseRectMatrix : public INQRectMatrix {
 
   // Keeps the entries that stay inside; new rows are empty. False, nothing changed, for n < k.
   bool Resize(int m, int n) override;
-  bool SetNRowsCols(int m, int n, bool clear) override;
   // One more row, of empty slots. A full capacity grows: to 10 when it is below 7, otherwise by
   // half.
   int AddRow() override;
@@ -82,7 +81,8 @@ class NQ_API NQSparseRectMatrix : public INQRectMatrix {
   // ---- Elements (NQSparseRectMatrix.cpp) -------------------------------------------------------
 
   double GetElem(int i, int j) const override;
-  // Writes where (i, j) is stored. True then, and for x = 0 anywhere; entries are never inserted.
+  // Writes x where (i, j) is stored. Returns true then, and for x = 0 anywhere; entries are never
+  // inserted.
   bool SetElem(int i, int j, double x) override;
   // The place of column j among the k of row i; -1 when it is not stored or there is no row i.
   int FindIndex(int i, int j) const;
@@ -101,7 +101,6 @@ class NQ_API NQSparseRectMatrix : public INQRectMatrix {
 
   // ---- Rows, columns and parts (NQSparseRectMatrix_copy.cpp) -----------------------------------
 
-  bool CopyColToVec(int j, std::vector<double>& out) const override;
   // False, nothing changed, also when a row of src has more than k entries that are not 0, or src
   // fewer than k columns.
   bool CopyRows(const INQRectMatrix& src, int first, int count) override;
@@ -109,8 +108,6 @@ class NQ_API NQSparseRectMatrix : public INQRectMatrix {
   // Row `to` of dst, of m columns, <- column `from`.
   bool CopyColToRow(int from, int to, NQRectMatrix& dst) const;
   bool CreateBlockDiagonal(int k, INQRectMatrix& out) const override;
-  bool ExtractColumns(const std::vector<int>& indices, INQRectMatrix& out) const override;
-  bool ExtractRows(const std::vector<int>& indices, INQRectMatrix& out) const override;
   bool ExtractLastCol(std::vector<double>& out) const;
   // out = rows firstRow .. firstRow+nRows-1, columns firstCol .. firstCol+nCols-1, sparse, with
   // min(k, nCols) entries a row.
@@ -118,10 +115,10 @@ class NQ_API NQSparseRectMatrix : public INQRectMatrix {
                                NQSparseRectMatrix& out) const;
   bool ShiftColumns(int k, INQRectMatrix& out) const override;
   bool ShiftRows(int k, INQRectMatrix& out) const override;
-  // Of a square matrix: row and column a go to the a-th member of the set; those of the others are
-  // zero.
+  // Row and column a of this square matrix go to the a-th member of the set; the rows and columns
+  // of the others are zero.
   bool ExpandSquare(const NQBitSet& set, NQRectMatrix& out) const;
-  // For every column the rows in which it is stored, and its values there.
+  // indices[j] = the rows in which column j is stored, values[j] = its values there.
   bool GetSparseMatrixColumns(std::vector<std::vector<int>>& indices,
                               std::vector<std::vector<double>>& values) const;
   bool CreateFullMatrix(NQRectMatrix& out) const;
@@ -135,11 +132,8 @@ class NQ_API NQSparseRectMatrix : public INQRectMatrix {
   bool ComputeRV(const std::vector<double>& v, std::vector<double>& out) const override;
   bool ComputeVR(const std::vector<double>& v, std::vector<double>& out) const override;
   double DotProductCol(int j1, int j2) const override;
-  double DotProductRows(int i1, int i2) const override;
   double DotProductRowCol(int i, const INQRectMatrix& b, int j) const override;
   double DotProductRowRow(int i, const INQRectMatrix& b, int k) const override;
-  bool IncrVecByColumn(int j, std::vector<double>& v, int first, int count, double factor,
-                       bool wholeVector) const override;
 
  private:
   static std::size_t At(int i) { return static_cast<std::size_t>(i); }
@@ -148,10 +142,10 @@ class NQ_API NQSparseRectMatrix : public INQRectMatrix {
   bool HasCol(int j) const { return j >= 0 && j < fNCols; }
   bool Fail();
   bool Reserve(int capacity);
-  // Scratch row <- at most k entries, displaced to the left by `start`; row i <- the scratch row.
+  // Assemble puts at most k entries, displaced to the left by `start`, in the scratch row, and
+  // PutAssembled the scratch row in row i. Store does both.
   void Assemble(const internal::SparseRun& run, int start);
   void PutAssembled(int i);
-  // Both in turn.
   void Store(int i, const internal::SparseRun& run, int start);
   bool StoreWhatFits(int i, const internal::SparseRun& run);
   int AppendRow(const internal::SparseRun& run, int start);

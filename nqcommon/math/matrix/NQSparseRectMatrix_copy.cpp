@@ -15,24 +15,19 @@ using internal::StoredIn;
 
 // ---- Rows and columns --------------------------------------------------------------------------
 
-bool NQSparseRectMatrix::CopyColToVec(int j, std::vector<double>& out) const {
-  return GetCol(j, out);
-}
-
 bool NQSparseRectMatrix::ExtractLastCol(std::vector<double>& out) const {
   return GetCol(fNCols - 1, out);
 }
 
 bool NQSparseRectMatrix::CopyColToRow(int from, int to, NQRectMatrix& dst) const {
-  std::vector<double> column;
   double* row = dst.GetRowPtr(to);
-  if (!row || dst.GetNCols() != fNRows || !GetCol(from, column)) return false;
-  std::copy(column.begin(), column.end(), row);
+  if (!HasCol(from) || !row || dst.GetNCols() != fNRows) return false;
+  for (int i = 0; i < fNRows; ++i) row[i] = GetElem(i, from);
   return true;
 }
 
-// Row i <- the entries, without those that are 0 where there are more than k. False when there are
-// still more.
+// StoreWhatFits puts the entries in row i, leaving out those that are 0 where there are more than
+// k. False when more than k are not 0.
 bool NQSparseRectMatrix::StoreWhatFits(int i, const SparseRun& run) {
   if (run.count <= Entries()) {
     Store(i, run, 0);
@@ -96,7 +91,7 @@ bool NQSparseRectMatrix::GetSparseMatrixColumns(std::vector<std::vector<int>>& i
 
 // ---- Dense copies ------------------------------------------------------------------------------
 
-// out <- m x n zeros in which place(out, i, j, x) puts every stored entry.
+// Scatter makes `out` m x n zeros, in which place(out, i, j, x) puts every stored entry.
 template <class Place>
 bool NQSparseRectMatrix::Scatter(long long m, long long n, INQRectMatrix& out, Place place) const {
   return IsValidMatrix() &&
@@ -140,26 +135,6 @@ bool NQSparseRectMatrix::ExpandSquare(const NQBitSet& set, NQRectMatrix& out) co
          Scatter(set.Size(), set.Size(), out, [&](NQRectMatrix& to, int i, int j, double x) {
            to.SetElem(members[At(i)], members[At(j)], x);
          });
-}
-
-bool NQSparseRectMatrix::ExtractColumns(const std::vector<int>& indices, INQRectMatrix& out) const {
-  return IsValidMatrix() && internal::AllBelow(fNCols, indices) &&
-         internal::Make(fNRows, static_cast<long long>(indices.size()), internal::AsDenseRect(out),
-                        [&](NQRectMatrix& to) {
-                          for (int i = 0; i < fNRows; ++i) {
-                            double* row = to.GetRowPtr(i);
-                            for (int j : indices) *row++ = GetElem(i, j);
-                          }
-                        });
-}
-
-bool NQSparseRectMatrix::ExtractRows(const std::vector<int>& indices, INQRectMatrix& out) const {
-  return IsValidMatrix() && internal::AllBelow(fNRows, indices) &&
-         internal::Make(static_cast<long long>(indices.size()), fNCols, internal::AsDenseRect(out),
-                        [&](NQRectMatrix& to) {
-                          for (std::size_t a = 0; a < indices.size(); ++a)
-                            CopyRowToRow(indices[a], static_cast<int>(a), to);
-                        });
 }
 
 // ---- Sparse parts ------------------------------------------------------------------------------

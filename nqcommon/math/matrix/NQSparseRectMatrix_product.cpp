@@ -28,7 +28,7 @@ double NQSparseRectMatrix::RowNorm(int i) const {
 
 // ---- Matrices ----------------------------------------------------------------------------------
 
-// A row of the result is the sum of the rows of B that the entries name, as many times.
+// Row i of the product is the sum of x times row j of B over the entries (j, x) of row i.
 bool NQSparseRectMatrix::ComputeMatrixProduct(const INQRectMatrix& b, INQRectMatrix& out) const {
   if (!IsValidMatrix() || !b.IsValidMatrix() || b.GetNRows() != fNCols) return false;
   const NQSparseRectMatrix* sparse = AsSparse(b);
@@ -84,10 +84,6 @@ double NQSparseRectMatrix::DotProductCol(int j1, int j2) const {
   return sum;
 }
 
-double NQSparseRectMatrix::DotProductRows(int i1, int i2) const {
-  return DotProductRowRow(i1, *this, i2);
-}
-
 double NQSparseRectMatrix::DotProductRowCol(int i, const INQRectMatrix& b, int j) const {
   if (!HasRow(i) || b.GetNRows() != fNCols || j < 0 || j >= b.GetNCols()) return NQMV::Missing();
   double sum = 0;
@@ -101,15 +97,6 @@ double NQSparseRectMatrix::DotProductRowRow(int i, const INQRectMatrix& b, int k
   if (const NQSparseRectMatrix* sparse = AsSparse(b))
     return internal::DotProduct(StoredIn(*this, i), StoredIn(*sparse, k));
   return internal::DotProduct(StoredIn(*this, i), AsDenseRect(b)->GetRowPtr(k));
-}
-
-bool NQSparseRectMatrix::IncrVecByColumn(int j, std::vector<double>& v, int first, int count,
-                                         double factor, bool wholeVector) const {
-  if (!HasCol(j) || !internal::IsRun(fNRows, first, count)) return false;
-  if (v.size() != At(wholeVector ? fNRows : count)) return false;
-  double* target = v.data() + (wholeVector ? first : 0);
-  for (int i = first; i < first + count; ++i) *target++ += factor * GetElem(i, j);
-  return true;
 }
 
 }  // namespace NQMath_940

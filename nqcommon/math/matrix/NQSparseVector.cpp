@@ -63,7 +63,8 @@ bool NQSparseVector::ConvertToRegularVector(std::vector<double>& out) const {
 
 bool NQSparseVector::IncrementPart(std::vector<double>& v, int offset, double a) const {
   if (!FitsIn(*this, v.size(), offset)) return false;
-  // Its own values fit in themselves only index for index, so they may be v.
+  // v may be the list of values itself: it is long enough only where each index is its own place,
+  // so that each value is read before it is written.
   internal::AddScaled(RunOf(*this), a, v.data() + offset);
   return true;
 }
@@ -130,7 +131,7 @@ bool NQSparseVector::ComputeProbabilities(int nClasses, std::vector<double>& out
   const double largest = *std::max_element(shares.begin(), shares.end());
   double sum = 0;
   for (double& share : shares) {
-    // Infinity minus itself would be NaN.
+    // An infinite share minus itself would be NaN.
     if (share == largest) {
       share = 1;
     } else {

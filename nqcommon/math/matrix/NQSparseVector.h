@@ -29,7 +29,7 @@ class NQ_API NQSparseVector {
     return fValid && fpIndices->size() == static_cast<std::size_t>(fNElements) &&
            fpValues->size() == fpIndices->size();
   }
-  // The length of the index list.
+  // GetNElements is the length of the index list.
   int GetNElements() const { return fNElements; }
   const std::vector<int>& GetIndices() const { return *fpIndices; }
   const std::vector<double>& GetValues() const { return *fpValues; }
@@ -60,7 +60,7 @@ class NQ_API NQSparseVector {
   // s(i,j) <- v[i] v[j], and s(i,j) += w v[i] v[j].
   bool QuadraticOuterProduct(NQSymMatrix& s) const;
   bool QuadraticOuterProductIncr(NQSymMatrix& s, double w) const;
-  // The same with s(offset + i, offset + j).
+  // s(offset + i, offset + j) += w v[i] v[j].
   bool QuadraticOuterProductPartIncr(NQSymMatrix& s, int offset, double w) const;
   // s(row, offset + i) += w v[i].
   bool IncrementRowPart(NQSymMatrix& s, int row, int offset, double w) const;

@@ -22,8 +22,8 @@ constexpr int kShift = 10;
 
 constexpr double kEulerGamma = 0.5772156649015329;
 
-// In powers of 1/z^2, with the Bernoulli numbers B(2k), k = 1 .. 6: -B(2k)/(2k) for psi, B(2k)
-// after a leading 1 for psi' (Abramowitz and Stegun 1964, 6.3.18 and 6.4.12).
+// The coefficients of powers of 1/z^2, from the Bernoulli numbers B(2k), k = 1 .. 6: -B(2k)/(2k)
+// for psi, and B(2k) after a leading 1 for psi' (Abramowitz and Stegun 1964, 6.3.18 and 6.4.12).
 constexpr std::array<double, 6> kDigammaSeries = {-0.08333333333333333,  0.008333333333333333,
                                                   -0.003968253968253968, 0.004166666666666667,
                                                   -0.007575757575757576, 0.021092796092796094};
@@ -40,7 +40,7 @@ NQMathFun::Index FindBin(const std::vector<T>& v, NQMathFun::Index lo, NQMathFun
                          bool flag) {
   const auto at = [&v](NQMathFun::Index i) { return v[static_cast<std::size_t>(i)]; };
   if (lo > hi || lo < 0 || hi >= static_cast<NQMathFun::Index>(v.size())) return -2;
-  // x inside, in the form that NaN fails
+  // These tests for x inside are in the form that NaN fails.
   if (!(flag ? x < at(hi) : x <= at(hi))) return -1;
   if (lo > 0 && !(flag ? x >= at(lo - 1) : x > at(lo - 1))) return -1;
   while (lo <= hi) {
@@ -74,7 +74,7 @@ void FindTwoLargestBut(Skip skip, const std::vector<double>& v, double& first, d
 
 double NQMathFun::Digamma(double x) {
   if (x <= kSmallestArgument) return NQMV::Missing();
-  // The series about 0 up to its constant.
+  // -1/x - gamma is the series about 0 up to its constant.
   if (x < 1e-5) return -1 / x - kEulerGamma;
   // The sum below goes back from z in steps of 1. It takes x + k, not z - k: near 0 the rounding of
   // z would cost digits of 1/x.

@@ -83,7 +83,7 @@ class NQ_API NQMathFun {
   static void DScal(Index n, double a, std::vector<double>& x, Index start, Index inc);
   // x = a
   static void DLoad(Index n, double a, std::vector<double>& x, Index start, Index inc);
-  // From x[0]; n x[0] for stride 0.
+  // The sum of n entries from x[0] on; n x[0] for stride 0.
   static double DSum(Index n, const std::vector<double>& x, Index inc);
   // The sum of absolute values.
   static double DASum(Index n, const std::vector<double>& x, Index start, Index inc);

@@ -16,7 +16,7 @@ namespace {
 
 using Index = NQMathFun::Index;
 
-// Whether n entries from `start` lie inside v. Growing steps that start negative are not judged.
+// Whether n entries from `start` on lie inside v. Growing steps that start negative are not judged.
 template <Walk walk>
 bool Holds(const std::vector<double>& v, Index n, Index start, Index inc) {
   if (n < 1 || (walk == Walk::kGrowing && inc < 0)) return true;

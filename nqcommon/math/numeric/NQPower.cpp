@@ -15,7 +15,8 @@ namespace {
 constexpr double kEpsilon = std::numeric_limits<double>::epsilon();
 constexpr double kMaxRoot = 2147483647;
 
-// 1/(1/n) misses n by at most one epsilon for a y rounded once; callers may have rounded twice.
+// kRootTol is in epsilons. 1/y misses n by at most one of them for y = 1/n rounded once; callers
+// may have rounded twice.
 constexpr double kRootTol = 4;
 
 int Give(int code, double value, double& result) {
@@ -25,7 +26,7 @@ int Give(int code, double value, double& result) {
 
 int GiveMissing(int code, double& result) { return Give(code, NQMV::Missing(), result); }
 
-// Classes a value that cannot be an exact zero.
+// GiveInRange classes a value that is not an exact zero.
 int GiveInRange(double value, double& result) {
   if (std::isinf(value) || NQMV::IsMissing(value)) return GiveMissing(NQPower::kOverflow, result);
   if (std::fabs(value) < std::numeric_limits<double>::min())

@@ -8,6 +8,7 @@
 #include <tuple>
 
 #include "math/matrix/matrix_support.h"
+#include "support/each.h"
 
 namespace NQMath_940 {
 namespace {
@@ -131,7 +132,8 @@ TEST_F(NQEigenValuesTest, GeneralisedProblem) {
     const NQSymMatrix h = ToSym(x * Diagonal(d) * Trans(x));
     for (std::size_t i = rank; i < 4; ++i) kept[i] = d[i] = 0;
     NQEigenValues eigen(h, ToSym(x * Diagonal(kept) * Trans(x)), 1e-15, 30);
-    ASSERT_TRUE(eigen.IsValidEMatrix() && eigen.GetSorted(values, vectors, true) == 4);
+    ASSERT_TRUE(eigen.IsValidEMatrix());
+    ASSERT_EQ(eigen.GetSorted(values, vectors, true), 4);
     EXPECT_LE(Error(Diagonal(d), 7, values, vectors), 4) << "rank " << rank;
   }
 }
@@ -151,26 +153,26 @@ TEST_F(NQEigenValuesTest, NothingIsStale) {
   EXPECT_EQ(sorted(), Values({0.5, 1})) << "the new E";
   for (const NQSymMatrix& bad : {Sym({1}), Sym({0, -1}), Sym({kNaN, kNaN})}) {
     EXPECT_TRUE(eigen.SetEMatrix(Sym({1, 4})));
-    EXPECT_FALSE(eigen.SetEMatrix(bad) || eigen.IsValidEMatrix());
+    EXPECT_EACH(false, eigen.SetEMatrix(bad), eigen.IsValidEMatrix());
     EXPECT_EQ(sorted(), Values({1, 8})) << "E refused and emptied";
   }
-  EXPECT_TRUE(eigen.SetEMatrix(Sym({4, 4})) && eigen.SetHMatrix(Sym({1, 2, 3})) == 3);
+  EXPECT_EACH(true, eigen.SetEMatrix(Sym({4, 4})), eigen.SetHMatrix(Sym({1, 2, 3})) == 3);
   EXPECT_FALSE(eigen.IsValidEMatrix()) << "of another order";
   EXPECT_EQ(sorted(), Values({1, 2, 3}));
-  EXPECT_TRUE(eigen.SetHMatrix(NQSymMatrix()) == 0 && !eigen.SetEMatrix(NQSymMatrix()));
-  EXPECT_TRUE(eigen.Compute(values) == -2 && eigen.GetSorted(values, vectors, true) == -2);
-  EXPECT_TRUE(values.size() == 3 && vectors.GetNRows() == 2) << "left alone";
+  EXPECT_EACH(false, eigen.SetHMatrix(NQSymMatrix()) != 0, eigen.SetEMatrix(NQSymMatrix()),
+              eigen.Compute(values) != -2, eigen.GetSorted(values, vectors, true) != -2,
+              values.size() != 3, vectors.GetNRows() != 2);
 }
 
 TEST_F(NQEigenValuesTest, IterationLimit) {
   // Row 0 has converged before any step; rows 1 and 2 need one.
   NQEigenValues eigen(FromPacked({3, 0, 0, 0, 1, 0}), 1e-12, 1);
-  EXPECT_FALSE(eigen.SetTolerance(0) || eigen.SetTolerance(kNaN) || eigen.SetMaxIter(0));
-  EXPECT_TRUE(eigen.GetSorted(values, vectors, false) == 1 && vectors.GetElem(0, 0) == 1);
+  EXPECT_EACH(false, eigen.SetTolerance(0), eigen.SetTolerance(kNaN), eigen.SetMaxIter(0));
+  EXPECT_EACH(true, eigen.GetSorted(values, vectors, false) == 1, vectors.GetElem(0, 0) == 1);
   EXPECT_EQ(values, Values({3, 0, 0})) << "what was not computed stays behind";
-  EXPECT_FALSE(eigen.IsPDHMatrix(0, isPD) || eigen.GetPDHMatrix(0, out, changed) || changed);
+  EXPECT_EACH(false, eigen.IsPDHMatrix(0, isPD), eigen.GetPDHMatrix(0, out, changed), changed);
   EXPECT_EQ(out.AsVector(), Values(6));
-  EXPECT_TRUE(eigen.SetMaxIter(30) && eigen.Compute(values) == 3);
+  EXPECT_EACH(true, eigen.SetMaxIter(30), eigen.Compute(values) == 3);
   EXPECT_EQ(NQEigenValues(ToSym(kFamilies[2].Matrix(200)), 1e-12, 30).Compute(values), 200);
   // Small beside its neighbours together; squares of ratios that overflow; a rotation of 0 and 0.
   for (const auto& [packed, tolerance, maxIter, count] :
@@ -192,12 +194,13 @@ TEST_F(NQEigenValuesTest, NaNAndInfinityEnd) {
     }
   }
   NQEigenValues eigen(FromPacked({kNaN}), 0, 0);
-  EXPECT_FALSE(eigen.IsPDHMatrix(0, isPD) || isPD || eigen.GetPDHMatrix(0, out));
+  EXPECT_EACH(false, eigen.IsPDHMatrix(0, isPD), isPD, eigen.GetPDHMatrix(0, out));
 }
 
 TEST_F(NQEigenValuesTest, InputOrderAndStableSorting) {
   NQEigenValues eigen(Sym({2, 5, 2, -1, 5}), 1e-12, 30);
-  EXPECT_TRUE(eigen.Compute(values) == 5 && values == Values({2, 5, 2, -1, 5}));
+  EXPECT_EQ(eigen.Compute(values), 5);
+  EXPECT_EQ(values, Values({2, 5, 2, -1, 5}));
   const int order[2][5] = {{3, 0, 2, 1, 4}, {1, 4, 0, 2, 3}};
   for (bool descending : {false, true}) {
     EXPECT_EQ(eigen.GetSorted(values, vectors, descending), 5);
@@ -209,13 +212,14 @@ TEST_F(NQEigenValuesTest, InputOrderAndStableSorting) {
 TEST_F(NQEigenValuesTest, PositiveDefiniteness) {
   for (const auto& [name, packed, eps, repaired] :
        std::vector<std::tuple<const char*, Values, double, Values>>{
-#include "golden/matrix_definiteness.inc"
+#include "math/matrix/definiteness_cases.inc"
        }) {
     NQEigenValues eigen(FromPacked(packed), 1e-12, 30);
     const bool want = repaired.empty();
     isPD = !want, changed = want;
-    EXPECT_TRUE(eigen.IsPDHMatrix(eps, isPD) && eigen.GetPDHMatrix(eps, out, changed)) << name;
-    ASSERT_TRUE(isPD == want && changed == !want && out.GetNRows() == 2) << name;
+    EXPECT_EACH(true, eigen.IsPDHMatrix(eps, isPD), eigen.GetPDHMatrix(eps, out, changed)) << name;
+    EXPECT_EACH(want, isPD, !changed) << name;
+    ASSERT_EQ(out.GetNRows(), 2) << name;
     for (std::size_t k = 0; k < 3; ++k)
       EXPECT_CLOSE(out.AsVector()[k], (want ? packed : repaired)[k], want ? 0 : 4 * kEps) << name;
   }

@@ -7,6 +7,7 @@
 #include <tuple>
 
 #include "math/matrix/matrix_support.h"
+#include "support/each.h"
 #include "support/known_matrices.h"
 
 namespace NQMath_940 {
@@ -59,17 +60,6 @@ TEST(NQRectMatrix, MechanicalOperations) {
       {small, NQ_OP(r.Expand(gap, false, r)), {{1, 0, 2}, {3, 0, 4}}},
       {small, NQ_OP(r.ExpandSquare(gap, r)), {{1, 0, 2}, {}, {3, 0, 4}}},
       {contrasts, NQ_OP(r.ZeroOutPivotRow(0, 1)), {{}, {1, 0, -1}, {7, 0, 1}}},
-      {small,
-       NQ_OP(!r.DeleteOneRow(2) && !r.CreateBlockDiagonal(-1, r) &&
-             !r.CreateBlockDiagonal(1 << 30, r) && !r.CopyRows(other, 1, 2) &&
-             !other.CopyRowToRow(0, 1, r) && !r.ExpandRectangular(gap, none, r)),
-       small},
-      {wide,
-       NQ_OP(!r.DeleteOneCol(-1) && !r.ZeroOutRowPart(1, 2, 2) && !r.ExtractRows(backwards, r) &&
-             !r.ExtractColumns(negative, r) && !r.CopyColToRow(1, 0, r)),
-       wide},
-      {nearOne, NQ_OP(!r.ColClean(0, kNaN) && r.CheckForOnes(-1) == -1), nearOne},
-      {contrasts, NQ_OP(!r.ZeroOutPivotRow(0, 0)), contrasts},
   };
   for (auto [before, name, operation, after] : rows) {
     NQRectMatrix r = ToRect(before);
@@ -77,29 +67,42 @@ TEST(NQRectMatrix, MechanicalOperations) {
     for (auto& row : after) row.resize(static_cast<std::size_t>(r.GetNCols()));
     EXPECT_EQ(ToDense(r), after) << name;
   }
+  NQRectMatrix r = ToRect(wide), square = ToRect(contrasts);
+  EXPECT_EACH(false, r.DeleteOneRow(2), r.DeleteOneCol(-1), r.CreateBlockDiagonal(-1, r),
+              r.CreateBlockDiagonal(1 << 30, r), r.CopyRows(other, 1, 2), r.CopyRows(other, -1, 1),
+              other.CopyRowToRow(0, 2, r), r.ExpandRectangular(gap, none, r),
+              r.ZeroOutRowPart(1, 2, 2), r.ExtractRows(backwards, r), r.ExtractColumns(negative, r),
+              r.CopyColToRow(1, 0, r), r.CopyColToCol(0, 3, r), r.ColClean(0, kNaN),
+              r.CheckForOnes(-1) != -1, square.ZeroOutPivotRow(0, 0));
+  EXPECT_EQ(ToDense(r), wide);
+  EXPECT_EQ(ToDense(square), contrasts);
 }
 
 TEST(NQRectMatrix, Questions) {
   NQRectMatrix r = ToRect({{0, 3e200, 0}, {0, 4e200, 5}, {0, 0, 0}});
   EXPECT_CLOSE(r.ColNorm(1), 5e200, 1e-15);
   EXPECT_EQ(ToRect({{3, 4}}).RowNorm(0), 5);
-  EXPECT_TRUE(r.ColNorm(3) == kMissing && r.RowNorm(-1) == kMissing);
+  EXPECT_EQ((Values{r.ColNorm(3), r.RowNorm(-1)}), Values(2, kMissing));
   int column = 7;
-  EXPECT_FALSE(r.IsRowZero(1) || r.IsColZero(2) || r.IsRowZero(3) || r.IsColZero(-1) ||
-               r.IsRowZeroButOne(1, column) || r.IsRowZeroButOne(2, column) || column != 7);
-  EXPECT_TRUE(r.IsRowZero(2) && r.IsColZero(0) && r.IsRowZeroButOne(0, column) && column == 1);
+  EXPECT_EACH(false, r.IsRowZero(1), r.IsColZero(2), r.IsRowZero(3), r.IsColZero(-1),
+              r.IsRowZeroButOne(1, column), r.IsRowZeroButOne(2, column), column != 7);
+  EXPECT_EACH(true, r.IsRowZero(2), r.IsColZero(0), r.IsRowZeroButOne(0, column), column == 1);
   EXPECT_EQ(r.FindFirstNonZeroInRow(1, 5), 1);
   EXPECT_EQ(r.FindFirstNonZeroInRow(1, 4e200), -1) << "not above eps";
-  EXPECT_TRUE(!r.GetRowPtr(3) && !r.GetRowPtr(-1) && !r.GetColPtr(-1) && !r.GetColPtr(3) &&
-              !NQRectMatrix(0, 3, true).GetColPtr(1) && r.GetColPtr(2)[3] == 5);
+  EXPECT_EACH(false, r.GetRowPtr(3) != nullptr, r.GetRowPtr(-1) != nullptr,
+              r.GetColPtr(-1) != nullptr, r.GetColPtr(3) != nullptr,
+              NQRectMatrix(0, 3, true).GetColPtr(1) != nullptr);
+  EXPECT_EQ(r.GetColPtr(2)[3], 5);
   r.SetElem(2, 1, kNaN);
   EXPECT_FALSE(r.IsRowZero(2)) << "NaN is not 0";
   Values v{1, 2, 3}, part{1};
-  EXPECT_FALSE(r.GetRow(3, v) || r.GetCol(3, v) || r.IncrVecByColumn(2, v, 0, 2, 1, false) ||
-               r.IncrVecByColumn(2, v, 2, 2, 1, true));
-  EXPECT_TRUE(r.IncrVecByColumn(2, v, 1, 1, 2, true) && r.IncrVecByColumn(2, part, 1, 1, 2, false));
+  EXPECT_EACH(false, r.GetRow(3, v), r.GetCol(3, v), r.IncrVecByColumn(2, v, 0, 2, 1, false),
+              r.IncrVecByColumn(2, v, 2, 2, 1, true));
+  EXPECT_EACH(true, r.IncrVecByColumn(2, v, 1, 1, 2, true),
+              r.IncrVecByColumn(2, part, 1, 1, 2, false));
   EXPECT_EQ((Dense{v, part}), (Dense{{1, 12, 3}, {11}}));
-  EXPECT_TRUE(r.CopyColToVec(2, v) && v == (Values{0, 5, 0}));
+  EXPECT_TRUE(r.CopyColToVec(2, v));
+  EXPECT_EQ(v, (Values{0, 5, 0}));
 }
 
 // Shapes that no memory holds: nothing is really allocated.
@@ -112,18 +115,18 @@ TEST(NQRectMatrix, AllocationFailureLeavesMinusOne) {
   NQBitSet set;
   Values v;
   EXPECT_FALSE(r.SetNRowsCols(INT_MAX, INT_MAX, true));
-  EXPECT_EQ(r.GetNRows() + r.GetNCols(), -2);
+  EXPECT_EQ((Indices{r.GetNRows(), r.GetNCols()}), (Indices{-1, -1}));
   NQRectMatrix copy = r;
-  EXPECT_FALSE(copy.IsValidMatrix() || r.Transpose() || r.ComputeMatrixProduct(copy, out) ||
-               r.ComputeRV(v, v) || r.ExtractRows({}, out) || out.CopyRows(r, 0, 0) ||
-               r.CreateBlockDiagonal(2, out) || r.ShiftRows(1, out) || s.ComputeRTransByR(r) ||
-               r.Expand(set, true, out) || r.QRDecompositionH(s, out) ||
-               r.SolveLinearSquare(v, v, 0) || r.ComputeDiagR(NQDiagMatrix(-4, true), out));
-  EXPECT_EQ(r.AddRow() + r.AddColumn() + NQRectMatrix(0, INT_MAX, true).AddColumn() +
-                r.FindRedundancies(0, set, true) + r.EstimateLinearGI(v, v, 1),
-            -5);
+  EXPECT_EACH(false, copy.IsValidMatrix(), r.Transpose(), r.ComputeMatrixProduct(copy, out),
+              r.ComputeRV(v, v), r.ExtractRows({}, out), out.CopyRows(r, 0, 0),
+              r.CreateBlockDiagonal(2, out), r.ShiftRows(1, out), s.ComputeRTransByR(r),
+              r.Expand(set, true, out), r.QRDecompositionH(s, out), r.SolveLinearSquare(v, v, 0),
+              r.ComputeDiagR(NQDiagMatrix(-4, true), out));
+  EXPECT_EQ((Indices{r.AddRow(), r.AddColumn(), NQRectMatrix(0, INT_MAX, true).AddColumn(),
+                     r.FindRedundancies(0, set, true), r.EstimateLinearGI(v, v, 1)}),
+            Indices(5, -1));
   r.Clear();
-  EXPECT_TRUE(r.Resize(-3, 2) && r.GetNRows() == 0 && r.AddRow() == 1);
+  EXPECT_EACH(true, r.Resize(-3, 2), r.GetNRows() == 0, r.AddRow() == 1);
   const NQRectMatrix moved = std::move(r);
   EXPECT_EQ(ToDense(moved), (Dense{{0, 0}}));
   EXPECT_EQ(r.GetNCols(), 0);  // NOLINT(bugprone-use-after-move): the source is left empty
@@ -135,7 +138,7 @@ TEST(NQRectMatrixSolve, LinearSystems) {
   const Dense regular{{1, 2}, {3, 4}}, groups{{1, 1, 0}, {1, 1, 0}, {1, 0, 1}, {1, 0, 1}};
   for (const auto& [name, matrix, want, rest, eps, solves, estimate] :
        std::vector<std::tuple<const char*, Dense, Values, Values, double, bool, int>>{
-#include "golden/matrix_linear_systems.inc"
+#include "math/matrix/linear_systems_cases.inc"
        }) {
     const NQRectMatrix r = ToRect(matrix);
     Values b = Trans(matrix * Column(want))[0], x{7};
@@ -148,8 +151,8 @@ TEST(NQRectMatrixSolve, LinearSystems) {
     EXPECT_EQ(ToDense(r), matrix) << name;
   }
   Values x;
-  EXPECT_FALSE(ToRect(regular).SolveLinearSquare({1}, x, 0) ||
-               NQRectMatrix().SolveLinearSquare({}, x, 0));
+  EXPECT_EACH(false, ToRect(regular).SolveLinearSquare({1}, x, 0),
+              NQRectMatrix().SolveLinearSquare({}, x, 0));
   EXPECT_EQ(ToRect(regular).EstimateLinearGI({1}, x, 1), -1);
   EXPECT_EQ(NQRectMatrix(2, 0, true).EstimateLinearGI({1, 2}, x, 1), -1);
 }
@@ -170,7 +173,7 @@ TEST(NQRectMatrixSolve, HouseholderQR) {
   const Dense Q = ToDense(q), T = Trans(Lower(ToDense(s)));
   EXPECT_LE(Distance(Q * T, deficient), 1e-14);
   EXPECT_LE(Distance(Trans(Q) * Q, one), 1e-15);
-  EXPECT_TRUE(T[0][0] >= 0 && T[1][1] >= 0 && T[2][2] >= 0);
+  EXPECT_EACH(true, T[0][0] >= 0, T[1][1] >= 0, T[2][2] >= 0);
   EXPECT_FALSE(ToRect({{1, 2}}).QRDecompositionH(s, q));
   EXPECT_EQ(ToDense(q), Q);
 }
@@ -182,7 +185,7 @@ const Dense kCodes{{1, 1, 0, 0, 2}, {1, 1, 0, 0, 4}, {1, 0, 1, 0, 1},
 TEST(NQRectMatrixEstimability, Redundancies) {
   for (const auto& [name, matrix, eps, kept, redundant] :
        std::vector<std::tuple<const char*, Dense, double, Indices, int>>{
-#include "golden/matrix_redundancies.inc"
+#include "math/matrix/redundancies_cases.inc"
        }) {
     for (bool byRows : {false, true}) {
       SCOPED_TRACE(std::string(name) + (byRows ? " by rows" : ""));
@@ -190,14 +193,15 @@ TEST(NQRectMatrixEstimability, Redundancies) {
       NQRectMatrix out, part;
       NQBitSet set, wanted(static_cast<int>(matrix[0].size()));
       Indices indices{9}, extracted{9};
-      EXPECT_EQ((std::array{r.FindRedundancies(eps, set, byRows),
-                            r.FindNonRedunIndices(eps, indices, byRows),
-                            r.ExtractFullRank(eps, out, extracted, byRows)}),
-                (std::array{redundant, redundant, redundant}));
-      EXPECT_TRUE(indices == kept && extracted == kept);
+      EXPECT_EQ((Indices{r.FindRedundancies(eps, set, byRows),
+                         r.FindNonRedunIndices(eps, indices, byRows),
+                         r.ExtractFullRank(eps, out, extracted, byRows)}),
+                Indices(3, redundant));
+      EXPECT_EQ(indices, kept);
+      EXPECT_EQ(extracted, kept);
       if (redundant < 0) continue;
-      EXPECT_TRUE(wanted.SetSubset(kept, true) && set == wanted);
-      EXPECT_TRUE(byRows ? r.ExtractRows(kept, part) : r.ExtractColumns(kept, part));
+      EXPECT_EACH(true, wanted.SetSubset(kept, true), set == wanted,
+                  byRows ? r.ExtractRows(kept, part) : r.ExtractColumns(kept, part));
       EXPECT_EQ(ToDense(out), ToDense(part));
     }
   }
@@ -221,11 +225,11 @@ TEST(NQRectMatrixEstimability, EstimableFunctions) {
   NQBitSet set;
   x.FindRedundancies(1e-6, set, false);
   for (const auto& [name, l, estimable] : std::vector<std::tuple<const char*, Dense, bool>>{
-#include "golden/matrix_estimable_functions.inc"
+#include "math/matrix/estimable_functions_cases.inc"
        })
     EXPECT_EQ(x.IsEstimable(ToRect(l), set, 1e-9), estimable) << name;
   const NQRectMatrix mean = ToRect({{1, 1, 0, 0, 0}});
-  EXPECT_FALSE(x.IsEstimable(mean, set, -1) || x.IsEstimable(mean, NQBitSet(4), 1e-9));
+  EXPECT_EACH(false, x.IsEstimable(mean, set, -1), x.IsEstimable(mean, NQBitSet(4), 1e-9));
   set.Set(3, true);
   EXPECT_FALSE(x.IsEstimable(mean, set, 1e-9)) << "dependent members";
 }
@@ -233,7 +237,7 @@ TEST(NQRectMatrixEstimability, EstimableFunctions) {
 TEST(NQRectMatrixEstimability, MultiplesOfRows) {
   for (const auto& [name, pair, eps1, eps2, multiple, want] :
        std::vector<std::tuple<const char*, Dense, double, double, bool, double>>{
-#include "golden/matrix_multiples_of_rows.inc"
+#include "math/matrix/multiples_of_rows_cases.inc"
        }) {
     double factor = 7;
     EXPECT_EQ(ToRect(pair).IsERowMultipleOfAnother(0, 1, eps1, eps2, factor), multiple) << name;
@@ -250,8 +254,8 @@ TEST(NQRectMatrixEstimability, ResidualsOfProjection) {
   r.SetElem(0, 2, 3), r.SetElem(1, 2, 5);
   NQBitSet independent, remaining;
   EXPECT_EQ(r.ResidOfOrthProjection(x, 1e-9, independent, remaining), 2);
-  EXPECT_TRUE(independent == NQBitSet(Bits{true, true, true, false}));
-  EXPECT_TRUE(remaining == NQBitSet(Bits{true, false, false}));
+  EXPECT_EACH(true, independent == NQBitSet(Bits{true, true, true, false}),
+              remaining == NQBitSet(Bits{true, false, false}));
   const Dense wanted{{-1, 0, -1}, {1, 0, 1}, {-3, 0, -3}, {3, 0, 3}, {-1, 0, -1}, {1, 0, 1}},
       got = ToDense(r);
   EXPECT_LE(Distance(got, wanted), 1e-14);

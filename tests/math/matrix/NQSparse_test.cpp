@@ -12,6 +12,7 @@
 #include <tuple>
 
 #include "math/matrix/matrix_support.h"
+#include "support/each.h"
 
 namespace NQMath_940 {
 namespace {
@@ -34,17 +35,17 @@ void ExpectRefused(const char* name, const NQSparseVector& v) {
   Targets to;
   to.sparse.AddRow();
   const NQSparseVector good(to.first, to.one);
-  EXPECT_FALSE(v.IncrementPart(to.v, 0, 2) || v.QuadraticOuterProduct(to.s) ||
-               v.QuadraticOuterProductIncr(to.s, 2) || v.ComputeProbabilities(3, to.v) ||
-               v.QuadraticOuterProductPartIncr(to.s, 0, 2) || v.IncrementRowPart(to.s, 1, 0, 2) ||
-               to.s.UpdateXXSparse(v, 1) || to.s.UpdateXXCornerSparse(to.one, 2, v, 0, 1) ||
-               to.r.SetRow(0, v) || to.sparse.SetRow(0, v))
+  EXPECT_EACH(false, v.IncrementPart(to.v, 0, 2), v.QuadraticOuterProduct(to.s),
+              v.QuadraticOuterProductIncr(to.s, 2), v.ComputeProbabilities(3, to.v),
+              v.QuadraticOuterProductPartIncr(to.s, 0, 2), v.IncrementRowPart(to.s, 1, 0, 2),
+              to.s.UpdateXXSparse(v, 1), to.s.UpdateXXCornerSparse(to.one, 2, v, 0, 1),
+              to.r.SetRow(0, v), to.sparse.SetRow(0, v))
       << name;
-  for (int rows : {to.r.AddRow(v), to.sparse.AddRow(v), to.sparse.AddRow(v, 0, 0)})
-    EXPECT_EQ(rows, -1) << name;
-  for (double sum : {v.InnerProductWithPart(to.v, 0), to.r.ComputeSpVRSpW(v, good),
-                     to.r.ComputeSpVRSpW(good, v)})
-    EXPECT_EQ(sum, kMissing) << name;
+  EXPECT_EQ((Values{1.0 * to.r.AddRow(v), 1.0 * to.sparse.AddRow(v),
+                    1.0 * to.sparse.AddRow(v, 0, 0), v.InnerProductWithPart(to.v, 0),
+                    to.r.ComputeSpVRSpW(v, good), to.r.ComputeSpVRSpW(good, v)}),
+            (Values{-1, -1, -1, kMissing, kMissing, kMissing}))
+      << name;
   EXPECT_EQ(
       (std::vector{Dense{to.v}, ToDense(to.s), ToDense(to.r), ToDense(to.sparse)}),
       (std::vector{Dense{{1, 2, 3}}, ToDense(Targets().s), ToDense(Targets().r), Dense{{0, 0, 0}}}))
@@ -53,11 +54,11 @@ void ExpectRefused(const char* name, const NQSparseVector& v) {
 
 TEST(NQSparseVector, RefusedViewsTouchNothing) {
   for (const auto& [name, indices, values] : std::vector<std::tuple<const char*, Indices, Values>>{
-#include "golden/matrix_invalid_views.inc"
+#include "math/matrix/invalid_views_cases.inc"
        }) {
     const NQSparseVector view(indices, values);
     Values out{7};
-    EXPECT_FALSE(view.IsValid() || view.ConvertToRegularVector(out) || view.GetMinVecSize())
+    EXPECT_EACH(false, view.IsValid(), view.ConvertToRegularVector(out), view.GetMinVecSize() > 0)
         << name;
     EXPECT_EQ(out, Values{7}) << name;
     ExpectRefused(name, view);
@@ -83,10 +84,10 @@ TEST(NQSparseVector, AsTheDenseVector) {
   const Values values{3, 0, -2}, weights{4, 5, 7}, tail{6, -1};
   const NQSparseVector v(indices, values), w(others, weights);
   Values x, y, sum(8, 1);
-  EXPECT_TRUE(v.ConvertToRegularVector(x) && w.ConvertToRegularVector(y));
+  EXPECT_EACH(true, v.ConvertToRegularVector(x), w.ConvertToRegularVector(y),
+              v.IncrementPart(sum, 2, 10));
   EXPECT_EQ(x, (Values{0, 3, 0, 0, 0, -2}));
-  EXPECT_TRUE(v.IncrementPart(sum, 2, 10));
-  EXPECT_FALSE(v.IncrementPart(sum, 3, 1) || v.IncrementPart(sum, -1, 1));
+  EXPECT_EACH(false, v.IncrementPart(sum, 3, 1), v.IncrementPart(sum, -1, 1));
   EXPECT_EQ(sum, (Values{1, 1, 1, 31, 1, 1, 1, -19}));
   EXPECT_EQ(v.InnerProductWithPart(sum, 2), 3 * 31 + 2 * 19);
   const NQRectMatrix r = RandomRect(6, 4, random);
@@ -108,26 +109,24 @@ TEST(NQSparseVector, AsTheDenseVector) {
       {NQ_UPDATE(s.UpdateXXSparse(v, 3)), 1.5, here, here},
       {NQ_UPDATE(s.UpdateXXCornerSparse(tail, 6, v, 0, 3)), 3, here, below},
       {NQ_UPDATE(s.UpdateXXCornerBlock(tail, 6, values, 3, 2)), 2, dense, below},
-      {NQ_UPDATE(v.IncrementRowPart(s, 4, 2, 2)), 2, unit, moved},
-      // Refused: past an end, without a weight, on the diagonal, to its right, before row 0.
-      {NQ_UPDATE(!(v.QuadraticOuterProductPartIncr(s, 3, 1) || v.IncrementRowPart(s, 8, 0, 1) ||
-                   v.IncrementRowPart(s, 0, INT_MAX, 1) || s.UpdateXXSparse(v, 0) ||
-                   s.UpdateXXSparse(v, kNaN) || s.UpdateXXCornerSparse(tail, 7, v, 0, 1) ||
-                   s.UpdateXXCornerSparse(tail, 5, v, 0, 1) ||
-                   s.UpdateXXCornerBlock(tail, 3, values, 1, 1) ||
-                   s.UpdateXXCornerBlock({}, 1, {}, 2, 1) ||
-                   s.UpdateXXCornerBlock({}, -1, {}, -1, 1))),
-       0, here, here}};
+      {NQ_UPDATE(v.IncrementRowPart(s, 4, 2, 2)), 2, unit, moved}};
   NQSymMatrix product;
   for (const auto& [name, run, weight, a, b] : rows) {
     NQSymMatrix got = RandomSym(8, random), wanted = got;
-    EXPECT_TRUE(run(got) && product.SetToVW(a, b) && wanted.ComputeAXpY(weight, product)) << name;
+    EXPECT_EACH(true, run(got), product.SetToVW(a, b), wanted.ComputeAXpY(weight, product)) << name;
     EXPECT_EQ(ToDense(got), ToDense(wanted)) << name;
   }
-  NQSymMatrix set(8, true);
-  EXPECT_TRUE(v.QuadraticOuterProductIncr(set, 7) && v.QuadraticOuterProduct(set) &&
+  NQSymMatrix s(8, true);
+  EXPECT_EACH(true, v.QuadraticOuterProductIncr(s, 7), v.QuadraticOuterProduct(s),
               product.SetToVV(here));
-  EXPECT_EQ(ToDense(set), ToDense(product));
+  // Refused: past an end, without a weight, on the diagonal, to its right, before row 0.
+  EXPECT_EACH(false, v.QuadraticOuterProductPartIncr(s, 3, 1), v.IncrementRowPart(s, 8, 0, 1),
+              v.IncrementRowPart(s, 0, INT_MAX, 1), s.UpdateXXSparse(v, 0),
+              s.UpdateXXSparse(v, kNaN), s.UpdateXXCornerSparse(tail, 7, v, 0, 1),
+              s.UpdateXXCornerSparse(tail, 5, v, 0, 1),
+              s.UpdateXXCornerBlock(tail, 3, values, 1, 1), s.UpdateXXCornerBlock({}, 1, {}, 2, 1),
+              s.UpdateXXCornerBlock({}, -1, {}, -1, 1));
+  EXPECT_EQ(ToDense(s), ToDense(product));
 }
 
 TEST(NQSparseVector, InnerProductOfLists) {
@@ -145,7 +144,7 @@ TEST(NQSparseVector, InnerProductOfLists) {
 TEST(NQSparseVector, Probabilities) {
   for (const auto& [classes, predictors, nClasses, wanted] :
        std::vector<std::tuple<Indices, Values, int, Values>>{
-#include "golden/matrix_probabilities.inc"
+#include "math/matrix/probabilities_cases.inc"
        }) {
     Values out;
     EXPECT_TRUE(NQSparseVector(classes, predictors).ComputeProbabilities(nClasses, out));
@@ -166,7 +165,7 @@ std::size_t At(int i) { return static_cast<std::size_t>(i); }
 
 TEST(NQSparseRectMatrix, CapacityGrows) {
   for (const auto& [capacity, rows, wanted] : std::vector<std::array<int, 3>>{
-#include "golden/matrix_capacities.inc"
+#include "math/matrix/capacities_cases.inc"
        }) {
     NQSparseRectMatrix r(capacity, 3, 2);
     for (int i = 1; i <= rows; ++i) EXPECT_EQ(r.AddRow(), i);
@@ -183,9 +182,9 @@ TEST(NQSparseRectMatrix, ValidShapes) {
     NQRectMatrix out;
     Values v;
     EXPECT_EQ((Indices{r.GetNRows(), r.GetNCols(), r.AddRow()}), (Indices{-1, -1, -1})) << n;
-    EXPECT_FALSE(r.IsValidMatrix() || r.Resize(1, 5) || r.CopyRows(empty, 0, 0) ||
-                 r.ComputeRV(v, v) || r.CreateFullMatrix(out) || r.ExtractLastCol(v) ||
-                 out.ComputeMatrixProduct(r, out) || out.CopyRows(r, 0, 0))
+    EXPECT_EACH(false, r.IsValidMatrix(), r.Resize(1, 5), r.CopyRows(empty, 0, 0),
+                r.ComputeRV(v, v), r.CreateFullMatrix(out), r.ExtractLastCol(v),
+                out.ComputeMatrixProduct(r, out), out.CopyRows(r, 0, 0))
         << n;
   }
   NQSparseRectMatrix r(0, 3, 3);
@@ -193,7 +192,8 @@ TEST(NQSparseRectMatrix, ValidShapes) {
   EXPECT_EQ(r.AddRow(), 1);
   NQSparseRectMatrix to = std::move(r);
   EXPECT_EQ(r.AddRow(), 1);  // NOLINT: a moved-from matrix takes rows again
-  EXPECT_TRUE(r.IsValidMatrix() && ToDense(to) == ToDense(r));
+  EXPECT_TRUE(r.IsValidMatrix());
+  EXPECT_EQ(ToDense(to), ToDense(r));
 }
 
 TEST(NQSparseRectMatrix, RowsOfPartsOfVectors) {
@@ -201,7 +201,7 @@ TEST(NQSparseRectMatrix, RowsOfPartsOfVectors) {
   const Values values{20, 50, 60, 90};
   const NQSparseVector v(indices, values);
   for (const auto& [start, first, rows, wanted] : std::vector<std::tuple<int, int, int, Values>>{
-#include "golden/matrix_sparse_row_parts.inc"
+#include "math/matrix/sparse_row_parts_cases.inc"
        }) {
     NQSparseRectMatrix r(1, 4, 2);
     EXPECT_EQ(r.AddRow(v, start, first), rows) << start << ", " << first;
@@ -236,23 +236,24 @@ TEST(NQSparseRectMatrix, SlotsAreFixed) {
     EXPECT_EQ((Indices{r.FindIndex(0, 1), r.FindIndex(0, 4), r.FindIndex(0, 3), r.FindIndex(0, -1),
                        r.FindIndex(0, 5), r.FindIndex(9, 1)}),
               (Indices{k - 2, k - 1, -1, -1, -1, -1}));
-    EXPECT_TRUE(r.SetElem(0, 0, 0) && r.SetElem(0, 4, -1));
     Indices indices;
     Values elements;
-    EXPECT_TRUE(r.GetRow(0, indices, elements) && !r.GetRow(9, indices, elements));
+    EXPECT_EACH(true, r.SetElem(0, 0, 0), r.SetElem(0, 4, -1), r.GetRow(0, indices, elements));
+    EXPECT_EACH(false, r.SetElem(0, 0, 2), r.SetElem(0, 2, kNaN), r.GetRow(9, indices, elements));
     EXPECT_EQ(indices, k == 2 ? Indices({1, 4}) : Indices({-1, 1, 4}));
     EXPECT_EQ(elements, k == 2 ? Values({7, -1}) : Values({0, 7, -1}));
-    EXPECT_FALSE(r.SetElem(0, 0, 2) || r.SetElem(0, 2, kNaN));
     EXPECT_EQ(ToDense(r)[0], (Values{0, 7, 0, 0, -1}));
     EXPECT_EQ(r.SetRow(0, NQSparseVector(triple, three)), k == 3);
     EXPECT_TRUE(r.SetRow(0, NQSparseVector(single, one)));
     EXPECT_EQ(ToDense(r)[0], (Values{0, 0, 0, 9, 0}));
-    EXPECT_TRUE(!r.Resize(1, k - 1) && r.Resize(1, 3) && r.FindIndex(0, 3) == -1);
+    EXPECT_FALSE(r.Resize(1, k - 1));
+    EXPECT_EACH(true, r.Resize(1, 3), r.FindIndex(0, 3) == -1);
     EXPECT_EQ(ToDense(r), Dense({{0, 0, 0}}));
   }
   const NQRectMatrix full = ToRect({{1, 2, 3, 0}, {0, 5, 0, 6}});
   NQSparseRectMatrix r(1, 9, 2);
-  EXPECT_TRUE(!r.CopyRows(full, 0, 2) && r.CopyRows(full, 1, 1) && !full.CopyRowToRow(0, 0, r));
+  EXPECT_TRUE(r.CopyRows(full, 1, 1));
+  EXPECT_EACH(false, r.CopyRows(full, 0, 2), full.CopyRowToRow(0, 0, r));
   EXPECT_EQ(ToDense(r), Dense({{0, 5, 0, 6}}));
 }
 
@@ -264,16 +265,16 @@ TEST(NQSparseRectMatrix, PartsAsOfTheDenseExpansion) {
     NQRectMatrix full, out(2, 6, true), expanded, wanted;
     NQSparseRectMatrix part(1, 1, 1);
     Values v;
-    EXPECT_TRUE(r.CreateFullMatrix(full) && r.ExtractLastCol(v) && r.CopyColToRow(2, 1, out));
+    EXPECT_EACH(true, r.CreateFullMatrix(full), r.ExtractLastCol(v), r.CopyColToRow(2, 1, out));
     EXPECT_EQ((Dense{ToDense(full)[3], v, ToDense(out)[1]}),
               (Dense{dense[3], columns[5], columns[2]}));
 
     const NQBitSet gap(Bits{true, true, false, true, true, true, true});
-    EXPECT_TRUE(r.ExpandSquare(gap, expanded) && full.ExpandSquare(gap, wanted));
+    EXPECT_EACH(true, r.ExpandSquare(gap, expanded), full.ExpandSquare(gap, wanted));
     EXPECT_EQ(ToDense(expanded), ToDense(wanted));
-    EXPECT_TRUE(r.ExtractSubSparseRectMat(1, 3, 2, 4, part) &&
-                part.GetNNZRowElements() == std::min(k, 4));
-    EXPECT_TRUE(full.ExtractRows({1, 2, 3}, wanted) && wanted.CopyColumns(wanted, 2, 4));
+    EXPECT_EACH(true, r.ExtractSubSparseRectMat(1, 3, 2, 4, part),
+                part.GetNNZRowElements() == std::min(k, 4), full.ExtractRows({1, 2, 3}, wanted),
+                wanted.CopyColumns(wanted, 2, 4));
     EXPECT_EQ(ToDense(part), ToDense(wanted));
 
     std::vector<Indices> rows;
@@ -284,11 +285,10 @@ TEST(NQSparseRectMatrix, PartsAsOfTheDenseExpansion) {
         scattered[j][At(rows[j][a])] = elements[j][a];
     }
     EXPECT_EQ(scattered, columns);
-    EXPECT_FALSE(r.CopyColToRow(6, 1, out) || r.CopyColToRow(0, 2, out) ||
-                 r.ExpandSquare(NQBitSet(6), expanded) ||
-                 r.ExtractSubSparseRectMat(1, 6, 0, 6, part) ||
-                 r.ExtractSubSparseRectMat(0, 6, -1, 6, part) ||
-                 r.ExtractSubSparseRectMat(0, 6, 6, 0, part));
+    EXPECT_EACH(false, r.CopyColToRow(6, 1, out), r.CopyColToRow(0, 2, out),
+                r.ExpandSquare(NQBitSet(6), expanded), r.ExtractSubSparseRectMat(1, 6, 0, 6, part),
+                r.ExtractSubSparseRectMat(0, 6, -1, 6, part),
+                r.ExtractSubSparseRectMat(0, 6, 6, 0, part));
   }
 }
 
@@ -301,7 +301,7 @@ TEST(NQSparseRectMatrix, WhatIsNotStoredIsPassedOver) {
   const NQRectMatrix b = ToRect({w, w, w});
   NQRectMatrix out;
   Values v;
-  EXPECT_TRUE(r.ComputeRV(w, v) && b.ComputeProductMatrixTrans(r, out));
+  EXPECT_EACH(true, r.ComputeRV(w, v), b.ComputeProductMatrixTrans(r, out));
   EXPECT_EQ(v, Values{10});
   EXPECT_EQ(ToDense(out), Dense(3, {10}));
   EXPECT_TRUE(r.ComputeProductMatrixTrans(b, out));

@@ -31,7 +31,8 @@ TEST(LobattoQuad, RuleIsExactToDegreeSeven) {
     const double want = (std::pow(3, degree + 1) - std::pow(-1, degree + 1)) / (degree + 1);
     const double error = nqtest::RelativeError(quad.SumUp(-1, 3), want);
     EXPECT_EQ(error < 1e-14, degree <= 7) << "degree " << degree << " error " << error;
-    EXPECT_EQ(quad.SumUp(1, 1) + quad.SumUp(3, -1), 0);
+    EXPECT_EQ(quad.SumUp(1, 1), 0);
+    EXPECT_EQ(quad.SumUp(3, -1), 0);
   }
 }
 

@@ -3,6 +3,7 @@
 #include <vector>
 
 #include <support/compare.h>
+#include <support/each.h>
 #include <support/special_values.h>
 
 namespace {
@@ -25,11 +26,11 @@ TEST(NQMathFun, DigammaAndTrigamma) {
 }
 
 TEST(NQMathFun, SmallAndValidNumbers) {
-  EXPECT_TRUE(NQMathFun::IsValidDouble(kMissing) && NQMathFun::IsValidDouble(kMax));
-  for (const double x : {kInf, -kInf, kNaN}) EXPECT_FALSE(NQMathFun::IsValidDouble(x)) << x;
-  EXPECT_TRUE(NQMathFun::QLReps(-0x1p-53, 1));
-  EXPECT_FALSE(NQMathFun::QLReps(0x1p-52, 1) || NQMathFun::QLReps(0, 0) ||
-               NQMathFun::QLReps(0, -1));
+  EXPECT_EACH(true, NQMathFun::IsValidDouble(kMissing), NQMathFun::IsValidDouble(kMax),
+              NQMathFun::QLReps(-0x1p-53, 1));
+  EXPECT_EACH(false, NQMathFun::IsValidDouble(kInf), NQMathFun::IsValidDouble(-kInf),
+              NQMathFun::IsValidDouble(kNaN), NQMathFun::QLReps(0x1p-52, 1),
+              NQMathFun::QLReps(0, 0), NQMathFun::QLReps(0, -1));
   EXPECT_EQ(NQMathFun::ReplaceIfSmall(-1e-31, 1e-30), 1e-30);
   EXPECT_EQ(NQMathFun::ReplaceIfSmall(-1e-30, 1e-30), -1e-30);
 }

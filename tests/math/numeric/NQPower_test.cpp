@@ -4,6 +4,7 @@
 
 #include <nqcommon/math/numeric/NQExtremeNum.h>
 #include <support/compare.h>
+#include <support/each.h>
 #include <support/special_values.h>
 
 namespace {
@@ -50,12 +51,10 @@ TEST(NQPower, GuardedOperations) {
 
 TEST(NQPower, Comparisons) {
   const double next = -1 + 2 * 0x1p-52;
-  EXPECT_TRUE(NQPower::AlmostEqual(0, -0.0, 0));
-  EXPECT_FALSE(NQPower::AlmostEqual(0, 1e-300, 1e20));
-  EXPECT_FALSE(NQPower::AlmostEqual(1e-300, -1e-300, 1e6));
-  EXPECT_TRUE(NQPower::AlmostEqual(-1, next, 2));
-  EXPECT_FALSE(NQPower::AlmostEqual(-1, next, 1.9));
-  EXPECT_FALSE(NQPower::AlmostEqual(kNaN, kNaN, 1e20));
+  EXPECT_EACH(true, NQPower::AlmostEqual(0, -0.0, 0), NQPower::AlmostEqual(-1, next, 2));
+  EXPECT_EACH(false, NQPower::AlmostEqual(0, 1e-300, 1e20),
+              NQPower::AlmostEqual(1e-300, -1e-300, 1e6), NQPower::AlmostEqual(-1, next, 1.9),
+              NQPower::AlmostEqual(kNaN, kNaN, 1e20));
 
   const auto orders = [](double y) {  // 1 odd, 2 even, 3 both
     return NQPower::IsOneOverOddInteger(y, 4) + 2 * NQPower::IsOneOverEvenInteger(y, 4);

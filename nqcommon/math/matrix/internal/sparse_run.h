@@ -10,25 +10,25 @@
 
 namespace NQMath_940::internal {
 
-// Entries with strictly increasing indices, none negative.
+// SparseRun is a list of `count` entries with strictly increasing indices, none negative.
 struct SparseRun {
   const int* indices;
   const double* values;
   std::size_t count;
 
-  // f(index, value), entry after entry.
+  // ForEach calls f(index, value) for entry after entry.
   template <class F>
   void ForEach(F f) const {
     for (std::size_t k = 0; k < count; ++k) f(static_cast<std::size_t>(indices[k]), values[k]);
   }
 };
 
-// Of a valid view.
+// RunOf gives the entries of v, which must be a valid view.
 inline SparseRun RunOf(const NQSparseVector& v) {
   return {v.GetIndices().data(), v.GetValues().data(), v.GetIndices().size()};
 }
 
-// The entries of row i, which is there: the slots that are not empty.
+// StoredIn gives the entries of row i, 0 <= i < m: its slots that are not empty.
 inline SparseRun StoredIn(const NQSparseRectMatrix& r, int i) {
   SparseRun run{nullptr, nullptr, 0};
   r.GetRow(i, run.indices, run.values);
@@ -64,8 +64,8 @@ inline void AddScaled(const SparseRun& a, double factor, double* dense) {
   a.ForEach([&](std::size_t j, double x) { dense[j] += factor * x; });
 }
 
-// Calls f(packed position, v[i], v[j]) for the cells (offset + i, offset + j), j <= i, of the
-// entries' indices.
+// ForEachOuter calls f(packed position, v[i], v[j]) for the cells (offset + i, offset + j), j <= i,
+// where i and j are indices of entries.
 template <class F>
 void ForEachOuter(const SparseRun& v, std::size_t offset, F f) {
   for (std::size_t a = 0; a < v.count; ++a) {
@@ -75,8 +75,8 @@ void ForEachOuter(const SparseRun& v, std::size_t offset, F f) {
   }
 }
 
-// The same as UpdateXX of the dense vector, cell for cell: s(i,j) += v[j] (v[i] w), rows with
-// v[i] = 0 skipped.
+// AddOuter does as UpdateXX with the dense vector, cell for cell: s(i,j) += v[j] (v[i] w), where
+// rows with v[i] = 0 are skipped.
 inline void AddOuter(const SparseRun& v, std::size_t offset, double w, double* packed) {
   ForEachOuter(v, offset, [&](std::size_t at, double vi, double vj) {
     if (vi != 0) packed[at] += vj * (vi * w);

@@ -28,18 +28,10 @@ void Blas1::DCopy(int n, const double* x, int incx, double* y, int incy) {
   VisitPairs(n, x, incx, y, incy, [](const double& xk, double& yk) { yk = xk; });
 }
 
+// The reference routine unrolls unit increments by five, which saves tests and regroups nothing:
+// its terms join one sum from left to right, as these do.
 double Blas1::DDot(int n, const double* x, int incx, const double* y, int incy) {
-  if (incx != 1 || incy != 1) return internal::Dot(n, x, incx, y, incy);
-  if (n < 1) return 0;
-  const int cleanUp = n % 5;
-  double sum = 0;
-  for (int k = 0; k < cleanUp; ++k) sum += x[k] * y[k];
-  // Terms join the one sum from left to right: unrolling saves tests, it does not regroup.
-  for (int k = cleanUp; k < n; k += 5) {
-    sum = sum + x[k] * y[k] + x[k + 1] * y[k + 1] + x[k + 2] * y[k + 2] + x[k + 3] * y[k + 3] +
-          x[k + 4] * y[k + 4];
-  }
-  return sum;
+  return internal::Dot(n, x, incx, y, incy);
 }
 
 double Blas1::DNrm2(int n, const double* x, int incx) {
@@ -123,7 +115,7 @@ double Blas1::D_Sign(double x) {
 // ---- Machine constants and errors
 
 double Blas1::DMach(int job) {
-  // Volatile: every value is rounded to a double, and none is found while compiling.
+  // The variables are volatile so that each value is rounded to a double at run time.
   volatile double eps = 1;
   volatile double sum = 1 + eps / 2;
   while (sum > 1) {
@@ -150,7 +142,7 @@ double Blas1::DMach(int job) {
 }
 
 void Blas1::XErBla(const char* name, int param) {
-  // std::to_string: a locale may not group digits here.
+  // std::to_string keeps a locale from grouping the digits.
   std::cout << "\nXERBLA - Fatal error!\n  On entry to routine " << name
             << "\n  input parameter number " << std::to_string(param) << " had an illegal value.\n"
             << std::flush;

@@ -21,7 +21,7 @@ class NQ_API Blas1 {
 
   // ---- Vectors
 
-  // |x0| + |x1| + ...
+  // The sum of |x|.
   static double DASum(int n, const double* x, int incx);
   // y += a x. With a = 0 nothing is read, so NaN and infinities in x do not spread.
   static void Daxpy(int n, double a, const double* x, int incx, double* y, int incy);

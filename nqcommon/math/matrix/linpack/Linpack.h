@@ -44,7 +44,7 @@ class NQ_API Linpack {
 
   // ---- General matrix: P L U (LinpackGeneral.cpp)
 
-  // Dgefa, with the estimate.
+  // Dgeco does as Dgefa and gives the estimate too.
   static void Dgeco(double* a, int lda, int n, int* ipvt, double& rcond, double* z);
   // Gaussian elimination with partial pivoting. a <- U and, below it, the negated multipliers; at
   // step k rows k and ipvt[k - 1] changed places. Result k when u(k,k) is 0, the last one if there
@@ -67,7 +67,7 @@ class NQ_API Linpack {
 
   // ---- Positive definite matrix: R'R (LinpackPositiveDefinite.cpp)
 
-  // Dpofa and its result, with the estimate; rcond is not touched when the result is not 0.
+  // Dpoco does as Dpofa and gives the estimate too; rcond is not touched when the result is not 0.
   static int Dpoco(double* a, int lda, int n, double& rcond, double* z);
   // Cholesky's factor, a <- R in the upper triangle. Result k when the leading minor of order k is
   // not positive: columns 1 .. k-1 are factored. A NaN does not stop it.
@@ -77,13 +77,13 @@ class NQ_API Linpack {
   // From the factor: det (job 10), a <- the inverse's upper triangle (01) or both (11).
   static void Dpodi(double* a, int lda, int n, double* det, int job);
 
-  // Packed.
+  // The same for packed storage.
   static int Dppco(double* ap, int n, double& rcond, double* z);
   static int Dppfa(double* ap, int n);
   static void Dppsl(const double* ap, int n, double* b);
   static void Dppdi(double* ap, int n, double* det, int job);
 
-  // Band (LinpackBand.cpp); Dpbdi has the determinant only.
+  // The same for band storage (LinpackBand.cpp); Dpbdi has the determinant only.
   static int Dpbco(double* abd, int lda, int n, int m, double& rcond, double* z);
   static int Dpbfa(double* abd, int lda, int n, int m);
   static void Dpbsl(const double* abd, int lda, int n, int m, double* b);
@@ -91,7 +91,7 @@ class NQ_API Linpack {
 
   // ---- Symmetric indefinite matrix: U D U' (LinpackIndefinite.cpp)
 
-  // Dsifa, with the estimate.
+  // Dsico does as Dsifa and gives the estimate too.
   static void Dsico(double* a, int lda, int n, int* kpvt, double& rcond, double* z);
   // Diagonal pivoting (Bunch and Kaufman 1977, Math. Comp. 31): D has blocks of order 1 and 2, U is
   // unit upper triangular with exchanges. a <- D and, above its blocks, the negated multipliers.
@@ -108,7 +108,7 @@ class NQ_API Linpack {
   static void Dsidi(double* a, int lda, int n, const int* kpvt, double* det, int* inert,
                     double* work, int job);
 
-  // Packed.
+  // The same for packed storage.
   static void Dspco(double* ap, int n, int* kpvt, double& rcond, double* z);
   static int Dspfa(double* ap, int n, int* kpvt);
   static void Dspsl(const double* ap, int n, const int* kpvt, double* b);
@@ -142,8 +142,8 @@ class NQ_API Linpack {
   // work: p values.
   static int Dchdc(double* a, int lda, int p, double* work, int* jpvt, int job);
 
-  // For all three: R upper triangular of order p; z, p x nz, holds the vectors Q'y of nz least
-  // squares problems, and rho their residual norms. nz may be 0.
+  // Dchud, Dchdd and Dchex work on R, upper triangular of order p, on z, p x nz, the vectors Q'y of
+  // nz least squares problems, and on rho, their residual norms. nz may be 0.
 
   // Row x' with responses y added: R'R + x x' = new R'R. c and s get the p rotations. A negative
   // rho[j] is left alone.

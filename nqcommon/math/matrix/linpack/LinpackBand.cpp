@@ -26,7 +26,7 @@ void Linpack::Dgbco(double* abd, int lda, int n, int ml, int mu, int* ipvt, doub
 
 int Linpack::Dgbfa(double* abd, int lda, int n, int ml, int mu, int* ipvt) {
   const GeneralBandView view(abd, lda, n, ml, mu, ipvt);
-  // The diagonals that exchanges will fill.
+  // Row exchanges will fill the ml diagonals over the upper ones, which are cleared first.
   for (int j = mu + 1; j < n; ++j) std::fill(view.At(view.Top(j), j), view.At(j - mu, j), 0.0);
   return internal::FactorGeneral(view, ipvt);
 }

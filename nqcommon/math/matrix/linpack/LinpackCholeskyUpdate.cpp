@@ -80,7 +80,7 @@ int Linpack::Dchdd(double* r, int ldr, int p, const double* x, double* z, int ld
                    const double* y, double* rho, double* c, double* s) {
   const FullView factor{r, ldr, p};
   const FullView responses{z, ldz, p};
-  // R's = x. A row of length 1 or more in these coordinates was no part of the data.
+  // s solves R's = x. A row x whose s has the length 1 or more was no part of the data.
   Blas1::DCopy(p, x, 1, s, 1);
   internal::SolveUpperTrans(factor, s);
   const double norm = Blas1::DNrm2(p, s, 1);
@@ -120,8 +120,9 @@ int Linpack::Dchdd(double* r, int ldr, int p, const double* x, double* z, int ld
 
 namespace {
 
-// Column l moves to k, and k .. l-1 one place to the right. What sticks out below the diagonal is
-// one column, rotated away from its foot upward: rotation i turns rows l-2-i and l-1-i, 0-based.
+// ShiftRight moves column l to k, and k .. l-1 one place to the right. The moved column is all that
+// sticks out below the diagonal; it is rotated away from its foot upward, rotation i turning rows
+// l-2-i and l-1-i, 0-based.
 void ShiftRight(const FullView<double>& r, int k, int l, const FullView<double>& z, int nz,
                 double* c, double* s) {
   const int count = l - 1 - k;
@@ -146,8 +147,9 @@ void ShiftRight(const FullView<double>& r, int k, int l, const FullView<double>&
   }
 }
 
-// Column k moves to l, and k+1 .. l one place to the left, each with its diagonal element below the
-// new one, kept in s until a rotation removes it: rotation i turns rows k+i and k+i+1, 0-based.
+// ShiftLeft moves column k to l, and k+1 .. l one place to the left. Each of those has its old
+// diagonal element below the new one, kept in s until a rotation removes it; rotation i turns rows
+// k+i and k+i+1, 0-based.
 void ShiftLeft(const FullView<double>& r, int k, int l, const FullView<double>& z, int nz,
                double* c, double* s) {
   const int count = l - 1 - k;

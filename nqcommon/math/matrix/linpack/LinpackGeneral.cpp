@@ -28,7 +28,7 @@ void Linpack::Dgedi(double* a, int lda, int n, const int* ipvt, double* det, dou
   if (job / 10 != 0) internal::DeterminantGeneral(view, ipvt, det);
   if (job % 10 == 0) return;
   for (int k = 0; k < n; ++k) internal::InvertUpperStep(view, k);
-  // inverse(U) inverse(L), column by column from the last but one.
+  // A's inverse is inverse(U) inverse(L), formed column by column from the last but one.
   for (int k = n - 2; k >= 0; --k) {
     for (int i = k + 1; i < n; ++i) {
       work[i] = view(i, k);

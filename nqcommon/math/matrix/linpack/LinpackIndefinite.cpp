@@ -19,8 +19,8 @@ namespace {
 
 // ---- Factorisation, from the last row to the first
 
-// The pivot block that ends at a row: its order, 0 for a column of zeros, and the row that is to
-// take the place of its first one.
+// Pivot is the pivot block that ends at a row: `order` is 0 for a column of zeros, and `row` is to
+// take the place of the block's first row.
 struct Pivot {
   int order;
   int row;
@@ -28,7 +28,7 @@ struct Pivot {
 
 template <class View>
 Pivot ChoosePivot(const View& t, int k) {
-  // Bounds the growth of two 1 x 1 steps by that of one 2 x 2 step.
+  // alpha makes the growth of two 1 x 1 steps at most that of one 2 x 2 step.
   const double alpha = (1 + std::sqrt(17.0)) / 8;
   const double diagonal = std::fabs(t(k, k));
   if (k == 0) return {diagonal == 0 ? 0 : 1, 0};
@@ -112,8 +112,8 @@ void SolvePair(const View& t, int k, double* b) {
   b[k - 1] = (scaledK * bL - bK) / denominator;
 }
 
-// U D x = b. prepare(i) is called when b[i] is final but for D, divide(k) to divide it by a block
-// of order 1.
+// SolveUD solves U D x = b. It calls prepare(i) when b[i] is final but for D, and divide(k) to
+// divide b[k] by a block of order 1.
 template <class View, class Prepare, class Divide>
 void SolveUD(const View& t, const int* kpvt, double* b, Prepare prepare, Divide divide) {
   for (int k = t.n - 1; k >= 0;) {
@@ -131,7 +131,7 @@ void SolveUD(const View& t, const int* kpvt, double* b, Prepare prepare, Divide 
   }
 }
 
-// U'x = b.
+// SolveUTrans solves U'x = b.
 template <class View>
 void SolveUTrans(const View& t, const int* kpvt, double* b) {
   for (int k = 0; k < t.n;) {
@@ -203,8 +203,8 @@ void DeterminantInertia(const View& t, const int* kpvt, double* det, int* inert)
   }
 }
 
-// Rows 0 .. k-1 of column j <- the inverse of the leading block of order k, which is in place,
-// times them. Returns the product of the column before and after.
+// MultiplyByLeading multiplies rows 0 .. k-1 of column j by the inverse of the leading block of
+// order k, which is in place, and returns the product of the column before and after.
 template <class View>
 double MultiplyByLeading(const View& t, int k, int j, double* work) {
   Blas1::DCopy(k, t.At(0, j), 1, work, 1);

@@ -16,8 +16,9 @@ using internal::FullView;
 
 namespace {
 
-// The norm of a column's rest, whose first element x[0] of n leaves it. Downdated while that loses
-// few digits against `reference`, the norm when it was last computed, and computed anew otherwise.
+// DowndateNorm takes x[0] out of `norm`, that of x of n elements. It downdates the norm while that
+// loses few digits against `reference`, the norm when it was last computed from the elements, and
+// computes it anew otherwise.
 void DowndateNorm(int n, const double* x, double& norm, double& reference) {
   const double removed = std::fabs(x[0]) / norm;
   const double left = Blas1::D_Max(1 - removed * removed, 0);
@@ -71,8 +72,8 @@ void Linpack::Dqrdc(double* x, int ldx, int n, int p, double* qraux, int* jpvt, 
 
 namespace {
 
-// The Q of a decomposition, one reflection at a time. Its diagonal elements lie in qraux, for R's
-// have their place.
+// Reflections applies the Q of a decomposition, one reflection at a time. The diagonal elements of
+// the reflections lie in qraux, since R's take their places in x.
 class Reflections {
  public:
   Reflections(double* x, int ldx, int n, const double* qraux) : fX{x, ldx, n}, fQRAux(qraux) {}
@@ -110,7 +111,7 @@ int Linpack::Dqrsl(double* x, int ldx, int n, int k, const double* qraux, const 
     for (int j = 0; j < count; ++j) q.Apply(j, qty);
   }
 
-  // Q'y splits: its first k values belong to X b, the others to the residual.
+  // The first k values of Q'y belong to X b, the others to the residual.
   if (wantB) Blas1::DCopy(k, qty, 1, b, 1);
   if (wantXb) Blas1::DCopy(k, qty, 1, xb, 1);
   if (wantRsd) Blas1::DCopy(n - k, qty + k, 1, rsd + k, 1);

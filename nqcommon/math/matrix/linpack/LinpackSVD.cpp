@@ -14,10 +14,12 @@ using internal::FullView;
 
 namespace {
 
-constexpr int kMaxIterations = 30;  // per singular value; two or three are usual
+// QR steps allowed for a singular value; two or three are usual.
+constexpr int kMaxIterations = 30;
 
-// So small beside its neighbours, given by the sum of their sizes, that adding it changes nothing.
-// A zero always is, though they be NaN: so the bidiagonal matrix splits, and the iteration ends.
+// Whether adding |x| to `neighbours`, the sum of the sizes of the elements beside it, changes
+// nothing. x = 0 is negligible even where that sum is NaN, so that the bidiagonal matrix splits
+// there and the iteration ends.
 bool IsNegligible(double x, double neighbours) {
   return x == 0 || neighbours + std::fabs(x) == neighbours;
 }
@@ -37,7 +39,7 @@ class SingularValues {
 
  private:
   bool WantU() const { return fColumnsOfU > 0; }
-  // Reflections from the left and the right, and the order of the bidiagonal matrix.
+  // The numbers of reflections from the left and from the right, and the bidiagonal matrix's order.
   int LeftCount() const { return std::min(fN - 1, fP); }
   int RightCount() const { return std::max(0, std::min(fP - 2, fN)); }
   int Order() const { return std::min(fP, fN + 1); }
@@ -80,7 +82,8 @@ void SingularValues::Bidiagonalise(double* work) {
   fE[m - 1] = 0;
 }
 
-// Row l, which is in e[l + 1 ..], becomes e[l]; the rows below are reflected alike.
+// ReflectRight reflects row l, which is in e[l + 1 ..], to the one element e[l], and the rows below
+// it alike.
 void SingularValues::ReflectRight(int l, double* work) {
   double* v = fE + l + 1;
   fE[l] = -internal::MakeReflector(fP - l - 1, v);
@@ -125,8 +128,9 @@ void SingularValues::FormV() {
   }
 }
 
-// ---- Diagonal form: of the leading m values, the last block l .. m-1 with no zero above its
-// diagonal is worked on
+// ---- Diagonal form
+// Of the leading m values the iteration works on the last block, l .. m-1, that has no zero above
+// its diagonal.
 
 int SingularValues::Iterate() {
   int iterations = 0;
@@ -161,7 +165,8 @@ int SingularValues::BlockStart(int m) {
   return 0;
 }
 
-// The last negligible diagonal element of the block, made 0; l - 1 when there is none.
+// FindZero makes the last negligible diagonal element of the block 0 and returns its place; l - 1
+// when there is none.
 int SingularValues::FindZero(int l, int m) {
   for (int k = m - 1; k >= l; --k) {
     double neighbours = 0;
@@ -174,7 +179,8 @@ int SingularValues::FindZero(int l, int m) {
   return l - 1;
 }
 
-// The last diagonal element is 0: the one above it in its column is rotated out at the top.
+// Deflate is called when the last diagonal element is 0. It rotates the element above that one out
+// at the top of the block.
 void SingularValues::Deflate(int l, int m) {
   double f = std::exchange(fE[m - 2], 0.0);
   for (int k = m - 2; k >= l; --k) {
@@ -189,8 +195,8 @@ void SingularValues::Deflate(int l, int m) {
   }
 }
 
-// Diagonal element l - 1 is 0: the one beside it in its row is rotated out at the end, so that a
-// new block starts at l.
+// Split is called when diagonal element l - 1 is 0. It rotates the element beside that one out at
+// the end of the block, so that a new block starts at l.
 void SingularValues::Split(int l, int m) {
   double f = std::exchange(fE[l - 1], 0.0);
   for (int k = l; k < m; ++k) {
@@ -243,7 +249,7 @@ void SingularValues::QRStep(int l, int m) {
   fE[m - 2] = f;
 }
 
-// Value l stands alone: made positive, and moved to its place among those that do.
+// Settle makes the converged value l positive and moves it to its place among the converged ones.
 void SingularValues::Settle(int l) {
   if (fS[l] < 0) {
     fS[l] = -fS[l];
@@ -252,7 +258,7 @@ void SingularValues::Settle(int l) {
   for (; l + 1 < Order() && !(fS[l] >= fS[l + 1]); ++l) {
     std::swap(fS[l], fS[l + 1]);
     if (fWantV) Blas1::DSwap(fP, fV.At(0, l), 1, fV.At(0, l + 1), 1);
-    // A value n + 1 has no column of U.
+    // U has no column for value n + 1.
     if (WantU() && l + 1 < fN) Blas1::DSwap(fN, fU.At(0, l), 1, fU.At(0, l + 1), 1);
   }
 }

@@ -27,7 +27,7 @@ double TriangleNorm(const Triangle& t, bool lower) {
   return norm;
 }
 
-// T'w = e, then T z = w.
+// ProbeLower solves T'w = e and then T z = w for a lower triangle T.
 void ProbeLower(const Triangle& t, Probe& z) {
   for (int j = 0; j < t.n; ++j) z[j] = 0;
   internal::Growth growth(z);
@@ -41,7 +41,7 @@ void ProbeLower(const Triangle& t, Probe& z) {
   z.Normalise();
 }
 
-// The 1-based position of the first zero on the diagonal, or 0.
+// FirstZero gives the 1-based position of the first zero on the diagonal, or 0.
 int FirstZero(const Triangle& t) {
   for (int k = 0; k < t.n; ++k) {
     if (t(k, k) == 0) return k + 1;
@@ -127,8 +127,8 @@ int Linpack::Dtrdi(double* t, int ldt, int n, double* det, int job) {
 
 int Linpack::Dgtsl(int n, double* c, double* d, double* e, double* b) {
   if (n < 1) return 0;
-  // Row k of the factor is kept in c, d and e: its diagonal and the two elements to the right, the
-  // second of which is what an exchange fills in.
+  // c[k], d[k] and e[k] become row k of the factor: its diagonal element and the two to the right
+  // of it. An exchange fills in e[k].
   c[0] = d[0];
   if (n > 1) {
     d[0] = e[0];
@@ -168,7 +168,7 @@ void Linpack::Dptsl(int n, double* d, const double* e, double* b) {
     d[last - 1] -= lastFactor * e[last - 1];
     b[last - 1] -= lastFactor * b[last];
   }
-  // An even order leaves a 2 x 2 block in the middle.
+  // Where n is even, a 2 x 2 block is left in the middle.
   int middle = half;
   if (n % 2 == 0) {
     const double factor = e[middle] / d[middle];

@@ -9,6 +9,7 @@
 
 #include "math/matrix/linpack/linpack_support.h"
 #include "support/compare.h"
+#include "support/each.h"
 
 namespace NQMath_940 {
 namespace {
@@ -53,7 +54,7 @@ TEST(Blas1, SingleVectors) {
   constexpr double kMin = 0x1p-1074;
   for (const auto& [v, n, inc, sum, norm, largest] :
        std::vector<std::tuple<Values, int, int, double, double, int>>{
-#include "golden/matrix_single_vectors.inc"
+#include "math/matrix/linpack/single_vectors_cases.inc"
        }) {
     const std::string label = ::testing::PrintToString(v) + std::to_string(inc);
     EXPECT_CLOSE(Blas1::DASum(n, v.data(), inc), sum, kEps) << label;
@@ -71,7 +72,7 @@ TEST(Blas1, SingleVectors) {
 TEST(Blas1, Rotations) {
   constexpr double kRoot = 1.4142135623730951;
   for (const auto& row : std::vector<std::array<double, 6>>{
-#include "golden/matrix_rotations.inc"
+#include "math/matrix/linpack/rotations_cases.inc"
        }) {
     double got[] = {row[0], row[1], 7, 7};
     Blas1::DRotG(got[0], got[1], got[2], got[3]);
@@ -81,12 +82,12 @@ TEST(Blas1, Rotations) {
 }
 
 TEST(Blas1, Scalars) {
-  EXPECT_TRUE(Blas1::D_Sign(-0.5) == -1 && Blas1::D_Sign(0.0) == 1 && Blas1::D_Sign(-0.0) == 1);
-  EXPECT_TRUE(Blas1::D_Abs(-2) == 2 && Blas1::D_Max(-2, -3) == -2 && Blas1::D_Max(-3, -2) == -2);
-  EXPECT_TRUE(Blas1::I_Max(-2, -3) == -2 && Blas1::I_Max(-3, -2) == -2);
-  EXPECT_TRUE(Blas1::I_Min(-2, -3) == -3 && Blas1::I_Min(-3, -2) == -3);
-  EXPECT_TRUE(Blas1::LSame('u', 'U') && Blas1::LSame('Z', 'z') && Blas1::LSame('5', '5'));
-  EXPECT_FALSE(Blas1::LSame('a', 'B') || Blas1::LSame('[', '{') || Blas1::LSame('@', '`'));
+  EXPECT_EACH(true, Blas1::D_Sign(-0.5) == -1, Blas1::D_Sign(0.0) == 1, Blas1::D_Sign(-0.0) == 1,
+              Blas1::D_Abs(-2) == 2, Blas1::D_Max(-2, -3) == -2, Blas1::D_Max(-3, -2) == -2,
+              Blas1::I_Max(-2, -3) == -2, Blas1::I_Max(-3, -2) == -2, Blas1::I_Min(-2, -3) == -3,
+              Blas1::I_Min(-3, -2) == -3, Blas1::LSame('u', 'U'), Blas1::LSame('Z', 'z'),
+              Blas1::LSame('5', '5'));
+  EXPECT_EACH(false, Blas1::LSame('a', 'B'), Blas1::LSame('[', '{'), Blas1::LSame('@', '`'));
 }
 
 TEST(Blas1, MachineConstantsAndErrors) {

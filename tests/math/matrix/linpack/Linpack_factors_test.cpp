@@ -10,6 +10,7 @@
 
 #include "math/matrix/linpack/linpack_support.h"
 #include "support/compare.h"
+#include "support/each.h"
 #include "support/known_matrices.h"
 
 namespace NQMath_940 {
@@ -192,17 +193,19 @@ void CheckFactors(const Family& family, const Case& known) {
   EXPECT_TRUE(IsNear(Product(family.kind, s), a));
   double rcond = kNaN, det[] = {kNaN, kNaN};
   EXPECT_EQ(family.condition(other, rcond), 0);
-  EXPECT_TRUE(AreSame(other.cells, s.cells) && other.kpvt == s.kpvt);
+  EXPECT_TRUE(AreSame(other.cells, s.cells));
+  EXPECT_EQ(other.kpvt, s.kpvt);
 
   const Mat inverse = SolveAll(family, s, 0);
   const double condition = Norm(a) * Norm(inverse), allowed = 10 * kEps * condition;
   EXPECT_TRUE(IsNear(a * inverse, identity, condition));
   EXPECT_TRUE(
       IsNear(Trans(SolveAll(family, s, 1)) * a, identity, Norm(Trans(inverse)) * Norm(Trans(a))));
-  EXPECT_TRUE(rcond * condition >= 1 - allowed && rcond * condition <= 10) << rcond * condition;
+  EXPECT_GE(rcond * condition, 1 - allowed);
+  EXPECT_LE(rcond * condition, 10);
 
   family.invert(s, det, nullptr, 10);
-  EXPECT_TRUE(std::fabs(det[0]) >= 1 && std::fabs(det[0]) < 10) << det[0];
+  EXPECT_EACH(true, std::fabs(det[0]) >= 1, std::fabs(det[0]) < 10) << det[0];
   const long double power = std::pow(10.0L, static_cast<long double>(det[1]));
   EXPECT_TRUE(a.n > 5 || std::fabs(det[0] * power / Determinant(a) - 1) <= allowed * a.n);
   EXPECT_TRUE(AreSame(other.cells, s.cells)) << "changed by the determinant";
@@ -230,7 +233,7 @@ TEST(LinpackFactors, SolveWhatTheyWereMadeOf) {
 TEST(LinpackFactors, Failures) {
   for (const auto& [name, matrix, info, wantedInertia] :
        std::vector<std::tuple<const char*, Dense, std::array<int, 3>, std::array<int, 3>>>{
-#include "golden/matrix_linpack_failures.inc"
+#include "math/matrix/linpack/failures_cases.inc"
        }) {
     for (const Family& family : kFamilies) {
       if (family.kind > kIndefinite) continue;
@@ -283,7 +286,7 @@ TEST(LinpackTriangular, StopsAtAZero) {
         Linpack::Dtrsl(t, t.ld, 3, b, upper), Linpack::Dtrsl(t, t.ld, 3, b, 10 + upper),
         Linpack::Dtrdi(t, t.ld, 3, nullptr, 10 + upper), Linpack::Dtrsl(t, t.ld, 0, b, upper)};
     EXPECT_EQ(info, (std::array{2, 2, upper ? 2 : 3, 0}));
-    EXPECT_TRUE(rcond == 0 && b[0] == 1 && b[1] == 2 && b[2] == 3);
+    EXPECT_EQ((Values{rcond, b[0], b[1], b[2]}), (Values{0, 1, 2, 3}));
   }
 }
 

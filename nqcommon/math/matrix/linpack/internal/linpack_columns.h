@@ -5,7 +5,7 @@
 
 namespace NQMath_940::internal {
 
-// Positions first .. last-1, 0-based.
+// FreeColumns are the positions first .. last-1, 0-based.
 struct FreeColumns {
   int first = 0;
   int last = 0;
@@ -13,8 +13,9 @@ struct FreeColumns {
   bool Contains(int j) const { return first <= j && j < last; }
 };
 
-// Brings the columns with jpvt > 0 to the front, in order, and those with jpvt < 0 to the end by
-// calling exchange(i, j), i < j; jpvt becomes the 1-based permutation.
+// ArrangeColumns brings the columns with jpvt > 0 to the front, in order, and those with jpvt < 0
+// to the end, by calling exchange(i, j), i < j. jpvt becomes the 1-based permutation. The columns
+// between them are the result.
 template <class Exchange>
 FreeColumns ArrangeColumns(int p, int* jpvt, Exchange exchange) {
   FreeColumns free{0, p};

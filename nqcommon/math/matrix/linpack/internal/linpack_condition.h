@@ -11,7 +11,7 @@
 
 namespace NQMath_940::internal {
 
-// The vector that is driven through the factors.
+// Probe is the vector z that is driven through the factors.
 class Probe {
  public:
   Probe(double* z, int n) : fZ(z), fN(n) {}
@@ -24,7 +24,8 @@ class Probe {
     fScale *= factor;
   }
 
-  // Shrinks by the factor, returned, that brings a value as large as the vector's into the bound.
+  // Limit shrinks the vector so far that `value`, shrunk alike, is within the bound, and returns
+  // the factor.
   double Limit(double value, double bound) {
     if (!(std::fabs(value) > bound)) return 1;
     const double factor = bound / std::fabs(value);
@@ -32,8 +33,8 @@ class Probe {
     return factor;
   }
 
-  // Divides element k by the pivot after limiting it to the pivot's size, whose factor is returned.
-  // A pivot of 0 gives 1: any value solves 0 x = 0.
+  // Divide limits element k to the pivot's size, divides it by the pivot and returns the factor of
+  // the limit. A pivot of 0 makes the element 1, since any value solves 0 x = 0.
   double Divide(int k, double pivot) {
     const double factor = Limit(fZ[k], std::fabs(pivot));
     if (pivot != 0)
@@ -43,13 +44,14 @@ class Probe {
     return factor;
   }
 
-  // To the 1-norm 1.
+  // Normalise shrinks the vector to the 1-norm 1.
   void Normalise() { Shrink(1 / Blas1::DASum(fN, fZ, 1)); }
 
-  // From here on the factors are counted: |y| is 1, and |z| will be their product's reciprocal.
+  // StartScale starts the count of the factors. |y| is 1 then, and the reciprocal of their product
+  // will be |z|.
   void StartScale() { fScale = 1; }
 
-  // 1 / |A^-1|, over the norm of A.
+  // The estimate of 1 / (|A| |A^-1|); `norm` is |A|.
   double ReciprocalCondition(double norm) const { return norm != 0 ? fScale / norm : 0; }
 
  private:
@@ -58,12 +60,13 @@ class Probe {
   double fScale = 1;
 };
 
-// The growth phase, T'w = e: one call per row of T, in the order in which the unknowns resolve.
+// Growth solves T'w = e: Step is called for each row of T, in the order in which the unknowns
+// resolve.
 class Growth {
  public:
   explicit Growth(Probe& z) : fZ(z) {}
 
-  // Unknown k; elements (k, first .. end-1) of T couple it to those still to come.
+  // Step resolves unknown k, which the elements (k, first .. end-1) of T couple to later ones.
   template <class View>
   void Step(const View& t, int k, int first, int end) {
     const double pivot = t(k, k);
@@ -97,7 +100,7 @@ class Growth {
   double fE = 1;
 };
 
-// T'w = e for an upper triangle.
+// GrowUpper solves T'w = e for an upper triangle T.
 template <class View>
 void GrowUpper(View& t, Probe& z) {
   for (int j = 0; j < t.n; ++j) z[j] = 0;
@@ -106,7 +109,7 @@ void GrowUpper(View& t, Probe& z) {
   z.Normalise();
 }
 
-// T z = v for an upper triangle.
+// ProbeUpper solves T z = v for an upper triangle T.
 template <class View>
 void ProbeUpper(const View& t, Probe& z) {
   for (int k = t.n - 1; k >= 0; --k) {
@@ -117,7 +120,7 @@ void ProbeUpper(const View& t, Probe& z) {
   z.Normalise();
 }
 
-// T'v = y for an upper triangle.
+// ProbeUpperTrans solves T'v = y for an upper triangle T.
 template <class View>
 void ProbeUpperTrans(const View& t, Probe& z) {
   for (int k = 0; k < t.n; ++k) {

@@ -1,5 +1,5 @@
-// Dot products side by side. A sum in a prescribed order waits for each of its additions, so four
-// at once cost little more than one.
+// Dot products side by side. Each addition of a sum in a prescribed order waits for the one before,
+// so four sums at once cost little more than one.
 #pragma once
 
 #include <array>
@@ -8,7 +8,7 @@ namespace NQMath_940::internal {
 
 inline constexpr int kDots = 4;
 
-// x'y for each y, every sum in the order of Blas1::DDot.
+// Dots gives x'y for each y, every sum in the order of Blas1::DDot.
 inline std::array<double, kDots> Dots(int n, const double* x,
                                       const std::array<const double*, kDots>& y) {
   const auto [y0, y1, y2, y3] = y;

@@ -13,7 +13,7 @@
 
 namespace NQMath_940::internal {
 
-// The result is 0 or the 1-based position of the last zero pivot.
+// FactorGeneral returns 0, or the 1-based position of the last zero pivot.
 template <class View>
 int FactorGeneral(View g, int* ipvt) {
   if (g.n < 1) return 0;
@@ -38,7 +38,7 @@ int FactorGeneral(View g, int* ipvt) {
   return g(g.n - 1, g.n - 1) == 0 ? g.n : info;
 }
 
-// The estimate for a factored matrix whose 1-norm was `norm`.
+// EstimateGeneral gives rcond of a factored matrix whose 1-norm was `norm`.
 template <class View>
 double EstimateGeneral(View g, const int* ipvt, double norm, double* work) {
   Probe z(work, g.n);
@@ -60,7 +60,7 @@ double EstimateGeneral(View g, const int* ipvt, double norm, double* work) {
   return z.ReciprocalCondition(norm);
 }
 
-// job 0: A x = b; otherwise A'x = b.
+// SolveGeneral solves A x = b for job 0 and A'x = b for any other job, in place.
 template <class View>
 void SolveGeneral(const View& g, const int* ipvt, double* b, int job) {
   if (job == 0) {

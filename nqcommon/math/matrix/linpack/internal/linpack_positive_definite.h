@@ -10,7 +10,7 @@
 
 namespace NQMath_940::internal {
 
-// The result is 0 or the order of the first leading minor that is not positive.
+// FactorPositive returns 0, or the order of the first leading minor that is not positive.
 template <class View>
 int FactorPositive(const View& r) {
   for (int j = 0; j < r.n; ++j) {
@@ -24,7 +24,7 @@ int FactorPositive(const View& r) {
   return 0;
 }
 
-// Factors and estimates; rcond is left as it is where the factorisation stops.
+// ConditionPositive factors and estimates. Where the factorisation stops, rcond stays as it is.
 template <class View>
 int ConditionPositive(View r, double& rcond, double* work) {
   const double norm = SymmetricNorm(r, work);
@@ -52,13 +52,14 @@ void DeterminantPositive(const View& r, double* det) {
   for (int k = 0; k < r.n && det[0] != 0; ++k) MultiplyDeterminant(det, r(k, k) * r(k, k));
 }
 
-// job: tens digit the determinant, units digit the inverse, its upper triangle over the factor's.
+// The tens digit of job asks for the determinant, its units digit for the inverse, whose upper
+// triangle replaces the factor's.
 template <class View>
 void DeterminantInversePositive(const View& r, double* det, int job) {
   if (job / 10 != 0) DeterminantPositive(r, det);
   if (job % 10 == 0) return;
   for (int k = 0; k < r.n; ++k) InvertUpperStep(r, k);
-  for (int j = 0; j < r.n; ++j) {  // inverse(R) inverse(R)'
+  for (int j = 0; j < r.n; ++j) {  // A's inverse is inverse(R) inverse(R)'
     for (int k = 0; k < j; ++k) Blas1::Daxpy(k + 1, r(k, j), r.At(0, j), 1, r.At(0, k), 1);
     Blas1::DScal(j + 1, r(j, j), r.At(0, j), 1);
   }

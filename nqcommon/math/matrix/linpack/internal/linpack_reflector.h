@@ -9,8 +9,8 @@
 
 namespace NQMath_940::internal {
 
-// Makes of x the v, 1 <= v0 <= 2, whose reflection takes x to (-r, 0, .., 0) and returns r, the
-// norm with the sign of x0. A zero x stays, for r = 0.
+// MakeReflector makes of x the v, 1 <= v0 <= 2, whose reflection takes x to (-r, 0, .., 0), and
+// returns r, the norm of x with the sign of x0. A zero x stays as it is, and r is 0.
 inline double MakeReflector(int n, double* x) {
   const double norm = Blas1::DNrm2(n, x, 1);
   if (norm == 0) return 0;
@@ -25,7 +25,7 @@ inline void Reflect(int n, const double* v, double* y) {
   Blas1::Daxpy(n, factor, v, 1, y, 1);
 }
 
-// Reflects the `count` columns to the right of v, which stand ld apart from it and each other.
+// ReflectRightOf reflects the `count` columns to the right of v, each ld behind the one before.
 inline void ReflectRightOf(double* v, int n, int ld, int count) {
   const auto column = [&](int j) { return v + std::ptrdiff_t{j} * ld; };
   int j = 1;

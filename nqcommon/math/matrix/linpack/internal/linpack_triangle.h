@@ -9,7 +9,7 @@
 
 namespace NQMath_940::internal {
 
-// Solves T x = b for the upper triangle, in place, by columns.
+// SolveUpper solves T x = b for an upper triangle T, in place, by columns.
 template <class View>
 void SolveUpper(const View& t, double* b) {
   for (int k = t.n - 1; k >= 0; --k) {
@@ -19,7 +19,8 @@ void SolveUpper(const View& t, double* b) {
   }
 }
 
-// Solves T'x = b for rows first .. end-1 of the upper triangle, in place, as if T began there.
+// SolveUpperTrans solves T'x = b, in place, for the part of an upper triangle T in rows and columns
+// first .. end-1.
 template <class View>
 void SolveUpperTrans(const View& t, int first, int end, double* b) {
   const auto top = [&](int k) { return std::max(first, t.Top(k)); };
@@ -31,7 +32,7 @@ void SolveUpperTrans(const View& t, int first, int end, double* b) {
       ++k;
       continue;
     }
-    // Four columns that start in the same row.
+    // Here four columns of T start in the same row.
     auto known = Dots(k - start, b + start,
                       {t.At(start, k), t.At(start, k + 1), t.At(start, k + 2), t.At(start, k + 3)});
     const int rows = k;
@@ -47,7 +48,7 @@ void SolveUpperTrans(const View& t, double* b) {
   SolveUpperTrans(t, 0, t.n, b);
 }
 
-// Step k of the inversion of an upper triangle; k = 0 .. n-1 in turn.
+// InvertUpperStep is step k of the inversion of an upper triangle; k runs from 0 to n-1.
 template <class View>
 void InvertUpperStep(const View& t, int k) {
   t(k, k) = 1 / t(k, k);
@@ -59,7 +60,8 @@ void InvertUpperStep(const View& t, int k) {
   }
 }
 
-// det[0] 10^det[1] times a factor, brought back to 1 <= |det[0]| < 10; 0, NaN and infinities stay.
+// MultiplyDeterminant multiplies det[0] 10^det[1] by the factor and brings it back to
+// 1 <= |det[0]| < 10. 0, NaN and infinities stay.
 inline void MultiplyDeterminant(double* det, double factor) {
   det[0] *= factor;
   if (det[0] == 0 || !std::isfinite(det[0])) return;
@@ -72,7 +74,8 @@ inline void StartDeterminant(double* det) {
   det[1] = 0;
 }
 
-// The 1-norm of a symmetric matrix given by its upper triangle; column sums go through `work`.
+// SymmetricNorm is the 1-norm of a symmetric matrix given by its upper triangle. The column sums
+// are built in `work`, n values.
 template <class View>
 double SymmetricNorm(const View& t, double* work) {
   for (int j = 0; j < t.n; ++j) {

@@ -13,7 +13,7 @@
 
 namespace NQMath_940::internal {
 
-// Column-major with a leading dimension. T is double or const double in every view.
+// FullView is column-major with a leading dimension. T is double or const double in every view.
 template <class T>
 struct FullView {
   T* a;
@@ -29,7 +29,7 @@ struct FullView {
 template <class T>
 FullView(T*, int, int) -> FullView<T>;
 
-// The upper triangle, column after column:  a00 | a01 a11 | a02 a12 a22
+// PackedView is the upper triangle, column after column:  a00 | a01 a11 | a02 a12 a22
 template <class T>
 struct PackedView {
   T* ap;
@@ -43,7 +43,8 @@ struct PackedView {
 template <class T>
 PackedView(T*, int) -> PackedView<T>;
 
-// Diagonals as rows: `above` of them over the main one, which is row `above` of the array.
+// BandView has the diagonals of a symmetric band as rows of an array. `above` diagonals lie over
+// the main one, which is row `above` of the array.
 template <class T>
 struct BandView {
   BandView(T* array, int leading, int order, int diagonals)
@@ -60,10 +61,10 @@ struct BandView {
   int RowEnd(int i) const { return std::min(n - 1 - i, above) + i + 1; }
 };
 
-// A general band matrix with ml diagonals below and mu above. Row exchanges widen the upper
-// triangle to ml + mu diagonals, though each row only as far as the exchanges up to it reached:
-// RowEnd follows them, and is to be asked row by row from the first once ipvt holds the row's
-// pivot.
+// GeneralBandView is a band matrix with ml diagonals below the main one and mu above. Row exchanges
+// widen its upper triangle to ml + mu diagonals, but row i only as far as the exchanges at steps
+// 0 .. i reached. RowEnd(i) gives that end: it must be called for i = 0, 1, .. in turn, each time
+// after step i has set ipvt[i].
 template <class T>
 struct GeneralBandView : BandView<T> {
   GeneralBandView(T* array, int leading, int order, int lower, int upper, const int* pivots)
@@ -78,7 +79,8 @@ struct GeneralBandView : BandView<T> {
   int RowEnd(int i) { return reached = std::min(std::max(reached, mu + ipvt[i]), this->n); }
 };
 
-// Exchanges rows and columns p < q of a symmetric matrix within its leading block of order q + 1.
+// ExchangeSymmetric exchanges rows and columns p < q of a symmetric matrix within its leading block
+// of order q + 1.
 template <class View>
 void ExchangeSymmetric(const View& t, int p, int q) {
   std::swap_ranges(t.At(0, p), t.At(p, p), t.At(0, q));
