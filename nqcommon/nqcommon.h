@@ -1,7 +1,6 @@
 // Every public header.
 #pragma once
 
-#include <nqcommon/common/ClonePtr.h>
 #include <nqcommon/common/MemoryRecordIterator.h>
 #include <nqcommon/common/NQCancelInfo.h>
 #include <nqcommon/common/NQDynamicLoadedLibrary.h>
@@ -72,16 +71,17 @@
 #include <nqcommon/model/NQBinningEncoder.h>
 #include <nqcommon/model/NQCatNumEncoder.h>
 #include <nqcommon/model/NQCatVar.h>
+#include <nqcommon/model/NQCategoryEncoder.h>
 #include <nqcommon/model/NQContEncoder.h>
 #include <nqcommon/model/NQContVar.h>
 #include <nqcommon/model/NQNumericEncoder.h>
 #include <nqcommon/model/NQRoundEncoder.h>
 #include <nqcommon/model/NQStringEncoder.h>
+#include <nqcommon/model/NQTextEncoder.h>
 #include <nqcommon/model/NQUniStats.h>
 #include <nqcommon/model/NQVarList.h>
 #include <nqcommon/model/NQVariableBase.h>
 #include <nqcommon/model/NQWeightVar.h>
-#include <nqcommon/model/UserMissing.h>
 #include <nqcommon/model/settings/INQSettingValue.h>
 #include <nqcommon/model/settings/NQNumValue.h>
 #include <nqcommon/model/settings/NQSetting.h>

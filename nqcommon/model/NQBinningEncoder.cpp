@@ -30,7 +30,7 @@ NQBinningEncoder::NQBinningEncoder(std::vector<double> cutPoints)
                     fvCutPoints.end());
   std::sort(fvCutPoints.begin(), fvCutPoints.end());
   fvCutPoints.erase(std::unique(fvCutPoints.begin(), fvCutPoints.end()), fvCutPoints.end());
-  fNBins = static_cast<int>(fvCutPoints.size()) + 1;
+  if (!fvCutPoints.empty()) fNBins = static_cast<int>(fvCutPoints.size()) + 1;
 }
 
 int NQBinningEncoder::GetNumberOfCutPoints() const {
@@ -68,8 +68,8 @@ double NQBinningEncoder::Encode(double x) const {
 }
 
 void NQBinningEncoder::ComputeCutpoints(double min, double max, int n) {
-  fNBins = std::max(n, 0);
-  fHasRange = fNBins >= 2 && IsRange(min, max);
+  fNBins = n >= 2 ? n : 0;
+  fHasRange = n >= 2 && IsRange(min, max);
   fMin = min;
   fMax = max;
   fvCutPoints.clear();
@@ -87,12 +87,13 @@ int NQBinningEncoder::AdjustBinning(const std::vector<double>& counts, double mi
   }
   inBin += Count(counts.back());
   if (inBin < minCount && !kept.empty()) kept.pop_back();
+  if (kept.empty()) return -1;
   *this = NQBinningEncoder(std::move(kept));
   return fNBins;
 }
 
 NQBinningEncoder NQBinningEncoder::CreateRebinned(const std::vector<double>& counts, int n) const {
-  if (n < 1 || n >= fNBins || !FitsCounts(counts)) return *this;
+  if (n < 2 || n >= fNBins || !FitsCounts(counts)) return *this;
   const double total = std::accumulate(counts.begin(), counts.end(), 0.0,
                                        [](double sum, double count) { return sum + Count(count); });
   if (!(total > 0) || !std::isfinite(total)) return *this;
@@ -104,6 +105,7 @@ NQBinningEncoder NQBinningEncoder::CreateRebinned(const std::vector<double>& cou
     chosen.push_back(GetCutPoint(i));
     while (bin < n && running / total >= bin / n) ++bin;
   }
+  if (chosen.empty()) chosen.push_back(GetCutPoint(GetNumberOfCutPoints() - 1));
   return NQBinningEncoder(std::move(chosen));
 }
 

@@ -24,6 +24,7 @@ class NQ_API NQBinningEncoder {
   // NaN are left out.
   explicit NQBinningEncoder(std::vector<double> cutPoints);
 
+  // 0 without bins, else 2 or more.
   int GetNumberOfBins() const { return fNBins; }
 
   // Of the cut points that exist: n - 1, or none.
@@ -38,22 +39,22 @@ class NQ_API NQBinningEncoder {
   // Cost  log2(n) comparisons.
   double Encode(double x) const;
 
-  // n bins of equal width: the cut points become min + i (max - min) / n, i = 1 .. n - 1. There are
-  // none when n < 2, or where min .. max is no range: min > max, an end infinite, NaN or missing.
-  // A negative n counts as 0.
+  // n bins of equal width: the cut points become min + i (max - min) / n, i = 1 .. n - 1. No bins
+  // when n < 2. Where min .. max is no range (min > max, or an end infinite, NaN or missing) there
+  // are n bins, but no cut points yet.
   void ComputeCutpoints(double min, double max, int n);
 
   // Joins bins until each holds at least minCount of the counts, one count per bin: from the left,
   // a bin takes in its right neighbours as long as it is short, and what is left over on the right
   // goes to the last full bin. Counts that are negative, missing or NaN count as 0.
-  // Returns the number of bins now; -1, nothing changed, without one count for each bin, or without
-  // cut points.
+  // Returns the number of bins now; -1, nothing changed, where fewer than two bins would be left,
+  // without one count for each bin, or without cut points.
   int AdjustBinning(const std::vector<double>& counts, double minCount);
 
-  // An encoder of at most n bins, with about the same total of counts in each: its cut points are
-  // those of this one where the running total first reaches 1/n, 2/n, ... of the whole. A copy of
-  // this one where n is not below the number of bins, n < 1, the total is not positive and finite,
-  // or AdjustBinning would return -1.
+  // An encoder of 2 to n bins, with about the same total of counts in each: its cut points are those
+  // of this one where the running total first reaches 1/n, 2/n, ... of the whole, or the last one
+  // where it never does. A copy of this one where n is not below the number of bins, n < 2, the
+  // total is not positive and finite, there is not one count for each bin, or no cut point.
   NQBinningEncoder CreateRebinned(const std::vector<double>& counts, int n) const;
 
   // Writes the state through the diagnostic display; of the cut points the first thousand.

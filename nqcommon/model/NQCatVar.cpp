@@ -85,41 +85,31 @@ bool NQCatVar::SetFlagVariable(bool isFlag) {
 
 NQCatVar* NQCatVar::Clone() const { return new NQCatVar(*this); }
 
+struct NQCatVar::Saved {
+  static constexpr const char* kName = "NQCatVar";
+
+  template <class Self, class Archive>
+  static void Fields(Self& self, Archive& archive) {
+    archive.Value(self.fName);
+    archive.Value(self.fLabel);
+    archive.Value(self.fRole);
+    archive.Value(self.fStorage);
+    archive.Count(self.fNCategories);
+    archive.Value(self.fLevel);
+    archive.Value(self.fIsOrdinal);
+    archive.Value(self.fIsBinaryFlag);
+    archive.Value(self.fTrueIndex);
+    self.ReplacementFields(archive);
+    self.EncoderFields(
+        archive, {INQEncoder::EncoderNumericCategorical, INQEncoder::EncoderStringCategorical});
+  }
+};
+
 int NQCatVar::WriteObjectXML(std::ostream& os, int indent) const {
-  ObjectWriter writer(os, "NQCatVar", indent);
-  writer.Value(fName);
-  writer.Value(fLabel);
-  writer.Value(fRole);
-  writer.Value(fStorage);
-  writer.Value(fNCategories);
-  writer.Value(fLevel);
-  writer.Value(fIsOrdinal);
-  writer.Value(fIsBinaryFlag);
-  writer.Value(fTrueIndex);
-  WriteReplacement(writer);
-  WriteEncoder(writer);
-  return writer.End();
+  return internal::WriteObject<Saved>(*this, os, indent);
 }
 
-int NQCatVar::ReadObjectXML(std::ifstream& in) {
-  return internal::ReadObject(in, "NQCatVar", [this](ObjectReader& reader) {
-    reader.Value(fName);
-    reader.Value(fLabel);
-    internal::ReadCode(reader, fRole);
-    internal::ReadCode(reader, fStorage);
-    internal::ReadCount(reader, fNCategories);
-    auto level = LevelUnknown;
-    internal::ReadCode(reader, level);
-    reader.Require(IsCategorical(level));
-    fLevel = level;
-    reader.Value(fIsOrdinal);
-    reader.Value(fIsBinaryFlag);
-    reader.Value(fTrueIndex);
-    ReadReplacement(reader);
-    ReadEncoder(reader,
-                {INQEncoder::EncoderNumericCategorical, INQEncoder::EncoderStringCategorical});
-  });
-}
+int NQCatVar::ReadObjectXML(std::ifstream& in) { return internal::ReadObject<Saved>(*this, in); }
 
 void NQCatVar::Display() const {
   using namespace NQDisplay_940;

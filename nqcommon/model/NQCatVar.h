@@ -63,13 +63,15 @@ class NQ_API NQCatVar final : public NQVariableBase {
 
   NQCatVar* Clone() const override;
 
-  // Read failures are also: a negative number of categories, a level that is not categorical, an
-  // encoder that is not one of categories.
+  // Read failures are also a negative number of categories and an encoder that is not one of
+  // categories. A variable of any level is read.
   int WriteObjectXML(std::ostream& os, int indent) const override;
   int ReadObjectXML(std::ifstream& in) override;
   void Display() const override;
 
  private:
+  struct Saved;
+
   NQCatVar(const std::string& name, const std::string& label, int categories, MeasureLevel level,
            VariableRole role, bool isOrdinal, std::unique_ptr<INQEncoder>&& encoder);
 

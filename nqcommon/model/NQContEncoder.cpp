@@ -1,6 +1,7 @@
 #include <nqcommon/model/NQContEncoder.h>
 
 #include <limits>
+#include <type_traits>
 
 #include <nqcommon/common/display.h>
 #include <nqcommon/model/internal/saved_fields.h>
@@ -36,21 +37,27 @@ double NQContEncoder::DecodeNum(int bin) const {
 
 NQContEncoder* NQContEncoder::Clone() const { return new NQContEncoder(*this); }
 
+struct NQContEncoder::Saved {
+  static constexpr const char* kName = "NQContEncoder";
+
+  template <class Self, class Archive>
+  static void Fields(Self& self, Archive& archive) {
+    int bins = self.fBinning.GetNumberOfBins();
+    archive.Count(bins);
+    if constexpr (!std::is_const_v<Self>) {
+      constexpr double unknown = std::numeric_limits<double>::quiet_NaN();
+      self.fBinning.ComputeCutpoints(unknown, unknown, bins);
+    }
+    self.MissingFields(archive);
+  }
+};
+
 int NQContEncoder::WriteObjectXML(std::ostream& os, int indent) const {
-  ObjectWriter writer(os, "NQContEncoder", indent);
-  writer.Value(fBinning.GetNumberOfBins());
-  WriteMissing(writer);
-  return writer.End();
+  return internal::WriteObject<Saved>(*this, os, indent);
 }
 
 int NQContEncoder::ReadObjectXML(std::ifstream& in) {
-  return internal::ReadObject(in, "NQContEncoder", [this](ObjectReader& reader) {
-    constexpr double unknown = std::numeric_limits<double>::quiet_NaN();
-    int n = 0;
-    internal::ReadCount(reader, n);
-    fBinning.ComputeCutpoints(unknown, unknown, n);
-    ReadMissing(reader);
-  });
+  return internal::ReadObject<Saved>(*this, in);
 }
 
 void NQContEncoder::Display() const {

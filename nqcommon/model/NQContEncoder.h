@@ -52,6 +52,8 @@ class NQ_API NQContEncoder final : public NQNumericEncoder {
   void Display() const override;
 
  private:
+  struct Saved;
+
   NQBinningEncoder fBinning;
 };
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <type_traits>
 
 #include <nqcommon/common/display.h>
 #include <nqcommon/model/NQContEncoder.h>
@@ -11,34 +12,30 @@ namespace NQXML_940 {
 
 namespace {
 
-NQBinningEncoder EqualBins(double min, double max, int n) {
-  return max > min && n >= 2 ? NQBinningEncoder(min, max, n) : NQBinningEncoder();
-}
-
-std::unique_ptr<INQEncoder> MakeEncoder(const NQBinningEncoder& binning) {
-  auto encoder = std::make_unique<NQContEncoder>();
-  encoder->SetBinning(binning);
-  return encoder;
-}
-
 // Null where the encoder is none, or another one.
 NQContEncoder* AsContinuous(INQEncoder* encoder) { return dynamic_cast<NQContEncoder*>(encoder); }
+
+bool HasBins(const NQContEncoder* encoder) {
+  return encoder && encoder->GetNumberOfCategories() >= 2;
+}
 
 }  // namespace
 
 NQContVar::NQContVar(const std::string& name, const std::string& label, double min, double max,
                      VariableRole role, bool isBinned, int bins)
-    : NQVariableBase(name, label, role, MakeEncoder(EqualBins(min, max, isBinned ? bins : 0))),
+    : NQVariableBase(name, label, role, std::make_unique<NQContEncoder>()),
       fMin(min),
       fMax(max),
-      fNBins(std::max(bins, 0)) {}
+      fNBins(std::max(bins, 0)),
+      fIsBinned(isBinned) {
+  MakeBins();
+}
 
 NQContVar::NQContVar(const std::string& name, const std::string& label, double min, double max,
                      VariableRole role, const std::vector<double>& cutPoints)
-    : NQVariableBase(name, label, role, MakeEncoder(NQBinningEncoder(cutPoints))),
+    : NQVariableBase(name, label, role, std::make_unique<NQContEncoder>(cutPoints)),
       fMin(min),
-      fMax(max),
-      fNBins(Encoder()->GetNumberOfCategories()) {}
+      fMax(max) {}
 
 int NQContVar::GetNumberOfCategories() const {
   return Encoder() ? Encoder()->GetNumberOfCategories() : fNBins;
@@ -48,20 +45,32 @@ INQVariable::VarStatus NQContVar::GetVarStatus() {
   return fMin > fMax ? StatusInvalid : fMin == fMax ? StatusConstant : StatusOK;
 }
 
+// Nothing else gives the encoder equal-width bins, or takes them away.
+void NQContVar::MakeBins() {
+  NQContEncoder* encoder = AsContinuous(Encoder());
+  if (!encoder) return;
+  const NQBinningEncoder bins(fMin, fMax, fIsBinned && fMax > fMin ? fNBins : 0);
+  encoder->SetBinning(bins.GetNumberOfCutPoints() > 0 ? bins : NQBinningEncoder());
+}
+
+int NQContVar::GetNBins() const {
+  const NQContEncoder* encoder = AsContinuous(Encoder());
+  return HasBins(encoder) ? encoder->GetNumberOfCategories() : fNBins;
+}
+
 void NQContVar::SetMinMax(double min, double max) {
   fMin = min;
   fMax = max;
-  NQContEncoder* encoder = AsContinuous(Encoder());
-  if (!encoder) return;
-  const NQBinningEncoder& old = encoder->GetBinning();
-  if (old.GetNumberOfBins() >= 2 && !old.HasGivenCutPoints())
-    encoder->SetBinning(EqualBins(fMin, fMax, fNBins));
+  fNBins = GetNBins();
+  if (const NQContEncoder* encoder = AsContinuous(Encoder()); HasBins(encoder))
+    fIsBinned = !encoder->GetBinning().HasGivenCutPoints();
+  if (fIsBinned) MakeBins();
 }
 
 void NQContVar::SetNBins(int n) {
   fNBins = std::max(n, 0);
-  if (NQContEncoder* encoder = AsContinuous(Encoder()))
-    encoder->SetBinning(EqualBins(fMin, fMax, fNBins));
+  fIsBinned = true;
+  MakeBins();
 }
 
 std::vector<double> NQContVar::GetCutPoints() const {
@@ -70,54 +79,49 @@ std::vector<double> NQContVar::GetCutPoints() const {
 }
 
 void NQContVar::ChangeEncoder(INQEncoder* encoder) {
+  if (encoder == Encoder()) return;
+  fNBins = GetNBins();
+  fIsBinned = false;
   ReplaceEncoder(encoder);
-  const NQContEncoder* continuous = AsContinuous(encoder);
-  if (continuous && continuous->GetNumberOfCategories() >= 2)
-    fNBins = continuous->GetNumberOfCategories();
 }
 
 NQContVar* NQContVar::Clone() const { return new NQContVar(*this); }
 
+struct NQContVar::Saved {
+  static constexpr const char* kName = "NQContVar";
+
+  template <class Self, class Archive>
+  static void Fields(Self& self, Archive& archive) {
+    archive.Value(self.fName);
+    archive.Value(self.fLabel);
+    archive.Value(self.fRole);
+    int bins = self.GetNBins();
+    archive.Count(bins);
+    archive.Value(self.fMin);
+    archive.Value(self.fMax);
+    archive.Value(self.fMean);
+    archive.Value(self.fStdDev);
+    archive.Value(self.fStorage);
+    self.ReplacementFields(archive);
+    archive.Value(self.fSumFreqWts);
+    archive.Value(self.fSumCompWts);
+    self.EncoderFields(archive,
+                       {INQEncoder::EncoderNone, INQEncoder::EncoderContinuous,
+                        INQEncoder::EncoderNumericCategorical, INQEncoder::EncoderStringCategorical,
+                        INQEncoder::EncoderRounding});
+    if constexpr (!std::is_const_v<Self>) {
+      self.fNBins = bins;
+      self.fIsBinned = HasBins(AsContinuous(self.Encoder()));
+      self.MakeBins();
+    }
+  }
+};
+
 int NQContVar::WriteObjectXML(std::ostream& os, int indent) const {
-  ObjectWriter writer(os, "NQContVar", indent);
-  writer.Value(fName);
-  writer.Value(fLabel);
-  writer.Value(fRole);
-  writer.Value(fNBins);
-  writer.Value(fMin);
-  writer.Value(fMax);
-  writer.Value(fMean);
-  writer.Value(fStdDev);
-  writer.Value(fStorage);
-  WriteReplacement(writer);
-  writer.Value(fSumFreqWts);
-  writer.Value(fSumCompWts);
-  WriteEncoder(writer);
-  return writer.End();
+  return internal::WriteObject<Saved>(*this, os, indent);
 }
 
-int NQContVar::ReadObjectXML(std::ifstream& in) {
-  return internal::ReadObject(in, "NQContVar", [this](ObjectReader& reader) {
-    reader.Value(fName);
-    reader.Value(fLabel);
-    internal::ReadCode(reader, fRole);
-    internal::ReadCount(reader, fNBins);
-    reader.Value(fMin);
-    reader.Value(fMax);
-    reader.Value(fMean);
-    reader.Value(fStdDev);
-    internal::ReadCode(reader, fStorage);
-    ReadReplacement(reader);
-    reader.Value(fSumFreqWts);
-    reader.Value(fSumCompWts);
-    ReadEncoder(reader, {INQEncoder::EncoderNone, INQEncoder::EncoderContinuous,
-                         INQEncoder::EncoderNumericCategorical,
-                         INQEncoder::EncoderStringCategorical, INQEncoder::EncoderRounding});
-    NQContEncoder* encoder = AsContinuous(Encoder());
-    if (encoder && encoder->GetNumberOfCategories() >= 2)
-      encoder->SetBinning(NQBinningEncoder(fMin, fMax, fNBins));
-  });
-}
+int NQContVar::ReadObjectXML(std::ifstream& in) { return internal::ReadObject<Saved>(*this, in); }
 
 void NQContVar::Display() const {
   using namespace NQDisplay_940;
@@ -125,7 +129,7 @@ void NQContVar::Display() const {
   DisplayCommon();
   DisplayD("Minimum", fMin);
   DisplayD("Maximum", fMax);
-  DisplayI("Number of bins", fNBins);
+  DisplayI("Number of bins", GetNBins());
   DisplayD("Mean", fMean);
   DisplayD("Standard deviation", fStdDev);
   DisplayD("Sum of frequency weights", fSumFreqWts);

@@ -12,20 +12,25 @@ namespace NQXML_940 {
 
 // A continuous variable: its range, its summary, and bins for the builders that want them.
 //
-// Save file  Given cut points, the outlier handling and the format element are not kept. Reading
-//            leaves the latter two as they are, and gives an encoder that was saved with bins the
-//            equal-width bins of the variable's minimum, maximum and number of bins.
+// Bins       The encoder has them: given cut points, or bins of equal width when they are asked for,
+//            the range is one (minimum < maximum, both finite and not system-missing), and there are
+//            two or more. Else the encoder has no bins, and its number of categories is 0. Bins that
+//            were asked for before the range was known come with the range.
+// Save file  The outlier handling and the format element are not kept, and reading leaves them as
+//            they are. Of an encoder with bins, given cut points too, the number of bins is kept:
+//            after reading it has equal-width bins. Bins still without a range are not asked for
+//            any more.
 class NQ_API NQContVar final : public NQVariableBase {
  public:
   // What a builder does with values outside the range.
   enum OutlierHandleMethod : int { OutlierAsIs = 0, OutlierAsMissing = 1, OutlierAsExtreme = 2 };
 
-  // The encoder has equal-width bins over min .. max when isBinned, max > min and bins >= 2, else
-  // none. A negative number of bins counts as 0.
+  // Asks for equal-width bins over min .. max when isBinned. A negative number of bins counts as 0.
   NQContVar(const std::string& name, const std::string& label, double min, double max,
             VariableRole role, bool isBinned, int bins);
 
-  // Bins between the cut points given, one more than these; order and doubles do not matter.
+  // Bins between the cut points given, one more than these. Neither their order nor repeated ones
+  // matter.
   NQContVar(const std::string& name, const std::string& label, double min, double max,
             VariableRole role, const std::vector<double>& cutPoints);
 
@@ -38,22 +43,22 @@ class NQ_API NQContVar final : public NQVariableBase {
   // Invalid when min > max, constant when they are equal, else OK (NaN too).
   VarStatus GetVarStatus() override;
 
-  // An encoder with equal-width bins follows the new range, as in the constructor: a range that is
-  // none takes its bins away for good. Given cut points, and an encoder without bins, stay.
+  // Equal-width bins follow the new range. Given cut points stay.
   void SetMinMax(double min, double max);
   double GetMin() const { return fMin; }
   double GetMax() const { return fMax; }
 
-  // Gives the encoder n equal-width bins, as in the constructor with isBinned.
+  // Asks for n equal-width bins, instead of those that the encoder has.
   void SetNBins(int n);
-  int GetNBins() const { return fNBins; }
 
-  // The encoder's; empty when it is none of bins.
+  // The encoder's where it has bins, else the number asked for.
+  int GetNBins() const;
+
+  // The encoder's; empty where it has no bins.
   std::vector<double> GetCutPoints() const;
 
-  // The encoder, which the variable takes over from the caller; the old one is deleted, unless it is
-  // the same. Null leaves the variable without an encoder. The bins of the encoder, when there are
-  // two or more, become the variable's.
+  // The encoder, with the bins it has, which the variable takes over from the caller; the old one is
+  // deleted, unless it is the same. Null leaves the variable without an encoder.
   void ChangeEncoder(INQEncoder* encoder);
 
   // System-missing until they are known.
@@ -79,9 +84,14 @@ class NQ_API NQContVar final : public NQVariableBase {
   void Display() const override;
 
  private:
+  struct Saved;
+
+  void MakeBins();
+
   double fMin;
   double fMax;
-  int fNBins;
+  int fNBins = 0;          // where the encoder has no bins
+  bool fIsBinned = false;  // equal-width bins are asked for
   double fMean = NQCommon_940::NQMV::Missing();
   double fStdDev = NQCommon_940::NQMV::Missing();
   double fSumFreqWts = 0;

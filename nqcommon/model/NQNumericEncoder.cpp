@@ -2,14 +2,31 @@
 
 #include <nqcommon/common/display.h>
 #include <nqcommon/model/internal/saved_fields.h>
+#include <nqcommon/model/internal/user_missing.h>
 
 namespace NQXML_940 {
 
-using NQCommon_940::NQMV;
+struct NQNumericEncoder::Saved {
+  template <class Self, class Archive>
+  static void Fields(Self& self, Archive& archive) {
+    archive.Value(self.fHasInterval);
+    if (self.fHasInterval) {
+      archive.Value(self.fLower);
+      archive.Value(self.fUpper);
+    }
+    internal::UserMissingFields(self.fvMissing, self.fvMissingLabels, archive);
+  }
+};
+
+void NQNumericEncoder::MissingFields(ObjectWriter& writer) const { Saved::Fields(*this, writer); }
+void NQNumericEncoder::MissingFields(ObjectReader& reader) { Saved::Fields(*this, reader); }
+
+bool NQNumericEncoder::IsDeclared(double value) const {
+  return internal::PositionOf(value, fvMissing) < fvMissing.size();
+}
 
 bool NQNumericEncoder::AddDiscreteUserMissing(double value, const std::string& label) {
-  fUserMissing.Add(value, label);
-  return true;
+  return internal::DeclareMissing(value, label, fvMissing, fvMissingLabels);
 }
 
 bool NQNumericEncoder::SetMissingInterval(double lo, double hi) {
@@ -19,38 +36,11 @@ bool NQNumericEncoder::SetMissingInterval(double lo, double hi) {
   return true;
 }
 
-const std::vector<double>& NQNumericEncoder::GetDiscreteMissValues() const {
-  return fUserMissing.GetValues();
-}
-
-const std::vector<std::string>& NQNumericEncoder::GetMissValueLabels() const {
-  return fUserMissing.GetLabels();
-}
-
 bool NQNumericEncoder::GetMissingInterval(double& lo, double& hi) const {
   if (!fHasInterval) return INQEncoder::GetMissingInterval(lo, hi);
   lo = fLower;
   hi = fUpper;
   return true;
-}
-
-void NQNumericEncoder::WriteMissing(ObjectWriter& writer) const {
-  writer.Value(fHasInterval);
-  if (fHasInterval) {
-    writer.Value(fLower);
-    writer.Value(fUpper);
-  }
-  internal::WriteUserMissing(writer, fUserMissing);
-}
-
-void NQNumericEncoder::ReadMissing(ObjectReader& reader) {
-  reader.Value(fHasInterval);
-  fLower = fUpper = NQMV::Missing();
-  if (fHasInterval) {
-    reader.Value(fLower);
-    reader.Value(fUpper);
-  }
-  internal::ReadUserMissing(reader, fUserMissing);
 }
 
 void NQNumericEncoder::DisplayMissing() const {
@@ -60,8 +50,8 @@ void NQNumericEncoder::DisplayMissing() const {
     DisplayD("Lower bound of missing interval", fLower);
     DisplayD("Upper bound of missing interval", fUpper);
   }
-  DisplayDV("User-missing values", fUserMissing.GetValues(), true);
-  DisplaySV("Labels of user-missing values", fUserMissing.GetLabels());
+  DisplayDV("User-missing values", fvMissing, true);
+  DisplaySV("Labels of user-missing values", fvMissingLabels);
 }
 
 }  // namespace NQXML_940

@@ -6,7 +6,6 @@
 #include <nqcommon/common/NQMV.h>
 #include <nqcommon/export.h>
 #include <nqcommon/model/INQEncoder.h>
-#include <nqcommon/model/UserMissing.h>
 
 namespace NQXML_940 {
 
@@ -23,23 +22,30 @@ class NQ_API NQNumericEncoder : public INQEncoder {
 
   bool IsMissing(double value) const final {
     return NQCommon_940::NQMV::IsMissing(value) ||
-           (fHasInterval && fLower <= value && value <= fUpper) || fUserMissing.Contains(value);
+           (fHasInterval && fLower <= value && value <= fUpper) ||
+           (!fvMissing.empty() && IsDeclared(value));
   }
 
   bool AddDiscreteUserMissing(double value, const std::string& label) override;
   bool SetMissingInterval(double lo, double hi) override;
-  const std::vector<double>& GetDiscreteMissValues() const override;
-  const std::vector<std::string>& GetMissValueLabels() const override;
+  const std::vector<double>& GetDiscreteMissValues() const override { return fvMissing; }
+  const std::vector<std::string>& GetMissValueLabels() const override { return fvMissingLabels; }
   bool GetMissingInterval(double& lo, double& hi) const override;
 
  protected:
-  // The flag of the interval and, when it is set, the bounds; then the values and their labels.
-  void WriteMissing(ObjectWriter& writer) const;
-  void ReadMissing(ObjectReader& reader);
+  // Write or read the flag of the interval and, when it is set, the bounds; then the values and their
+  // labels.
+  void MissingFields(ObjectWriter& writer) const;
+  void MissingFields(ObjectReader& reader);
   void DisplayMissing() const;
 
  private:
-  UserMissing<double> fUserMissing;
+  struct Saved;
+
+  bool IsDeclared(double value) const;
+
+  std::vector<double> fvMissing;
+  std::vector<std::string> fvMissingLabels;
   bool fHasInterval = false;
   double fLower = NQCommon_940::NQMV::Missing();
   double fUpper = NQCommon_940::NQMV::Missing();

@@ -36,19 +36,22 @@ double NQRoundEncoder::EncodeConst(const std::string&) const { return NQMV::Miss
 
 NQRoundEncoder* NQRoundEncoder::Clone() const { return new NQRoundEncoder(*this); }
 
+struct NQRoundEncoder::Saved {
+  static constexpr const char* kName = "NQRoundEncoder";
+
+  template <class Self, class Archive>
+  static void Fields(Self& self, Archive& archive) {
+    archive.Value(self.fOption);
+    self.MissingFields(archive);
+  }
+};
+
 int NQRoundEncoder::WriteObjectXML(std::ostream& os, int indent) const {
-  ObjectWriter writer(os, "NQRoundEncoder", indent);
-  writer.Value(fOption);
-  WriteMissing(writer);
-  return writer.End();
+  return internal::WriteObject<Saved>(*this, os, indent);
 }
 
 int NQRoundEncoder::ReadObjectXML(std::ifstream& in) {
-  return internal::ReadObject(in, "NQRoundEncoder", "NQRoundEncoder from XML",
-                              [this](ObjectReader& reader) {
-                                internal::ReadCode(reader, fOption);
-                                ReadMissing(reader);
-                              });
+  return internal::ReadObject<Saved>(*this, in, "NQRoundEncoder from XML");
 }
 
 void NQRoundEncoder::Display() const {

@@ -38,6 +38,8 @@ class NQ_API NQRoundEncoder final : public NQNumericEncoder {
   void Display() const override;
 
  private:
+  struct Saved;
+
   INQVariable::WRoundingOption fOption;
 };
 

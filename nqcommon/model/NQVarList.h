@@ -1,10 +1,10 @@
 #pragma once
 
 #include <iosfwd>
+#include <memory>
 #include <string>
 #include <vector>
 
-#include <nqcommon/common/ClonePtr.h>
 #include <nqcommon/export.h>
 #include <nqcommon/model/INQEncoder.h>
 #include <nqcommon/model/INQVariable.h>
@@ -29,7 +29,9 @@ class NQ_API NQVarList {
  public:
   NQVarList();
   NQVarList(const NQVarList&);
+  NQVarList(NQVarList&&) noexcept;
   NQVarList& operator=(const NQVarList&);
+  NQVarList& operator=(NQVarList&&) noexcept;
   ~NQVarList();
 
   // ---- Adding: the position of the new variable, or -1 ------------------------------------------
@@ -57,7 +59,7 @@ class NQ_API NQVarList {
                 const std::vector<std::string>& texts, const std::vector<double>& frequencies,
                 INQVariable::VariableRole role, bool isOrdinal);
 
-  // Takes the place of the weight that the list has, if any: there is one at most.
+  // A list has one weight at most: a new one takes the place of the old one.
   int SetWeightVar(const std::string& name, const std::string& label,
                    INQVariable::WRoundingOption option);
 
@@ -71,7 +73,7 @@ class NQ_API NQVarList {
   bool RemoveVar(const std::string& name);  // the first of this name
 
   // Slots, the empty ones included.
-  int GetNumVars() const { return static_cast<int>(fvVariables.size()); }
+  int GetNumVars() const { return static_cast<int>(fOwned.fvVariables.size()); }
 
   // The position of the first variable whose name is this byte for byte, or -1.
   int FindVariable(const std::string& name) const;
@@ -108,18 +110,20 @@ class NQ_API NQVarList {
   INQVariable::VariableRole GetVariableRole(int i) const;
   bool SetVariableRole(int i, INQVariable::VariableRole role);
 
-  // For the selection of inputs: true makes a possible input an input, false an input a possible
-  // one. A variable of any other role is refused, one that has the role asked for is left: true.
+  // The selection of inputs: with isInput a possible input becomes an input, without it an input
+  // becomes a possible input. True also for a variable that has that role already; a variable of any
+  // third role is refused.
   bool ChangeVariableRole(bool isInput, int i);
 
-  // Makes a variable a target response; a weight is refused. There may be several. Removing is
-  // refused for other roles; the variable is then unused, not an input: a former response must not
-  // slip into the model that predicts another one.
+  // AddResponseVariable makes a variable a target response; a weight is refused. There may be
+  // several. RemoveResponseVariable makes a target response an unused variable, not an input, so
+  // that it does not slip into the model of another response; a variable of any other role is
+  // refused.
   bool AddResponseVariable(int i);
   bool RemoveResponseVariable(int i);
 
-  // Gives the first target, or without one the first target response, this encoder. The list takes
-  // it over; false, and it stays the caller's, when there is neither, or null is given.
+  // The first target, or the first target response where there is no target, takes over this encoder.
+  // False where there is neither, or for null: the encoder then stays the caller's.
   bool ChangeTargetEncoder(INQEncoder* encoder);
 
   bool SetMissingValueReplacement(int i, const std::string& text);
@@ -143,8 +147,8 @@ class NQ_API NQVarList {
   // The element that describes the formats of all fields. The list takes it over; null for none, the
   // one it has for no change.
   void SetFieldFormatsElement(XMLElement* element);
-  const XMLElement* GetFieldFormatsElement() const { return fFormatsElement.Get(); }
-  XMLElement* GetFieldFormatsElement() { return fFormatsElement.Get(); }
+  const XMLElement* GetFieldFormatsElement() const { return fOwned.fFormatsElement.get(); }
+  XMLElement* GetFieldFormatsElement() { return fOwned.fFormatsElement.get(); }
 
   // ---- Save file --------------------------------------------------------------------------------
 
@@ -156,8 +160,8 @@ class NQ_API NQVarList {
   // element stay. Failures are also: a negative number of variables, a level outside 1 .. 4, a
   // second weight, a block of another level than the one before it, a number of continuous or of
   // categorical variables other than that of the variables read. The last two numbers are free.
-  // After a failure the list holds the variables up to the one that failed, which it may hold in
-  // part; when the start line failed, it is unchanged.
+  // After a failure the list holds the variables before the one that failed; when the start line
+  // failed, it is unchanged.
   int WriteObjectXML(std::ostream& os, int indent) const;
   int ReadObjectXML(std::ifstream& in);
 
@@ -165,36 +169,31 @@ class NQ_API NQVarList {
   void Display() const;
 
  private:
-  // The position of the first variable that meets the condition, or -1; the number of those that do.
-  template <class Condition>
-  int Find(Condition meets) const {
-    for (int i = 0; i < GetNumVars(); ++i) {
-      if (const INQVariable* variable = GetVarAt(i); variable && meets(*variable)) return i;
-    }
-    return -1;
-  }
-  template <class Condition>
-  int Count(Condition meets) const {
-    int count = 0;
-    for (const auto& variable : fvVariables) count += variable && meets(*variable);
-    return count;
-  }
+  struct Saved;
 
-  int Add(NQCommon_940::ClonePtr<INQVariable> variable);
-  template <class T>
-  int AddCategories(const std::string& name, const std::string& label, const std::vector<T>& values,
-                    const std::vector<double>* frequencies, INQVariable::VariableRole role,
-                    bool isOrdinal);
+  // A copy has copies of all.
+  struct Owned {
+    Owned();
+    Owned(const Owned& other);
+    Owned(Owned&&) noexcept;
+    Owned& operator=(const Owned& other);
+    Owned& operator=(Owned&&) noexcept;
+    ~Owned();
+
+    std::vector<std::unique_ptr<INQVariable>> fvVariables;
+    std::unique_ptr<XMLElement> fFormatsElement;
+  };
+
+  int Add(std::unique_ptr<INQVariable> variable);
   bool ChangeRole(int i, INQVariable::VariableRole from, INQVariable::VariableRole to);
 
-  std::vector<NQCommon_940::ClonePtr<INQVariable>> fvVariables;
+  Owned fOwned;
   bool fListwiseDeletion = false;
   double fUnweightedCount = 0;
   double fWeightedCount = 0;
   double fDroppedCount = 0;
   double fBadWeightCount = 0;
   double fWeightedDroppedCount = 0;
-  NQCommon_940::ClonePtr<XMLElement> fFormatsElement;
 };
 
 }  // namespace NQXML_940

@@ -2,29 +2,27 @@
 
 #include <nqcommon/model/NQCatVar.h>
 #include <nqcommon/model/NQContVar.h>
+#include <nqcommon/model/internal/variables.h>
 
 namespace NQXML_940 {
 
-namespace {
-
-auto HasRole(INQVariable::VariableRole role) {
-  return [role](const INQVariable& variable) { return variable.GetVariableRole() == role; };
-}
-
-}  // namespace
+using internal::CountVariables;
+using internal::HasRole;
 
 std::vector<std::string> NQVarList::GetVarNames(INQVariable::VariableRole role) const {
   std::vector<std::string> names;
-  for (const auto& variable : fvVariables) {
+  for (const auto& variable : fOwned.fvVariables) {
     if (variable && HasRole(role)(*variable)) names.push_back(variable->GetVariableName());
   }
   return names;
 }
 
-int NQVarList::GetNumInputVars() const { return Count(HasRole(INQVariable::RoleInput)); }
+int NQVarList::GetNumInputVars() const {
+  return CountVariables(fOwned.fvVariables, HasRole(INQVariable::RoleInput));
+}
 
 int NQVarList::GetNumPossibleInputVars() const {
-  return Count(HasRole(INQVariable::RolePossibleInput));
+  return CountVariables(fOwned.fvVariables, HasRole(INQVariable::RolePossibleInput));
 }
 
 INQVariable::VariableRole NQVarList::GetVariableRole(int i) const {
@@ -58,8 +56,10 @@ bool NQVarList::RemoveResponseVariable(int i) {
 
 bool NQVarList::ChangeTargetEncoder(INQEncoder* encoder) {
   if (!encoder) return false;
-  int target = Find(HasRole(INQVariable::RoleTarget));
-  if (target < 0) target = Find(HasRole(INQVariable::RoleTargetResponse));
+  const internal::Variables& variables = fOwned.fvVariables;
+  int target = internal::FindVariable(variables, HasRole(INQVariable::RoleTarget));
+  if (target < 0)
+    target = internal::FindVariable(variables, HasRole(INQVariable::RoleTargetResponse));
   INQVariable* variable = GetVarAt(target);
   if (auto* categorical = dynamic_cast<NQCatVar*>(variable)) {
     categorical->ChangeEncoder(encoder);

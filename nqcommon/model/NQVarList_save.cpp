@@ -1,6 +1,7 @@
 #include <nqcommon/model/NQVarList.h>
 
 #include <cstddef>
+#include <memory>
 #include <utility>
 
 #include <nqcommon/common/display.h>
@@ -8,81 +9,90 @@
 #include <nqcommon/model/NQContVar.h>
 #include <nqcommon/model/NQWeightVar.h>
 #include <nqcommon/model/internal/saved_fields.h>
+#include <nqcommon/model/internal/variables.h>
 
 namespace NQXML_940 {
 
-using NQCommon_940::ClonePtr;
-
 namespace {
+
+using VariablePtr = std::unique_ptr<INQVariable>;
+
+bool IsAny(const INQVariable&) { return true; }
 
 // An empty variable of the level, to read itself; none for another level. The kept weight is used
 // up by the first weight.
-ClonePtr<INQVariable> MakeVariable(INQVariable::MeasureLevel level,
-                                   ClonePtr<INQVariable>& keptWeight) {
+VariablePtr MakeVariable(INQVariable::MeasureLevel level, VariablePtr& keptWeight) {
   switch (level) {
     case INQVariable::LevelContinuous:
-      return ClonePtr<INQVariable>(new NQContVar("", "", 0, 0, INQVariable::RoleInput, false, 0));
+      return std::make_unique<NQContVar>("", "", 0, 0, INQVariable::RoleInput, false, 0);
     case INQVariable::LevelNumericCategorical:
     case INQVariable::LevelStringCategorical:
-      return ClonePtr<INQVariable>(new NQCatVar("", "", 0, level, INQVariable::RoleInput, false));
+      return std::make_unique<NQCatVar>("", "", 0, level, INQVariable::RoleInput, false);
     case INQVariable::LevelFrequencyWeight:
-      if (keptWeight) return std::exchange(keptWeight, {});
-      return ClonePtr<INQVariable>(new NQWeightVar("", "", INQVariable::RoundAsIs));
+      if (keptWeight) return std::move(keptWeight);
+      return std::make_unique<NQWeightVar>("", "", INQVariable::RoundAsIs);
     default:
-      return {};
+      return nullptr;
   }
 }
 
 }  // namespace
 
-int NQVarList::WriteObjectXML(std::ostream& os, int indent) const {
-  ObjectWriter writer(os, "NQVarList", indent);
-  writer.Value(Count([](const INQVariable&) { return true; }));
-  for (const auto& variable : fvVariables) {
-    if (!variable) continue;
-    writer.Value(variable->GetMeasureLevel());
-    writer.Object(*variable);
-  }
-  writer.Value(GetNumContVar());
-  writer.Value(GetNumCatVar());
-  writer.Value(GetNumInputVars());
-  writer.Value(GetNumPossibleInputVars());
-  return writer.End();
-}
+struct NQVarList::Saved {
+  static constexpr const char* kName = "NQVarList";
 
-int NQVarList::ReadObjectXML(std::ifstream& in) {
-  return internal::ReadObject(in, "NQVarList", [this](ObjectReader& reader) {
-    ClonePtr<INQVariable> keptWeight;
-    if (const int i = GetWeightVarIndex(); i >= 0)
-      keptWeight = std::move(fvVariables[static_cast<std::size_t>(i)]);
-    fvVariables.clear();
+  template <class Self, class Archive>
+  static void Fields(Self& self, Archive& archive) {
+    Variables(self, archive);
+    int nContinuous = self.GetNumContVar(), nCategorical = self.GetNumCatVar();
+    int nInputs = self.GetNumInputVars(), nPossibleInputs = self.GetNumPossibleInputVars();
+    archive.Value(nContinuous);
+    archive.Value(nCategorical);
+    archive.Value(nInputs);  // free in a file: it is counted from the roles, as the next one
+    archive.Value(nPossibleInputs);
+    archive.Require(nContinuous == self.GetNumContVar() && nCategorical == self.GetNumCatVar());
+  }
+
+  static void Variables(const NQVarList& self, ObjectWriter& writer) {
+    writer.Count(internal::CountVariables(self.fOwned.fvVariables, IsAny));
+    for (const VariablePtr& variable : self.fOwned.fvVariables) {
+      if (!variable) continue;
+      writer.Value(variable->GetMeasureLevel());
+      writer.Object(*variable);
+    }
+  }
+
+  static void Variables(NQVarList& self, ObjectReader& reader) {
+    VariablePtr keptWeight;
+    if (const int i = self.GetWeightVarIndex(); i >= 0)
+      keptWeight = std::move(self.fOwned.fvVariables[static_cast<std::size_t>(i)]);
+    self.fOwned.fvVariables.clear();
 
     int count = 0;
-    internal::ReadCount(reader, count);
+    reader.Count(count);
     for (int i = 0; i < count; ++i) {
       auto level = INQVariable::LevelUnknown;
-      internal::ReadCode(reader, level);
-      reader.Require(level != INQVariable::LevelFrequencyWeight || GetWeightVarIndex() < 0);
-      ClonePtr<INQVariable> variable = MakeVariable(level, keptWeight);
-      reader.Require(bool(variable));
-      Add(std::move(variable));
-      reader.Object(*fvVariables.back());
-      reader.Require(fvVariables.back()->GetMeasureLevel() == level);
+      reader.Value(level);
+      reader.Require(level != INQVariable::LevelFrequencyWeight || self.GetWeightVarIndex() < 0);
+      VariablePtr variable = MakeVariable(level, keptWeight);
+      reader.Require(variable != nullptr);
+      reader.Object(*variable);
+      reader.Require(variable->GetMeasureLevel() == level);
+      self.Add(std::move(variable));
     }
+  }
+};
 
-    int nContinuous = 0, nCategorical = 0, nInputs = 0, nPossibleInputs = 0;
-    reader.Value(nContinuous);
-    reader.Value(nCategorical);
-    reader.Value(nInputs);  // counted from the roles instead, as the next one
-    reader.Value(nPossibleInputs);
-    reader.Require(nContinuous == GetNumContVar() && nCategorical == GetNumCatVar());
-  });
+int NQVarList::WriteObjectXML(std::ostream& os, int indent) const {
+  return internal::WriteObject<Saved>(*this, os, indent);
 }
+
+int NQVarList::ReadObjectXML(std::ifstream& in) { return internal::ReadObject<Saved>(*this, in); }
 
 void NQVarList::Display() const {
   using namespace NQDisplay_940;
   DisplayText(1, "NQVarList display start");
-  DisplayI("Number of variables", Count([](const INQVariable&) { return true; }));
+  DisplayI("Number of variables", internal::CountVariables(fOwned.fvVariables, IsAny));
   DisplayI("Number of continuous variables", GetNumContVar());
   DisplayI("Number of categorical variables", GetNumCatVar());
   DisplayI("Position of the weight variable", GetWeightVarIndex());
@@ -92,7 +102,7 @@ void NQVarList::Display() const {
   DisplayD("Dropped count", fDroppedCount);
   DisplayD("Bad weight count", fBadWeightCount);
   DisplayD("Weighted dropped count", fWeightedDroppedCount);
-  for (const auto& variable : fvVariables) {
+  for (const auto& variable : fOwned.fvVariables) {
     if (variable) variable->Display();
   }
   DisplayText(1, "NQVarList display end");

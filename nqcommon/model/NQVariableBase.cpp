@@ -8,6 +8,7 @@
 #include <nqcommon/model/NQContEncoder.h>
 #include <nqcommon/model/NQRoundEncoder.h>
 #include <nqcommon/model/NQStringEncoder.h>
+#include <nqcommon/model/internal/owned.h>
 #include <nqcommon/model/internal/saved_fields.h>
 #include <nqcommon/xml/XMLElement.h>
 
@@ -33,19 +34,37 @@ std::unique_ptr<INQEncoder> MakeEncoder(INQEncoder::EncoderType type) {
 
 }  // namespace
 
+NQVariableBase::Owned::Owned(std::unique_ptr<INQEncoder> encoder) : fEncoder(std::move(encoder)) {}
+NQVariableBase::Owned::Owned(const Owned& other)
+    : fEncoder(internal::CloneOf(other.fEncoder)),
+      fFormatElement(internal::CloneOf(other.fFormatElement)) {}
+NQVariableBase::Owned& NQVariableBase::Owned::operator=(const Owned& other) {
+  Owned copy(other);
+  fEncoder.swap(copy.fEncoder);
+  fFormatElement.swap(copy.fFormatElement);
+  return *this;
+}
+NQVariableBase::Owned::~Owned() = default;
+
 NQVariableBase::NQVariableBase(std::string name, std::string label, VariableRole role,
                                std::unique_ptr<INQEncoder> encoder)
-    : fName(std::move(name)), fLabel(std::move(label)), fRole(role), fEncoder(std::move(encoder)) {}
+    : fName(std::move(name)), fLabel(std::move(label)), fRole(role), fOwned(std::move(encoder)) {}
 NQVariableBase::NQVariableBase(const NQVariableBase&) = default;
 NQVariableBase& NQVariableBase::operator=(const NQVariableBase&) = default;
 NQVariableBase::~NQVariableBase() = default;
+
+void NQVariableBase::ReplaceEncoder(INQEncoder* encoder) {
+  internal::TakeOver(fOwned.fEncoder, encoder);
+}
 
 bool NQVariableBase::SetVariableRole(VariableRole role) {
   fRole = role;
   return true;
 }
 
-void NQVariableBase::SetFieldFormatElement(XMLElement* element) { fFormatElement.Reset(element); }
+void NQVariableBase::SetFieldFormatElement(XMLElement* element) {
+  internal::TakeOver(fOwned.fFormatElement, element);
+}
 
 bool NQVariableBase::SetMissingValueReplacement(const std::string& text) {
   fReplacement = text;
@@ -60,30 +79,31 @@ bool NQVariableBase::GetMissingValueReplacement(std::string& text) const {
 
 bool NQVariableBase::SetFlagVariable(bool) { return false; }
 
-void NQVariableBase::WriteReplacement(ObjectWriter& writer) const {
-  writer.Value(fHasReplacement);
-  if (fHasReplacement) writer.Value(fReplacement);
-}
+struct NQVariableBase::Saved {
+  template <class Self, class Archive>
+  static void Replacement(Self& self, Archive& archive) {
+    archive.Value(self.fHasReplacement);
+    if (self.fHasReplacement) archive.Value(self.fReplacement);
+  }
+};
 
-void NQVariableBase::ReadReplacement(ObjectReader& reader) {
-  reader.Value(fHasReplacement);
-  fReplacement.clear();
-  if (fHasReplacement) reader.Value(fReplacement);
+void NQVariableBase::ReplacementFields(ObjectWriter& writer) const {
+  Saved::Replacement(*this, writer);
 }
+void NQVariableBase::ReplacementFields(ObjectReader& reader) { Saved::Replacement(*this, reader); }
 
-void NQVariableBase::WriteEncoder(ObjectWriter& writer) const {
-  const auto type = fEncoder ? fEncoder->GetEncoderType() : INQEncoder::EncoderNone;
+void NQVariableBase::EncoderFields(ObjectWriter& writer, EncoderTypes) const {
+  const auto type = Encoder() ? Encoder()->GetEncoderType() : INQEncoder::EncoderNone;
   writer.Value(type);
-  if (type != INQEncoder::EncoderNone) writer.Object(*fEncoder);
+  if (type != INQEncoder::EncoderNone) writer.Object(*Encoder());
 }
 
-void NQVariableBase::ReadEncoder(ObjectReader& reader,
-                                 std::initializer_list<INQEncoder::EncoderType> accepted) {
+void NQVariableBase::EncoderFields(ObjectReader& reader, EncoderTypes accepted) {
   auto type = INQEncoder::EncoderNone;
-  internal::ReadCode(reader, type);
+  reader.Value(type);
   reader.Require(std::find(accepted.begin(), accepted.end(), type) != accepted.end());
-  fEncoder.Reset(MakeEncoder(type).release());
-  if (fEncoder) reader.Object(*fEncoder);
+  fOwned.fEncoder = MakeEncoder(type);
+  if (Encoder()) reader.Object(*Encoder());
 }
 
 void NQVariableBase::DisplayCommon() const {
@@ -97,8 +117,8 @@ void NQVariableBase::DisplayCommon() const {
 }
 
 void NQVariableBase::DisplayEncoder() const {
-  if (fEncoder)
-    fEncoder->Display();
+  if (Encoder())
+    Encoder()->Display();
   else
     INQEncoder::DisplayCode("Encoder type", INQEncoder::EncoderNone);
 }

@@ -4,7 +4,6 @@
 #include <memory>
 #include <string>
 
-#include <nqcommon/common/ClonePtr.h>
 #include <nqcommon/export.h>
 #include <nqcommon/model/INQEncoder.h>
 #include <nqcommon/model/INQVariable.h>
@@ -30,14 +29,14 @@ class NQ_API NQVariableBase : public INQVariable {
   void SetVariableStorage(VariableStorage storage) override { fStorage = storage; }
 
   void SetFieldFormatElement(XMLElement* element) override;
-  const XMLElement* GetFieldFormatElement() const override { return fFormatElement.Get(); }
-  XMLElement* GetFieldFormatElement() override { return fFormatElement.Get(); }
+  const XMLElement* GetFieldFormatElement() const override { return fOwned.fFormatElement.get(); }
+  XMLElement* GetFieldFormatElement() override { return fOwned.fFormatElement.get(); }
 
   bool SetMissingValueReplacement(const std::string& text) override;
   bool GetMissingValueReplacement(std::string& text) const override;
 
-  const INQEncoder* GetEncoder() const override { return fEncoder.Get(); }
-  INQEncoder* GetEncoder() override { return fEncoder.Get(); }
+  const INQEncoder* GetEncoder() const override { return fOwned.fEncoder.get(); }
+  INQEncoder* GetEncoder() override { return fOwned.fEncoder.get(); }
 
   // Not a flag.
   bool SetFlagVariable(bool isFlag) override;
@@ -49,17 +48,20 @@ class NQ_API NQVariableBase : public INQVariable {
   NQVariableBase(const NQVariableBase&);
   NQVariableBase& operator=(const NQVariableBase&);
 
-  INQEncoder* Encoder() const { return fEncoder.Get(); }
-  void ReplaceEncoder(INQEncoder* encoder) { fEncoder.Reset(encoder); }
+  INQEncoder* Encoder() const { return fOwned.fEncoder.get(); }
 
-  // Whether there is a replacement, and then the replacement.
-  void WriteReplacement(ObjectWriter& writer) const;
-  void ReadReplacement(ObjectReader& reader);
+  // Deletes the old encoder, unless it is the same.
+  void ReplaceEncoder(INQEncoder* encoder);
 
-  // The type code of the encoder, EncoderNone without one, and then the encoder. The reader makes
-  // the encoder of the code; a code that is not accepted fails, the encoder as it was.
-  void WriteEncoder(ObjectWriter& writer) const;
-  void ReadEncoder(ObjectReader& reader, std::initializer_list<INQEncoder::EncoderType> accepted);
+  // Write or read whether there is a replacement, and then the replacement.
+  void ReplacementFields(ObjectWriter& writer) const;
+  void ReplacementFields(ObjectReader& reader);
+
+  // Write or read the type code of the encoder, EncoderNone without one, and then the encoder. The
+  // reader makes the encoder of the code; a code that is not accepted fails, the encoder as it was.
+  using EncoderTypes = std::initializer_list<INQEncoder::EncoderType>;
+  void EncoderFields(ObjectWriter& writer, EncoderTypes accepted) const;
+  void EncoderFields(ObjectReader& reader, EncoderTypes accepted);
 
   // The fields of this class, the encoder apart, which comes last.
   void DisplayCommon() const;
@@ -71,10 +73,22 @@ class NQ_API NQVariableBase : public INQVariable {
   VariableStorage fStorage = StorageUndefined;
 
  private:
-  std::string fReplacement;
+  struct Saved;
+
+  // A copy has copies of both.
+  struct Owned {
+    explicit Owned(std::unique_ptr<INQEncoder> encoder);
+    Owned(const Owned& other);
+    Owned& operator=(const Owned& other);
+    ~Owned();
+
+    std::unique_ptr<INQEncoder> fEncoder;
+    std::unique_ptr<XMLElement> fFormatElement;
+  };
+
   bool fHasReplacement = false;
-  NQCommon_940::ClonePtr<INQEncoder> fEncoder;
-  NQCommon_940::ClonePtr<XMLElement> fFormatElement;
+  std::string fReplacement;
+  Owned fOwned;
 };
 
 }  // namespace NQXML_940

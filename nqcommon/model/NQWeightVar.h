@@ -8,6 +8,8 @@
 
 namespace NQXML_940 {
 
+class NQRoundEncoder;
+
 // The frequency weight: a variable of level 4 and role 3, without categories and without replacement
 // for missing values, never a flag variable. Its encoder is an NQRoundEncoder of its option.
 //
@@ -16,7 +18,8 @@ class NQ_API NQWeightVar final : public NQVariableBase {
  public:
   NQWeightVar(const std::string& name, const std::string& label, WRoundingOption option);
 
-  WRoundingOption GetRoundingOption() const { return fOption; }
+  // That of the encoder.
+  WRoundingOption GetRoundingOption() const;
 
   MeasureLevel GetMeasureLevel() const override { return LevelFrequencyWeight; }
   int GetNumberOfCategories() const override { return 0; }
@@ -33,7 +36,9 @@ class NQ_API NQWeightVar final : public NQVariableBase {
   void Display() const override;
 
  private:
-  WRoundingOption fOption;
+  struct Saved;
+
+  NQRoundEncoder& Rounding() const;
 };
 
 }  // namespace NQXML_940

@@ -1,17 +1,22 @@
-// How a class saves itself: its values and owned objects in one order, written and read alike.
+// How a class saves itself: its values and owned objects in one order, written and read alike. Writer
+// and reader have the same operations, so that one list of the fields serves both.
+//
+//   template <class Thing, class Archive>
+//   void Fields(Thing& thing, Archive& archive) {
+//     archive.Value(thing.fName);
+//     archive.List(thing.fvBounds);
+//     archive.Object(*thing.fEncoder);
+//   }
 //
 //   int NQThing::WriteObjectXML(std::ostream& os, int nTabs) const {
 //     NQXML_940::ObjectWriter writer(os, "NQThing", nTabs);
-//     writer.Value(fName);
-//     writer.List(fvBounds);
-//     writer.Object(*fEncoder);
+//     Fields(*this, writer);
 //     return writer.End();
 //   }
 //
 //   int NQThing::ReadObjectXML(std::ifstream& is) {
 //     NQXML_940::ObjectReader reader(is, "NQThing");
-//     reader.Value(fName);
-//     ...the same order...
+//     Fields(*this, reader);
 //     return reader.End();
 //   }
 #pragma once
@@ -19,6 +24,7 @@
 #include <fstream>
 #include <ostream>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 #include <nqcommon/export.h>
@@ -41,15 +47,26 @@ class ObjectWriter {
     fObject.StartObj(fStream);
   }
 
+  // A code of an enumeration is an int.
   template <class T>
   void Value(const T& value) {
-    fObject.WriteSubElement(fStream, value);
-    ++fNLines;
+    if constexpr (std::is_enum_v<T>) {
+      Value(static_cast<int>(value));
+    } else {
+      fObject.WriteSubElement(fStream, value);
+      ++fNLines;
+    }
   }
+
+  void Count(int count) { Value(count); }
 
   template <class T>
   void Values(const std::vector<T>& values) {
     for (const T& value : values) Value(value);
+  }
+  template <class T>
+  void Values(const std::vector<T>& values, int /*count*/) {
+    Values(values);
   }
 
   // The number of values, an int, and the values.
@@ -64,6 +81,9 @@ class ObjectWriter {
   void Object(const T& object) {
     fNLines += object.WriteObjectXML(fStream, fObject.GetNTabs() + 1);
   }
+
+  // What is written needs no check.
+  void Require(bool /*condition*/) const {}
 
   // Writes the end line; the number of lines.
   int End() {
@@ -93,10 +113,25 @@ class ObjectReader {
     if (!condition) ThrowReadFailure(fReportedName);
   }
 
+  // Any code of an enumeration is read, those that it does not name too.
   template <class T>
   void Value(T& value) {
-    Require(ParseValue(fStream, value));
-    ++fNLines;
+    if constexpr (std::is_enum_v<T>) {
+      int code = 0;
+      Value(code);
+      value = static_cast<T>(code);
+    } else {
+      Require(ParseValue(fStream, value));
+      ++fNLines;
+    }
+  }
+
+  // An int that must not be negative; `count` changes only when it is read.
+  void Count(int& count) {
+    int value = 0;
+    Value(value);
+    Require(value >= 0);
+    count = value;
   }
 
   // `count` values. One by one: a count that a file made up must not decide how much is allocated.
@@ -114,8 +149,7 @@ class ObjectReader {
   template <class T>
   void List(std::vector<T>& values) {
     int count = 0;
-    Value(count);
-    Require(count >= 0);
+    Count(count);
     Values(values, count);
   }
 

@@ -10,6 +10,7 @@
 
 #include <climits>
 
+#include "support/each.h"
 #include "support/special_values.h"
 #include "support/variable_list_checks.h"
 
@@ -25,8 +26,8 @@ TEST(NQVarList, PositionsStayAndEmptySlotsAreSkipped) {
   EXPECT_EQ(list.AddContVar("age", "the second", 0, 1, V::RoleInput, Doubles{0.5}), 6);
   EXPECT_EQ(list.FindVariable("age"), 0);
   EXPECT_EQ(list.FindVariable("Age"), -1);
-  EXPECT_TRUE(list.RemoveVar("age") && list.RemoveVar(4));
-  EXPECT_FALSE(list.RemoveVar(0) || list.RemoveVar("w") || list.RemoveVar(-1) || list.RemoveVar(7));
+  EXPECT_EACH(true, list.RemoveVar("age"), list.RemoveVar(4));
+  EXPECT_EACH(false, list.RemoveVar(0), list.RemoveVar("w"), list.RemoveVar(-1), list.RemoveVar(7));
   EXPECT_EQ(list.FindVariable("age"), 6);
   EXPECT_EQ(list.GetNumVars(), 7);
   EXPECT_EQ(list.GetVarNames(), (Texts{"plain", "region", "name", "bare", "age"}));
@@ -34,10 +35,10 @@ TEST(NQVarList, PositionsStayAndEmptySlotsAreSkipped) {
   EXPECT_EQ(list.GetNumContVar(), 3);
   EXPECT_EQ(list.GetNumCatVar(), 2);
   for (int i : {0, 4, 7, -1, INT_MAX, INT_MIN}) {
-    EXPECT_TRUE(!list.GetVarAt(i) && !list.GetEncoderAt(i)) << i;
-    EXPECT_FALSE(list.SetVariableRole(i, V::RoleInput) || list.ChangeVariableRole(true, i) ||
-                 list.AddResponseVariable(i) || list.RemoveResponseVariable(i) ||
-                 list.SetMissingValueReplacement(i, ""))
+    EXPECT_EACH(false, list.GetVarAt(i) != nullptr, list.GetEncoderAt(i) != nullptr,
+                list.SetVariableRole(i, V::RoleInput), list.ChangeVariableRole(true, i),
+                list.AddResponseVariable(i), list.RemoveResponseVariable(i),
+                list.SetMissingValueReplacement(i, ""))
         << i;
     EXPECT_EQ(list.GetVariableRole(i), V::RoleUndefined) << i;
   }
@@ -55,8 +56,8 @@ TEST(NQVarList, OneWeight) {
   EXPECT_EQ(list.SetWeightVar("w2", "", V::RoundDown), 1);
   EXPECT_EQ(list.GetVarNames(), (Texts{"x", "w2"}));
   EXPECT_EQ(list.GetEncoderAt(1)->Encode(0.9), kMissing);
-  EXPECT_FALSE(list.SetVariableRole(1, V::RoleInput) || list.AddResponseVariable(1) ||
-               list.SetMissingValueReplacement(1, "1") || list.GetVarAt(1)->SetFlagVariable(true));
+  EXPECT_EACH(false, list.SetVariableRole(1, V::RoleInput), list.AddResponseVariable(1),
+              list.SetMissingValueReplacement(1, "1"), list.GetVarAt(1)->SetFlagVariable(true));
 }
 
 TEST(NQVarList, WhatIsAddedIsOfAKnownLevel) {
@@ -116,8 +117,9 @@ TEST(NQVarList, EncoderOfTheTarget) {
   std::unique_ptr<INQEncoder> mine(new NQCatNumEncoder(Doubles{8, 9}));
   list.AddContVar("x", "", 0, 1, V::RoleInput, true, 3);
   list.AddCatVar("y", "", {1, 2}, V::RoleTargetResponse, false);
-  EXPECT_TRUE(list.ChangeTargetEncoder(mine->Clone()) && !list.ChangeTargetEncoder(nullptr));
-  EXPECT_TRUE(list.ChangeTargetEncoder(list.GetEncoderAt(1)));
+  EXPECT_FALSE(list.ChangeTargetEncoder(nullptr));
+  EXPECT_EACH(true, list.ChangeTargetEncoder(mine->Clone()),
+              list.ChangeTargetEncoder(list.GetEncoderAt(1)));
   EXPECT_EQ(list.GetEncoderAt(1)->EncodeConst(9), 1);
   list.SetVariableRole(0, V::RoleTarget);
   EXPECT_TRUE(list.ChangeTargetEncoder(mine->Clone()));
@@ -142,4 +144,7 @@ TEST(NQVarList, CopiesShareNothing) {
     EXPECT_EQ(Displayed(*other), before);
     EXPECT_NE(other->GetFieldFormatsElement(), list.GetFieldFormatsElement());
   }
+  const INQVariable* const first = copy.GetVarAt(0);
+  assigned = std::move(copy);
+  EXPECT_EQ(assigned.GetVarAt(0), first);
 }

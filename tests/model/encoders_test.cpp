@@ -11,6 +11,7 @@
 
 #include "support/compare.h"
 #include "support/displayed.h"
+#include "support/each.h"
 #include "support/special_values.h"
 
 using namespace NQXML_940;
@@ -62,8 +63,11 @@ TEST(NQCatNumEncoder, CodesInOrderOfFirstAppearance) {
 TEST(NQCatNumEncoder, DecodedAndDeclaredLater) {
   NQCatNumEncoder encoder(Doubles{0.1, -3, kMissing, 0.1, 1e300});
   EXPECT_EQ(encoder.Decode(0) + "|" + encoder.Decode(1) + "|" + encoder.Decode(2), "0.1|-3|1e+300");
-  for (int code : {-1, 3, INT_MIN, INT_MAX})
-    EXPECT_TRUE(encoder.Decode(code).empty() && encoder.DecodeNum(code) == kMissing) << code;
+  for (int code : {-1, 3, INT_MIN, INT_MAX}) {
+    EXPECT_EQ(std::pair(encoder.Decode(code), encoder.DecodeNum(code)),
+              std::pair(std::string(), kMissing))
+        << code;
+  }
   encoder.AddDiscreteUserMissing(-3, "");
   EXPECT_EQ(encoder.Encode(-3), -1) << "missing although it has a code";
   EXPECT_EQ(encoder.DecodeNum(1), -3);
@@ -97,7 +101,7 @@ TEST(CategoryIndex, IsAnOrderedMapOfExactKeys) {
     ASSERT_EQ(string.Encode(text), texts.try_emplace(text, texts.size()).first->second);
   }
   for (const auto& [value, code] : numbers)
-    ASSERT_TRUE(SameValue(numeric.DecodeNum(static_cast<int>(code)), value));
+    ASSERT_TRUE(nqtest::IsSame(numeric.DecodeNum(static_cast<int>(code)) + 0.0, value + 0.0));
   for (const auto& [text, code] : texts) ASSERT_EQ(string.Decode(static_cast<int>(code)), text);
 }
 
@@ -115,9 +119,11 @@ TEST(NQBinningEncoder, CutPointsAndBins) {
       {{kMissing, 0, 5}, {}, {7}, {1}},
       {{0, 10, -4}, {}, {7}, {1}},
       {NQBinningEncoder({4, 1, kNaN, 4}), {1, 4}, {1, 2, 5}, {0, 1, 2}},
+      {NQBinningEncoder({kNaN}), {}, {7}, {1}},
   };
   for (const auto& [encoder, cutPoints, values, bins] : rows) {
     EXPECT_EQ(encoder.GetCutPoints(), cutPoints);
+    EXPECT_NE(encoder.GetNumberOfBins(), 1) << testing::PrintToString(cutPoints);
     for (std::size_t i = 0; i < values.size(); ++i)
       EXPECT_EQ(encoder.Encode(values[i]), bins[i])
           << values[i] << " among " << testing::PrintToString(cutPoints);
@@ -140,11 +146,12 @@ TEST(NQBinningEncoder, Rebinning) {
       {"even, 1", even, 1, 6, all, 6, all},
       {"even, 2", even, 2, 3, {2, 4}, 3, {2, 4}},
       {"even, 3", even, 3, 2, {3}, 2, {3}},
-      {"even, 7", even, 7, 1, {}, 1, {}},
+      {"one bin would be left", even, 4, -1, all, 1, all},
       {"the rest goes left", {3, 3, 3, 1, 0, 1}, 3, 3, {1, 2}, 2, {2}},
       {"one heavy bin", {0, 9, 1, 1, 1, 1}, 3, 2, {2}, 3, {2}},
-      {"no counts", {kMissing, kNaN, -4, 0, 0, 0}, 2, 1, {}, 2, all},
-      {"infinite", {kInf, 0, 0, 0, 0, 0}, 2, 1, {}, 2, all},
+      {"the last bin alone", {0, 0, 0, 0, 0, 9}, 2, -1, all, 2, {5}},
+      {"no counts", {kMissing, kNaN, -4, 0, 0, 0}, 2, -1, all, 2, all},
+      {"infinite", {kInf, 0, 0, 0, 0, 0}, 2, -1, all, 2, all},
       {"one count short", {1, 1, 1, 1, 1}, 3, -1, all, 2, all},
   };
   for (const auto& row : rows) {
@@ -192,8 +199,10 @@ TEST(INQEncoder, LabelsAndDeclaredValues) {
   for (const char* text : {"m1", "m2", "m3", "m4"})  // the label is in the list that grows
     encoder.AddDiscreteUserMissing(text, encoder.GetMissValueLabels()[0]);
   encoder.AddDiscreteUserMissing("m", "second");
-  EXPECT_EQ(encoder.GetDiscreteMissValuesStr(), (Texts{"m", "m1", "m2", "m3", "m4"}));
-  EXPECT_EQ(encoder.GetMissValueLabels(), (Texts{"second", "first", "first", "first", "first"}));
+  encoder.AddDiscreteUserMissing(encoder.GetMissValueLabels()[1], "a label as a value");
+  EXPECT_EQ(encoder.GetDiscreteMissValuesStr(), (Texts{"m", "m1", "m2", "m3", "m4", "first"}));
+  EXPECT_EQ(encoder.GetMissValueLabels(),
+            (Texts{"second", "first", "first", "first", "first", "a label as a value"}));
 }
 
 TEST(INQEncoder, WhatDoesNotApplyChangesNothing) {
@@ -201,19 +210,19 @@ TEST(INQEncoder, WhatDoesNotApplyChangesNothing) {
   NQStringEncoder string(Texts{"1"});
   NQContEncoder continuous(0, 4, 2);
   NQRoundEncoder rounding;
-  INQEncoder* const all[] = {&string, &numeric, &continuous, &rounding};
-  for (INQEncoder* encoder : all) {
-    const std::string before = Displayed(*encoder);
-    SCOPED_TRACE(before);
-    const bool isString = encoder == &string, isCategorical = isString || encoder == &numeric;
-    const double missing = isCategorical ? -1 : kMissing;
-    EXPECT_EQ(isString ? encoder->Encode(1) : encoder->Encode("1"), missing);
-    EXPECT_EQ(isString ? encoder->EncodeConst(1) : encoder->EncodeConst("1"), missing);
-    EXPECT_FALSE(isString ? encoder->AddDiscreteUserMissing(1, "") || encoder->IsMissing(1) ||
-                                encoder->SetMissingInterval(0, 1)
-                          : encoder->AddDiscreteUserMissing("1", "") || encoder->IsMissing("1"));
-    EXPECT_FALSE(!isCategorical &&
-                 (encoder->SetValueLabels({"a"}) || encoder->SetValueLabel(0, "")));
-    EXPECT_EQ(Displayed(*encoder), before);
-  }
+  const auto answers = [](INQEncoder& e) { return Doubles{e.Encode("1"), e.EncodeConst("1")}; };
+  const std::string before =
+      Displayed(numeric) + Displayed(string) + Displayed(continuous) + Displayed(rounding);
+  EXPECT_EQ(answers(numeric), (Doubles{-1, -1}));
+  EXPECT_EQ(answers(continuous), (Doubles{kMissing, kMissing}));
+  EXPECT_EQ(answers(rounding), (Doubles{kMissing, kMissing}));
+  EXPECT_EQ((Doubles{string.Encode(1), string.EncodeConst(1)}), (Doubles{-1, -1}));
+  EXPECT_EQ(string.DecodeNum(0), kMissing);
+  EXPECT_EACH(false, string.AddDiscreteUserMissing(1, ""), string.IsMissing(1),
+              string.SetMissingInterval(0, 1), numeric.AddDiscreteUserMissing("1", ""),
+              numeric.IsMissing("1"), continuous.SetValueLabels({"a"}),
+              continuous.SetValueLabel(0, ""), rounding.SetValueLabels({"a"}),
+              rounding.SetValueLabel(0, ""));
+  EXPECT_EQ(Displayed(numeric) + Displayed(string) + Displayed(continuous) + Displayed(rounding),
+            before);
 }

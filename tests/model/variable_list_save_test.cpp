@@ -29,6 +29,11 @@ static std::string Joined(const std::vector<std::string>& lines) {
   return text;
 }
 
+static void ExpectReadBack(const NQVarList& list, std::size_t line) {
+  NQVarList restored;
+  EXPECT_EQ(Restore(restored, Saved(list)).failure, "") << "what line " << line << " left";
+}
+
 TEST(VariableListSave, RestoredAndSavedAgainItIsTheSameBytes) {
   NQVarList list = FullVariableList(), restored;
   list.RemoveVar(list.AddContVar("gone", "", 0, 1, V::RoleInput, false, 0));
@@ -53,8 +58,9 @@ TEST(VariableListSave, WhatTheFormatDoesNotKeep) {
   EXPECT_EQ(restored.GetVariableName() + restored.GetVariableLabel(), "a &amp; b&#32;x");
   const INQEncoder& encoder = *restored.GetEncoder();
   EXPECT_EQ(encoder.GetNumberOfCategories(), 5) << "two are 0.1, and later codes stay";
-  EXPECT_TRUE(encoder.EncodeConst(0.1) == 0 && encoder.EncodeConst(2) == 2) << "the first 0.1";
-  EXPECT_TRUE(encoder.EncodeConst(1.0 / 3) == -1 && encoder.EncodeConst(0.333333333333333) == 3);
+  const std::pair<double, double> codes[] = {
+      {0.1, 0}, {2, 2}, {1.0 / 3, -1}, {0.333333333333333, 3}};
+  for (const auto& [value, code] : codes) EXPECT_EQ(encoder.EncodeConst(value), code) << value;
   EXPECT_EQ(encoder.DecodeNum(4), 0) << "infinity";
 
   NQContVar continuous("", "", 0, 0, V::RoleInput, false, 0);
@@ -131,21 +137,36 @@ TEST(VariableListSave, TheWeightLivesOnAsTheWeightRead) {
   ASSERT_GT(Restore(list, Saved(NQVarList())).lines, 0) << "and is destroyed where none is read";
 }
 
+TEST(VariableListSave, CategoricalVariablesOfEveryLevelAreRead) {
+  for (int level : {0, 1, 2, 3, 4, 9}) {
+    NQCatVar restored("", "", 0, V::LevelStringCategorical, V::RoleInput, false);
+    const NQCatVar variable("v", "", 2, V::MeasureLevel(level), V::RoleInput, false);
+    EXPECT_EQ(Restore(restored, Saved(variable)).failure, "") << level;
+    EXPECT_EQ(restored.GetMeasureLevel(), level);
+  }
+}
+
 // Cut short before any line, or any line changed, a file is read or refused, and the list is fit for
-// use either way; a file cut short is refused, and what came before is there.
+// use either way: what it saves then can be read. A file cut short is refused, and what came before
+// is there.
 TEST(VariableListSave, EveryLineMissingOrAltered) {
   const std::vector<std::string> saved = Lines(kSaved);
+  const auto ageEnd =
+      static_cast<std::size_t>(std::find(saved.begin(), saved.end(), "\t</Obj>\n") - saved.begin());
   for (std::size_t i = 0; i < saved.size(); ++i) {
     NQVarList list;
     EXPECT_NE(Restore(list, Joined({saved.data(), saved.data() + i})).failure, "")
         << "before line " << i;
-    EXPECT_EQ(list.FindVariable("age"), i > 5 ? 0 : -1) << "before line " << i;
+    EXPECT_EQ(list.FindVariable("age"), i > ageEnd ? 0 : -1) << "before line " << i;
+    ExpectReadBack(list, i);
     for (const char* instead :
          {"\n", "<Int value=\"2000000000\"/>\n", "<Int value=\"-1\"/>\n", "<Int value=\"4\"/>\n",
           "<String value=\"x\"/>\n", "<Double value=\"Missing\"/>\n", "</Obj>\n"}) {
       std::vector<std::string> lines = saved;
       lines[i] = instead;
       CheckVariableListReader(Joined(lines));
+      Restore(list, Joined(lines));
+      ExpectReadBack(list, i);
     }
   }
   for (const std::string& seed : VariableListSeeds()) CheckVariableListReader(seed);

@@ -7,6 +7,7 @@
 #include <nqcommon/xml/XMLElement.h>
 
 #include <climits>
+#include <functional>
 #include <memory>
 
 #include "support/compare.h"
@@ -59,7 +60,7 @@ TEST(NQContVar, RangeBinsAndStatus) {
   const double rows[][6] = {
       // min, max, is binned, bins; bins of the encoder, status
       {0, 10, 1, 5, 5, 0}, {0, 10, 0, 5, 0, 0}, {3, 3, 1, 5, 0, 1},    {3, 2, 1, 5, 0, 2},
-      {0, 1, 1, 1, 0, 0},  {0, 1, 1, -2, 0, 0}, {kNaN, 1, 1, 5, 0, 0},
+      {0, 1, 1, 1, 0, 0},  {0, 1, 1, -2, 0, 0}, {kNaN, 1, 1, 5, 0, 0}, {0, kInf, 1, 5, 0, 0},
   };
   for (const auto& [min, max, isBinned, bins, count, status] : rows) {
     SCOPED_TRACE(testing::Message() << min << " .. " << max << " in " << bins);
@@ -73,19 +74,41 @@ TEST(NQContVar, RangeBinsAndStatus) {
 }
 
 TEST(NQContVar, BinsFollowTheRange) {
-  NQContVar variable("v", "", 0, 10, V::RoleInput, true, 5);
-  variable.SetMinMax(0, 20);
-  EXPECT_EQ(variable.GetCutPoints(), (Doubles{4, 8, 12, 16}));
-  variable.SetNBins(2);
-  EXPECT_EQ(variable.GetCutPoints(), (Doubles{10}));
-  variable.SetMinMax(1, 1);
-  variable.SetMinMax(0, 20);
-  EXPECT_EQ(variable.GetCutPoints(), Doubles());
-  variable.ChangeEncoder(new NQContEncoder(Doubles{7, 3}));
-  variable.SetMinMax(0, 30);
-  EXPECT_EQ(variable.GetCutPoints(), (Doubles{3, 7})) << "given ones stay";
-  variable.SetNBins(variable.GetNBins());
-  EXPECT_EQ(variable.GetCutPoints(), (Doubles{10, 20})) << "three bins from the encoder";
+  NQContVar variable("v", "", kMissing, kMissing, V::RoleInput, true, 5);
+  auto* const encoder = new NQContEncoder(Doubles{7, 3});
+  const struct {
+    const char* label;
+    std::function<void()> step;
+    Doubles cutPoints;
+    int bins;
+  } rows[] = {
+      {"asked for, no range yet", [] {}, {}, 5},
+      {"a range", [&] { variable.SetMinMax(0, 10); }, {2, 4, 6, 8}, 5},
+      {"another range", [&] { variable.SetMinMax(0, 20); }, {4, 8, 12, 16}, 5},
+      {"two of them", [&] { variable.SetNBins(2); }, {10}, 2},
+      {"no range", [&] { variable.SetMinMax(1, 1); }, {}, 2},
+      {"no end", [&] { variable.SetMinMax(0, kInf); }, {}, 2},
+      {"a range again", [&] { variable.SetMinMax(0, 6); }, {3}, 2},
+      {"one is none", [&] { variable.SetNBins(1); }, {}, 1},
+      {"given", [&] { variable.ChangeEncoder(encoder); }, {3, 7}, 3},
+      {"given ones stay", [&] { variable.SetMinMax(0, 30); }, {3, 7}, 3},
+      {"equal instead", [&] { variable.SetNBins(variable.GetNBins()); }, {10, 20}, 3},
+      {"by way of the encoder",
+       [&] {
+         encoder->SetBinning({0, 8, 4});
+       },
+       {2, 4, 6},
+       4},
+      {"which is heard", [&] { variable.SetMinMax(0, 4); }, {1, 2, 3}, 4},
+      {"no encoder", [&] { variable.ChangeEncoder(nullptr); }, {}, 4},
+      {"encoder without bins", [&] { variable.ChangeEncoder(new NQContEncoder()); }, {}, 4},
+      {"for which none are asked", [&] { variable.SetMinMax(0, 9); }, {}, 4},
+  };
+  for (const auto& row : rows) {
+    row.step();
+    EXPECT_EQ(variable.GetCutPoints(), row.cutPoints) << row.label;
+    EXPECT_EQ(variable.GetNBins(), row.bins) << row.label;
+  }
 }
 
 // The sanitizers watch the deletes.

@@ -1,8 +1,14 @@
 // Codes of distinct values, 0, 1, 2, ... in order of first appearance, and the way back.
 //
-// The values stand in a vector, by code. Their hash index is an open table (linear probing, at most
-// half full) of pairs (hash, code), 8 bytes each: a search compares values only where 32 bits of
-// hash agree, and a table that grows needs no value.
+// The values stand in a vector, by code. Their hash index is an open table of slots (hash, code), 8
+// bytes each, at most half full: a value is in the first slot from (hash mod size) on that holds its
+// hash and its value, before any free one. Here "a" and "b" both start at slot 1:
+//
+//   slot      0        1        2        3              code     0      1
+//   hash      0     h("a")   h("b")      0              value   "a"    "b"
+//   code     -1        0        1       -1
+//
+// A search compares values only where 32 bits of hash agree, and a table that grows needs no value.
 #pragma once
 
 #include <algorithm>
@@ -15,7 +21,7 @@
 #include <string>
 #include <vector>
 
-#include <nqcommon/model/UserMissing.h>
+#include <nqcommon/model/internal/user_missing.h>
 
 namespace NQXML_940::internal {
 
@@ -43,7 +49,12 @@ class CategoryIndex {
       : fvSlots(2 * std::bit_ceil(static_cast<std::size_t>(
                         std::clamp(expected, kSmallestRoom, kLargestRoom)))) {}
 
-  // The code of the value, or kNone.
+  // With these values, whose codes are their positions. A value that comes twice has two codes.
+  explicit CategoryIndex(const std::vector<T>& values) : CategoryIndex() {
+    for (const T& value : values) Add(value, HashValue(value));
+  }
+
+  // The code of the value, the first one it has, or kNone.
   static constexpr int kNone = -1;
   int Find(const T& value) const { return fvSlots[Locate(value, HashValue(value))].code; }
 
@@ -53,11 +64,6 @@ class CategoryIndex {
     const int code = fvSlots[Locate(value, hash)].code;
     return code != kNone ? code : Add(value, hash);
   }
-
-  // Gives the next code to the value, even if it has one; Find tells the first.
-  int Append(const T& value) { return Add(value, HashValue(value)); }
-
-  void Clear() { *this = CategoryIndex(); }
 
   // By code. The last code given out is Size() - 1.
   const std::vector<T>& GetValues() const { return fvValues; }
@@ -84,6 +90,7 @@ class CategoryIndex {
 
   const T& ValueOf(const Slot& slot) const { return fvValues[static_cast<std::size_t>(slot.code)]; }
 
+  // Where memory ends the index is as it was.
   int Add(const T& value, std::uint32_t hash) {
     if (fvValues.size() >= static_cast<std::size_t>(std::numeric_limits<int>::max())) return kNone;
     if (2 * (fvValues.size() + 1) > fvSlots.size()) Grow();
