@@ -15,9 +15,9 @@ from mpmath import exp, log, log1p, loggamma, mp, mpf, workdps
 mp.dps = 50
 
 
-def tolerance(value, n=1):
-    """Rounding of an exponent of the size of ln(value); the normal approximation from n = 1e9 on."""
-    return (5e-15 if n < 1e9 else 5e-13) + 6e-16 * abs(float(log(value))) if value else 0
+def tolerance(value):
+    """Rounding of an exponent of the size of ln(value)."""
+    return 5e-15 + 6e-16 * abs(float(log(value))) if value else 0
 
 
 def log_choose(n, k):
@@ -74,7 +74,7 @@ def add_binomials(table):
             if (value := binomial(k, n, p)) > mpf(10) ** -290:
                 table.add("PdfBin", (k, n, p), value, tolerance(value))
             if k < n and (value := binomial_lower(k, n, p)) > mpf(10) ** -290:
-                table.add("CdfBin", (k + 0.75 * (n < 100), n, p), value, tolerance(value, n))
+                table.add("CdfBin", (k + 0.75 * (n < 100), n, p), value, tolerance(value))
                 if k % 2 and mpf(10) ** -60 < value < 1 - mpf(10) ** -9:
                     table.add("IdfBin", (float(value), n, p), k, 0)
                     table.add("IdfBin", (float(value * (1 + mpf(10) ** -12)), n, p), k + 1, 0)
@@ -83,6 +83,12 @@ def add_binomials(table):
         far += 1
         below += binomial(far, 4000, 0.5)
     table.add("IdfBin", (1e-300, 4000, 0.5), far, 0)
+    # powers, to an ulp or two
+    for n, p in [(1000, 0.5), (3, 0.3), (40, 0.999), (10 ** 6, 7e-4), (10 ** 10, 6e-8), (10 ** 15, 3e-13)]:
+        table.add("PdfBin", (0, n, p), binomial(0, n, p), 4e-16)
+        table.add("CdfBin", (0, n, p), binomial(0, n, p), 4e-16)
+        if (value := binomial(n, n, p)) > mpf(10) ** -300:
+            table.add("PdfBin", (n, n, p), value, 4e-16)
     for n, k in [(4.5, 2), (10.25, 10), (1e4 + 0.5, 3000)]:
         table.add("PdfBin", (k, n, 0.3), binomial(k, n, 0.3), 2e-14)
 
@@ -94,6 +100,9 @@ def add_negative_binomials(table):
         for k in sorted({0, 1, 2, 3, int(mean), int(1.001 * mean) + 30}):
             if (value := negative_binomial(k, r, p)) > mpf(10) ** -290:
                 table.add("PdfNegBin", (k, r, p), value, tolerance(value))
+    # the power alone underflows
+    for r, p in [(1e6, math.exp(-709e-6)), (1e9, math.exp(-710e-9))]:
+        table.add("PdfNegBin", (1, r, p), negative_binomial(1, r, p), 5e-16)
 
 
 def add_hypergeometrics(table):
@@ -113,6 +122,16 @@ def add_hypergeometrics(table):
                     lower = hypergeometric_lower(k, total, successes, draws)
                     table.add("CDFHyper", (k + 0.5, total, successes, draws), lower,
                               tolerance(lower))
+
+
+    # the first probability alone underflows; counts below a first scale of change, and far below
+    for args in [(49822693, 10 ** 9, 5 * 10 ** 8, 10 ** 8), (78050, 552166719, 250850338, 171977),
+                 (136300598, 246316685, 138323544, 242720526)]:
+        lower = hypergeometric_lower(*args)
+        table.add("CDFHyper", args, lower, tolerance(lower))
+    # others without number: the binomial distribution
+    lower = binomial_lower(900720, 2 ** 53, mpf(1e150) / mpf(1e160))
+    table.add("CDFHyper", (900720, 1e160, 2.0 ** 53, 1e150), lower, 1e-12)
 
 
 def add_coefficients(table):
@@ -151,7 +170,7 @@ SPECIAL = """{"CdfBin", {2, 2.5, 0.5}, kMissing, 0, 3}, {"CdfBin", {2, kNaN, 0.5
 {"CDFHyper", {1, 0, 0, 0}, kMissing, 0, 1}, {"CDFHyper", {1, 9.5, 3, 4}, kMissing, 0, 1},
 {"CDFHyper", {1, 9, 3.5, 4}, kMissing, 0, 1}, {"CDFHyper", {1, 9, 3, 10}, kMissing, 0, 1},
 {"CDFHyper", {1, 9, -3, 4}, kMissing, 0, 1}, {"CDFHyper", {1, kInf, 3, 4}, kMissing, 0, 1},
-{"CDFHyper", {2.5e17, 1e18, 5e17, 5e17}, 0.5, 2e-8}, {"CDFHyper", {33, 1e160, 0x1p53, 1e150}, 1, 1e-4},
+{"CDFHyper", {2.5e17, 1e18, 5e17, 5e17}, 0.5, 2e-8}, {"CDFHyper", {33, 1e160, 0x1p53, 1e150}, 0, 0},
 {"dnlbnc", {5, 0}, 0, 0}, {"dnlbnc", {5, 5}, 0, 0}, {"dnlbnc", {-1, 0}, kMissing, 0, 1},
 {"dnlbnc", {5, -1}, kMissing, 0, 1}, {"dnlbnc", {5, 6}, kMissing, 0, 1}, {"dnlbnc", {kInf, kInf}, 0, 0},
 """

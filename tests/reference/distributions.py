@@ -21,10 +21,9 @@ UP, DOWN = math.inf, -math.inf
 near = math.nextafter
 
 
-def tolerance(value, size=1):
-    """For a value whose exponent is off by some epsilons; `size` is the largest parameter."""
-    base = 1e-14 if size <= 1e4 else 1e-13 if size <= 1e8 else 1e-12
-    return base + 6e-16 * abs(float(log(abs(value)))) if value else 0
+def tolerance(value):
+    """For a value whose exponent is off by some epsilons."""
+    return 1e-14 + 6e-16 * abs(float(log(abs(value)))) if value else 0
 
 
 # ---- distribution functions --------------------------------------------------------------------
@@ -127,10 +126,9 @@ class Table:
                       " distributions.py\n"]
 
     def add(self, function, args, value, tol=None):
-        size = max((abs(a) for a in args[1:]), default=1)
         if 0 < abs(value) < exp(mpf(-708)):
             value = mpf(0)
-        tol = tolerance(value, size) if tol is None else tol
+        tol = tolerance(value) if tol is None else tol
         text = ", ".join(float(a).hex() for a in args)
         self.lines.append(f'{{"{function}", {{{text}}}, {float(value).hex()}, {tol:.2g}}},\n')
 
@@ -223,7 +221,7 @@ def gamma():
     table.add("CdfGam", (2.0, 3.5, 0.5), gamma_tails(1, 3.5)[0])
     for args in [(0.5, 1.0, 2.0), (1e-30, 0.5, 1.0), (2.0, 0.25, 3.0), (3.0, 7.5, 2.0),
                  (1e-5, 30.0, 1.0), (700.0, 20.0, 1.0), (1e4, 1e4, 1.0), (0.125, 1e3, 8192.0),
-                 (1e6, 1e6, 1.0), (1e9, 1e9, 1.0)]:
+                 (1e6, 1e6, 1.0), (1e9, 1e9, 1.0), (1e-250, 1e-6, 1.0), (0.9, 0.3, 1.125)]:
         table.add("PdfGamma", args, gamma_density(*args))
     for df in [0.01, 0.3, 0.32, 0.4, 1.0, 2.0, 10.0, 100.0, 5e3]:
         for p in PROBABILITIES[df > 1::2]:
@@ -259,6 +257,7 @@ def gamma():
 {"IdfChi", {0.5, 0}, kMissing, 0}, {"IdfGam", {0, 0, 1}, 0, 0}, {"IdfGam", {0.5, 0, 1}, kMissing, 0},
 {"IdfGam", {0.5, 2, 0}, kMissing, 0}, {"IdfGam", {1, 2, 1}, kMissing, 0},
 {"IdfGam", {0.5, -1, 1}, kMissing, 0}, {"IdfGam", {kNaN, 2, 1}, kMissing, 0},
+{"IdfGam", {0.5, 1e3, 1e-310}, kMissing, 0}, {"IdfGam", {0.5, kInf, 1e-300}, kMissing, 0},
 """)
 
 
@@ -279,6 +278,12 @@ def beta():
                  (1e9, 1e12), (1e4, 1e9), (1.5, 5e8), (1e12, 3e12)]:
         for z in ([-2, 8] if min(a, b) > 100 else [0.5, 8]) + ([-30] if min(a, b) >= 1e9 else []):
             x = a / (a + b) + z * math.sqrt(a * b / (a + b)) / (a + b)
+            table.add("cdfbet", (x, a, b), beta_tails(x, a, b)[0])
+    # where the expansion about the mean begins, by shapes and by distance
+    for a, b in [(near(60.0, 0), 60.0), (60.0, 60.0), (31.0, 1e3), (1e4, 40.0)]:
+        v = a * b / (a + b)
+        for z in [-0.31, -0.29, 0, 0.29, 0.31]:
+            x = 1 / (1 + b / a * math.exp(-z))
             table.add("cdfbet", (x, a, b), beta_tails(x, a, b)[0])
     table.add("CdfBeta", (1e-4, 0.5, 2.0), beta_tails(1e-4, 0.5, 2.0)[0])
     for u in [1e-300, 1e-9, 0.5, 0.7499, 0.75, 0.76, near(1.0, 0), 1 + 1e-9, 1.1, 1.25, 1.26, 3.0,
@@ -309,6 +314,7 @@ def beta():
 {"betinv", {kNaN, 2, 3}, kMissing, 0, 1}, {"betinv", {0.2, kNaN, 3}, kMissing, 0, 1},
 {"betinv", {0.2, 2, kNaN}, kMissing, 0, 1}, {"betinv", {0.2, kInf, 3}, 1, 0}, {"betinv", {0.2, 3, kInf}, 0, 1e-290},
 {"betinv", {1e-300, 0.4, 1}, 0, 0}, {"IdfBeta", {0.2, 0, 3}, kMissing, 0},
+{"IdfBeta", {0.3, 1e-200, 1e-200}, 0, 0}, {"IdfBeta", {0.7, 1e-200, 1e-200}, 1, 0},
 """)
 
 
@@ -377,7 +383,7 @@ def t_and_f():
 {"tarnidff", {0.5, 0, 3}, kMissing, 0, 1}, {"tarnidff", {0.5, 2, 0}, kMissing, 0, 1},
 {"tarnidff", {kNaN, 2, 3}, kMissing, 0, 1}, {"tarnidff", {0.5, 2, kNaN}, kMissing, 0, 1},
 {"tarnidff", {0.99, 0.01, 0.01}, kMissing, 0, 2}, {"IdfF", {0.99, 0.01, 0.01}, kMissing, 0},
-{"IdfF", {0.5, -1, 3}, kMissing, 0},
+{"IdfF", {0.5, -1, 3}, kMissing, 0}, {"IdfF", {0.3, 1e-4, 2}, 0, 0},
 """)
 
 

@@ -1,8 +1,6 @@
 #include <nqcommon/math/numeric/NQDistFun.h>
 
-#include <algorithm>
 #include <cmath>
-#include <limits>
 #include <numbers>
 
 #include <nqcommon/common/NQMV.h>
@@ -59,9 +57,8 @@ double NQDistFun::betinv(const double& p, const double& a, const double& b, cons
   const double shape1 = internal::BoundedShape(a);
   const double shape2 = internal::BoundedShape(b);
   const double ratio = internal::InverseBetaRatio({p, 1 - p}, shape1, shape2);
-  using Limits = std::numeric_limits<double>;
-  const double inside = std::clamp(ratio, Limits::denorm_min(), Limits::max());
-  return internal::BetaPointOfRatio(inside, shape1, shape2).x;
+  if (ratio == 0 || std::isinf(ratio)) return ratio == 0 ? 0 : 1;
+  return internal::BetaPointOfRatio(ratio, shape1, shape2).x;
 }
 
 double NQDistFun::CdfBeta(double x, double a, double b) {

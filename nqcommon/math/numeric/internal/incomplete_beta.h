@@ -13,14 +13,19 @@ struct BetaPoint {
   double lambda;  // a y - b x = a - (a + b) x
 };
 
+inline BetaPoint Mirror(const BetaPoint& point) { return {point.y, point.x, -point.lambda}; }
+
+// ln x.
+double LogOf(const BetaPoint& point);
+
 // The point of x, 0 <= x <= 1.
 BetaPoint BetaPointAt(double x, double a, double b);
 // The point x/y = ratio * a/b: the variance ratio of an F distribution with 2a and 2b degrees of
-// freedom, ratio >= 0.
+// freedom, ratio > 0.
 BetaPoint BetaPointOfRatio(double ratio, double a, double b);
 
-// ln(x^a y^b / B(a, b)), 0 < x < 1.
-double LogBetaTerm(const BetaPoint& point, double a, double b);
+// x^a y^b / B(a, b), 0 < x < 1.
+ExpTerm BetaTerm(const BetaPoint& point, double a, double b);
 
 // I_x(a, b) and I_y(b, a), for a and b in (0, kLargestShape].
 Tails IncompleteBeta(const BetaPoint& point, double a, double b);

@@ -53,13 +53,8 @@ constexpr std::array<double, 27> kTemme = {1.0,
                                            -1.9752288294349442e-15,
                                            8.099521156704561e-16};
 
-// x^a e^-x / Gamma(a + 1) = exp(exponent) * factor.
-struct PoissonTerm {
-  double exponent;
-  double factor;
-};
-
-PoissonTerm TermAt(double x, double a, double defect) {
+// x^a e^-x / Gamma(a + 1)
+ExpTerm TermAt(double x, double a, double defect) {
   if (a < 1) return {a * std::log(x) - x - LogGamma1p(a), 1};
   return {-defect - StirlingError(a), kInverseSqrt2Pi / std::sqrt(a)};
 }
@@ -100,9 +95,7 @@ double UpperFraction(double x, double a) {
     denominator += 2;
     return FractionTerm{k * (a - k), denominator};
   };
-  double value = 0;
-  EvaluateFraction(denominator, kMaxTerms, next, value);
-  return a * value;
+  return a * EvaluateFraction(denominator, kMaxTerms, next);
 }
 
 // Temme 1979 in the form of Gil, Segura and Temme 2012: with mu - ln(1 + mu) = eta^2/2,
@@ -142,26 +135,23 @@ TailsAndSlope UniformTails(double x, double a, double defect) {
 
 }  // namespace
 
-double LogPoissonTerm(double x, double a) {
-  if (a < 1) return a * std::log(x) - x - LogGamma1p(a);
-  return -DefectAt(x, a) - 0.5 * std::log(a) - kLogSqrt2Pi - StirlingError(a);
-}
+ExpTerm PoissonTerm(double x, double a) { return TermAt(x, a, a < 1 ? 0 : DefectAt(x, a)); }
 
 TailsAndSlope IncompleteGammaAndSlope(double x, double shape) {
   const double a = BoundedShape(shape);
   if (a == 1) return {{-std::expm1(-x), ExpOrZero(-x)}, x * std::exp(-x), 1 - x};
   const double defect = a < 1 ? 0 : DefectAt(x, a);
   if (a >= kUniformFrom && defect <= kUniformDefect * a) return UniformTails(x, a, defect);
-  const PoissonTerm term = TermAt(x, a, defect);
-  const double power = std::exp(term.exponent);
-  const double slope = power * (term.factor * a);
-  if (power == 0) return {x > a ? Tails{1, 0} : Tails{0, 1}, 0, a - x};
+  const ExpTerm term = TermAt(x, a, defect);
+  const ScaledExp power = ExpOf(term.exponent);
+  const double slope = power.Times(term.factor * a);
+  if (power.head == 0) return {x > a ? Tails{1, 0} : Tails{0, 1}, 0, a - x};
   if (x <= 1 || (a > 1 && x <= a + 1)) {
-    const double lower = AsProbability(power * (term.factor * LowerSeries(x, a)));
+    const double lower = AsProbability(power.Times(term.factor * LowerSeries(x, a)));
     const bool cancels = a < 1 && lower > 0.5;
     return {{lower, cancels ? UpperSmallShape(x, a) : 1 - lower}, slope, a - x};
   }
-  const double upper = AsProbability(power * (term.factor * UpperFraction(x, a)));
+  const double upper = AsProbability(power.Times(term.factor * UpperFraction(x, a)));
   return {{1 - upper, upper}, slope, a - x};
 }
 

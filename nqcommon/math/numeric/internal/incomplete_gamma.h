@@ -4,8 +4,8 @@
 
 namespace NQMath_940::internal {
 
-// ln(x^a e^-x / Gamma(a + 1)), x > 0, a > 0: the terms of a Poisson distribution of mean x at a.
-double LogPoissonTerm(double x, double a);
+// x^a e^-x / Gamma(a + 1), x > 0, a > 0: the terms of a Poisson distribution of mean x at a.
+ExpTerm PoissonTerm(double x, double a);
 
 // P(a, x) and Q(a, x), 0 < a; an infinite a counts as kLargestShape.
 Tails IncompleteGamma(double x, double a);

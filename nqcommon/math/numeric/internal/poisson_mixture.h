@@ -16,7 +16,7 @@ namespace NQMath_940::internal {
 //
 // A family of central distributions gives
 //   At(j)        both tails at shape a + j
-//   LogStep(j)   ln(At(j).lower - At(j+1).lower)
+//   Step(j)      At(j).lower - At(j+1).lower
 //   Ratio(j)     step(j)/step(j-1)
 //   Peak(lambda) where w(j) step(j) is largest
 
@@ -26,7 +26,7 @@ struct GammaFamily {
   double a;
 
   Tails At(double j) const { return IncompleteGamma(y, a + j); }
-  double LogStep(double j) const { return LogPoissonTerm(y, a + j); }
+  double Step(double j) const { return PoissonTerm(y, a + j).Value(); }
   double Ratio(double j) const { return y / (a + j); }
   // of j (a + j) = lambda y
   double Peak(double lambda) const {
@@ -45,7 +45,10 @@ struct BetaFamily {
 
   BetaPoint PointAt(double j) const { return {x, y, (a + j) * y - b * x}; }
   Tails At(double j) const { return IncompleteBeta(PointAt(j), a + j, b); }
-  double LogStep(double j) const { return LogBetaTerm(PointAt(j), a + j, b) - std::log(a + j); }
+  double Step(double j) const {
+    const ExpTerm term = BetaTerm(PointAt(j), a + j, b);
+    return ExpTerm{term.exponent, term.factor / (a + j)}.Value();
+  }
   double Ratio(double j) const { return x * ((a + b + (j - 1)) / (a + j)); }
   // of j (a + j) = lambda x (a + b + j - 1)
   double Peak(double lambda) const {
@@ -78,14 +81,19 @@ MixturePeak PeakOf(double lambda, const Family& family) {
   return {at, at > 0 ? std::sqrt(1 / (1 / at + family.Curvature(at))) : 0};
 }
 
+// w(j)
+inline double PoissonWeight(double lambda, double j) {
+  return j == 0 ? ExpOrZero(-lambda) : PoissonTerm(lambda, j).Value();
+}
+
 // w and step at j, and from there to the next or the last index.
 template <class Family>
 struct MixtureTerm {
   double lambda;
   Family family;
   double j;
-  double w = ExpOrZero(j == 0 ? -lambda : LogPoissonTerm(lambda, j));
-  double step = ExpOrZero(family.LogStep(j));
+  double w = PoissonWeight(lambda, j);
+  double step = family.Step(j);
 
   void Up() {
     j += 1;
@@ -123,8 +131,8 @@ double LowerMixture(double lambda, double first, const Family& family) {
   if (lambda > kMixturePoint) return family.At(lambda).lower;
   const MixturePeak peak = PeakOf(lambda, family);
   if (peak.width > kMixtureWide) {
-    return StridedMixture(
-        peak, [&](double j) { return ExpOrZero(LogPoissonTerm(lambda, j)) * family.At(j).lower; });
+    return StridedMixture(peak,
+                          [&](double j) { return PoissonWeight(lambda, j) * family.At(j).lower; });
   }
   const auto middle = MiddleTerm(lambda, first, family, peak.at);
   double weight = middle.w;
@@ -163,8 +171,8 @@ double UpperMixture(double lambda, double first, const Family& family) {
   if (lambda > kMixturePoint) return family.At(lambda).upper;
   const MixturePeak peak = PeakOf(lambda, family);
   if (peak.width > kMixtureWide) {
-    return StridedMixture(
-        peak, [&](double j) { return ExpOrZero(LogPoissonTerm(lambda, j)) * family.At(j).upper; });
+    return StridedMixture(peak,
+                          [&](double j) { return PoissonWeight(lambda, j) * family.At(j).upper; });
   }
   const auto middle = MiddleTerm(lambda, first, family, peak.at);
   double sum = 0;
