@@ -1,6 +1,7 @@
 // Every public header.
 #pragma once
 
+#include <nqcommon/common/GuardedCopy.h>
 #include <nqcommon/common/MemoryRecordIterator.h>
 #include <nqcommon/common/NQCancelInfo.h>
 #include <nqcommon/common/NQDynamicLoadedLibrary.h>

@@ -48,6 +48,7 @@ class NQ_API NQXMLCoordinates {
   const std::vector<double>* GetDoubles() const {
     return std::get_if<std::vector<double>>(&fValues);
   }
+  std::vector<double>* GetDoubles() { return std::get_if<std::vector<double>>(&fValues); }
   const std::vector<std::string>* GetStrings() const {
     return std::get_if<std::vector<std::string>>(&fValues);
   }

@@ -2,10 +2,13 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include <nqcommon/common/NQMV.h>
 #include <nqcommon/common/display.h>
+#include <nqcommon/common/memory_guard.h>
 #include <nqcommon/math/kernels/packed_triangle.h>
+#include <nqcommon/math/stats/internal/correlation.h>
 #include <nqcommon/math/stats/internal/merge_list.h>
 
 namespace NQMath_940 {
@@ -13,6 +16,7 @@ namespace NQMath_940 {
 using internal::DiagIndex;
 using internal::LowerIndex;
 using internal::RowStart;
+using NQCommon_940::GuardMemory;
 using NQDisplay_940::DisplayI;
 using NQDisplay_940::DisplayText;
 
@@ -25,26 +29,36 @@ NQAccumXProdPair::NQAccumXProdPair(int nVars, int nAccum) : fNVars(std::max(nVar
 
 NQAccumXProdPair::~NQAccumXProdPair() = default;
 
-// Cells of 0 for a packed triangle of nRows.
-void NQAccumXProdPair::Resize(int nRows) {
-  if (!fmCovar.SetNRows(nRows, true)) fmCovar.SetNRows(0, true);
-  fvBatches.assign(fmCovar.AsVector().size(), {});
-  fvStats.assign(fmCovar.AsVector().size(), {});
+// Cells of 0 for a packed triangle of nRows. False, nothing changed, when memory ends.
+bool NQAccumXProdPair::Resize(int nRows) {
+  return GuardMemory(false, [&] {
+    NQSymMatrix covar(nRows, true);
+    if (!covar.IsValidMatrix()) return false;
+    const std::size_t size = covar.AsVectorConst().size();
+    *fCells = {std::vector<Batch>(size), std::vector<Stats>(size)};
+    fmCovar = std::move(covar);
+    return true;
+  });
 }
 
-void NQAccumXProdPair::InitAll() { Resize(fNVars); }
+void NQAccumXProdPair::InitAll() {
+  if (!Resize(fNVars)) *fCells = {};
+}
 
 void NQAccumXProdPair::InitAccumCounts(int cell) {
-  if (HasCell(cell)) fvBatches[static_cast<std::size_t>(cell)] = {};
+  if (HasCell(cell)) fCells->batches[static_cast<std::size_t>(cell)] = {};
 }
 
 void NQAccumXProdPair::SetNAccum(int nAccum) {
   if (nAccum > 0) fNAccum = nAccum;
 }
 
-std::size_t NQAccumXProdPair::Pairs() const {
-  const std::size_t pairs = fNVars < 2 ? 0 : RowStart(static_cast<std::size_t>(fNVars) - 1);
-  return std::min(pairs, fmCovar.AsVectorConst().size());
+std::size_t NQAccumXProdPair::CellCount() const {
+  return std::min(fCells->stats.size(), fmCovar.AsVectorConst().size());
+}
+
+std::size_t NQAccumXProdPair::PairCount() const {
+  return fNVars < 2 ? 0 : RowStart(static_cast<std::size_t>(fNVars) - 1);
 }
 
 // ---- Cases --------------------------------------------------------------------------------------
@@ -53,7 +67,7 @@ bool NQAccumXProdPair::Update(int i, double x, int j, double y, double w) {
   if (i < j) return Update(j, y, i, x, w);
   if (j < 0 || i == j || i >= fNVars) return false;
   const std::size_t cell = LowerIndex(static_cast<std::size_t>(i) - 1, static_cast<std::size_t>(j));
-  return HasCell(cell) && AddToBatch(cell, x, y, w);
+  return cell < CellCount() && AddToBatch(cell, x, y, w);
 }
 
 bool NQAccumXProdPair::Update(int cell, double x, double y, double w) {
@@ -61,7 +75,7 @@ bool NQAccumXProdPair::Update(int cell, double x, double y, double w) {
 }
 
 bool NQAccumXProdPair::AddToBatch(std::size_t cell, double x, double y, double w) {
-  Batch& batch = fvBatches[cell];
+  Batch& batch = fCells->batches[cell];
   const double wx = w * x;
   const double wy = w * y;
   batch.count += 1;
@@ -79,8 +93,8 @@ bool NQAccumXProdPair::IncrStats(int cell) {
 }
 
 bool NQAccumXProdPair::Fold(std::size_t cell) {
-  Batch& batch = fvBatches[cell];
-  Stats& stats = fvStats[cell];
+  Batch& batch = fCells->batches[cell];
+  Stats& stats = fCells->stats[cell];
   const double w0 = stats.nCases;
   const double w1 = w0 + batch.w;
   if (!(w1 > 1)) return false;
@@ -102,8 +116,9 @@ bool NQAccumXProdPair::Fold(std::size_t cell) {
 }
 
 bool NQAccumXProdPair::Finish() {
+  if (!HasPairs()) return false;
   bool all = true;
-  for (std::size_t cell = 0; cell < Pairs(); ++cell) all = Fold(cell) && all;
+  for (std::size_t cell = 0; cell < PairCount(); ++cell) all = Fold(cell) && all;
   return all;
 }
 
@@ -111,7 +126,7 @@ bool NQAccumXProdPair::Finish() {
 
 // The same statistics of both sets of cases (Chan, Golub and LeVeque 1983).
 void NQAccumXProdPair::MergeFolded(std::size_t cell, Stats theirs, double covariance) {
-  Stats& ours = fvStats[cell];
+  Stats& ours = fCells->stats[cell];
   double& ourCovariance = fmCovar.AsVector()[cell];
   if (theirs.nCases == 0) return;
   if (ours.nCases == 0) {
@@ -135,16 +150,17 @@ void NQAccumXProdPair::MergeFolded(std::size_t cell, Stats theirs, double covari
 }
 
 bool NQAccumXProdPair::Merge(const NQAccumXProdPair& other) {
+  if (!other.HasPairs()) return false;
   if (fNVars == 0) {
+    if (!Resize(other.fNVars - 1)) return false;
     fNVars = other.fNVars;
-    Resize(fNVars - 1);
   }
-  if (fNVars != other.fNVars || Pairs() != other.Pairs()) return false;
-  for (std::size_t cell = 0; cell < Pairs(); ++cell) {
+  if (fNVars != other.fNVars || !HasPairs()) return false;
+  for (std::size_t cell = 0; cell < PairCount(); ++cell) {
     // A copy: the other one may be this one.
-    const Batch theirs = other.fvBatches[cell];
-    MergeFolded(cell, other.fvStats[cell], other.fmCovar.AsVectorConst()[cell]);
-    Batch& batch = fvBatches[cell];
+    const Batch theirs = other.fCells->batches[cell];
+    MergeFolded(cell, other.fCells->stats[cell], other.fmCovar.AsVectorConst()[cell]);
+    Batch& batch = fCells->batches[cell];
     batch.count += theirs.count;
     batch.w += theirs.w;
     batch.x += theirs.x;
@@ -168,19 +184,19 @@ bool NQAccumXProdPair::Merge(const std::vector<NQAccumXProdPair*>& others) {
 // ---- Results ------------------------------------------------------------------------------------
 
 NQAccumXProdPair::Stats NQAccumXProdPair::GetStats(int cell) const {
-  return HasCell(cell) ? fvStats[static_cast<std::size_t>(cell)] : Stats{};
+  return HasCell(cell) ? fCells->stats[static_cast<std::size_t>(cell)] : Stats{};
 }
 
 bool NQAccumXProdPair::SetStats(int cell, const Stats& stats, double covariance) {
   if (!HasCell(cell) || !(stats.nCases == 0 || stats.nCases > 1)) return false;
   const auto at = static_cast<std::size_t>(cell);
-  fvStats[at] = stats;
+  fCells->stats[at] = stats;
   fmCovar.AsVector()[at] = covariance;
   return true;
 }
 
 const NQSymMatrix& NQAccumXProdPair::GetCorr() {
-  fmCorr.SetNRows(fNVars, true);
+  if (!fmCorr.SetNRows(fNVars, true)) return fmCorr;
   const std::vector<double>& covar = fmCovar.AsVectorConst();
   double* corr = fmCorr.AsVector().data();
   const auto n = static_cast<std::size_t>(fmCorr.GetNRows());
@@ -199,6 +215,48 @@ const NQSymMatrix& NQAccumXProdPair::GetCorr() {
   return fmCorr;
 }
 
+// The off-diagonal elements are of(cell), the diagonal ones are missing.
+template <class Of>
+bool NQAccumXProdPair::MakeMatrix(NQSymMatrix& out, Of of) const {
+  NQSymMatrix matrix(fNVars, true);
+  if (!HasPairs() || !matrix.IsValidMatrix()) return false;
+  double* element = matrix.AsVector().data();
+  for (std::size_t i = 0, cell = 0; i < static_cast<std::size_t>(fNVars); ++i) {
+    for (std::size_t j = 0; j < i; ++j) *element++ = of(cell++);
+    *element++ = NQCommon_940::Getsysmis();
+  }
+  out = std::move(matrix);
+  return true;
+}
+
+bool NQAccumXProdPair::GetCovarianceMatrix(NQSymMatrix& out) const {
+  const std::vector<double>& covar = fmCovar.AsVectorConst();
+  if (!MakeMatrix(out, [&](std::size_t cell) { return covar[cell]; })) return false;
+  for (int i = 0; i < fNVars; ++i) {
+    double mostCases = -1;
+    for (int j = 0; j < fNVars; ++j) {
+      if (j == i) continue;
+      const auto row = static_cast<std::size_t>(std::max(i, j)) - 1;
+      const Stats& stats = fCells->stats[LowerIndex(row, static_cast<std::size_t>(std::min(i, j)))];
+      if (!(stats.nCases > mostCases)) continue;
+      mostCases = stats.nCases;
+      out.SetElem(i, i, i > j ? stats.varX : stats.varY);
+    }
+  }
+  return true;
+}
+
+bool NQAccumXProdPair::GetCorrelationMatrix(NQSymMatrix& out) const {
+  const std::vector<double>& covar = fmCovar.AsVectorConst();
+  const auto correlation = [&](std::size_t cell) {
+    const Stats& stats = fCells->stats[cell];
+    return internal::Correlation(covar[cell], stats.varX, stats.varY);
+  };
+  if (!MakeMatrix(out, correlation)) return false;
+  for (int i = 0; i < fNVars; ++i) out.SetElem(i, i, 1);
+  return true;
+}
+
 // ---- Diagnostic display -------------------------------------------------------------------------
 
 template <class Cell>
@@ -211,26 +269,32 @@ void NQAccumXProdPair::DisplayCells(const char* name, const std::vector<Cell>& c
 }
 
 void NQAccumXProdPair::Display() const {
-  DisplayText(1, "NQAccumXProdPair display start");
-  DisplayI("Number of variables", fNVars);
-  DisplayI("Number of accumulations", fNAccum);
-  DisplayCells("The matrix of counts of accumulations", fvBatches, &Batch::count);
-  DisplayCells("The matrix of accumulated numbers of cases", fvBatches, &Batch::w);
-  DisplayCells("The matrix of accumulated sums of first variable", fvBatches, &Batch::x);
-  DisplayCells("The matrix of accumulated sums of second variable", fvBatches, &Batch::y);
-  DisplayCells("The matrix of accumulated sums of squares of first variable", fvBatches,
-               &Batch::xx);
-  DisplayCells("The matrix of accumulated sums of cross-products", fvBatches, &Batch::xy);
-  DisplayCells("The matrix of total numbers of cases", fvStats, &Stats::nCases);
-  DisplayCells("The matrix of means of first variable", fvStats, &Stats::meanX);
-  DisplayCells("The matrix of means of second variable", fvStats, &Stats::meanY);
-  DisplayCells("The matrix of variances of first variable", fvStats, &Stats::varX);
-  DisplayCells("The matrix of variances of second variable", fvStats, &Stats::varY);
-  DisplayText(1, "The matrix of covariances");
-  fmCovar.Display();
-  DisplayText(1, "The matrix of correlations");
-  fmCorr.Display();
-  DisplayText(1, "NQAccumXProdPair display end");
+  const std::vector<Batch>& batches = fCells->batches;
+  const std::vector<Stats>& stats = fCells->stats;
+  GuardMemory([&] {
+    DisplayText(1, "NQAccumXProdPair display start");
+    DisplayI("Number of variables", fNVars);
+    DisplayI("Number of accumulations", fNAccum);
+    if (CellCount() == fmCovar.AsVectorConst().size()) {
+      DisplayCells("The matrix of counts of accumulations", batches, &Batch::count);
+      DisplayCells("The matrix of accumulated numbers of cases", batches, &Batch::w);
+      DisplayCells("The matrix of accumulated sums of first variable", batches, &Batch::x);
+      DisplayCells("The matrix of accumulated sums of second variable", batches, &Batch::y);
+      DisplayCells("The matrix of accumulated sums of squares of first variable", batches,
+                   &Batch::xx);
+      DisplayCells("The matrix of accumulated sums of cross-products", batches, &Batch::xy);
+      DisplayCells("The matrix of total numbers of cases", stats, &Stats::nCases);
+      DisplayCells("The matrix of means of first variable", stats, &Stats::meanX);
+      DisplayCells("The matrix of means of second variable", stats, &Stats::meanY);
+      DisplayCells("The matrix of variances of first variable", stats, &Stats::varX);
+      DisplayCells("The matrix of variances of second variable", stats, &Stats::varY);
+    }
+    DisplayText(1, "The matrix of covariances");
+    fmCovar.Display();
+    DisplayText(1, "The matrix of correlations");
+    fmCorr.Display();
+    DisplayText(1, "NQAccumXProdPair display end");
+  });
 }
 
 }  // namespace NQMath_940

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <vector>
 
+#include <nqcommon/common/GuardedCopy.h>
 #include <nqcommon/export.h>
 #include <nqcommon/math/matrix/NQSymMatrix.h>
 
@@ -19,7 +20,9 @@ namespace NQMath_940 {
 //           beside the mean lose the digits that the mean has more, whatever the batch size. Centre
 //           the variables first, roughly, where that matters.
 // Values    Missing values are the caller's to remove.
-// Failure   by false; a cell or pair that does not exist changes nothing.
+// Failure   by false; a cell or pair that does not exist changes nothing. An accumulator for whose
+//           cells there is no memory, a copy of another or one that InitAll resizes included, has
+//           none: it keeps p, and refuses cases, merging and Finish.
 // Threads   one object, one thread at a time.
 class NQ_API NQAccumXProdPair {
  public:
@@ -35,7 +38,9 @@ class NQ_API NQAccumXProdPair {
   // nVars < 1 counts as 0, nAccum < 1 as 1.
   NQAccumXProdPair(int nVars, int nAccum);
   NQAccumXProdPair(const NQAccumXProdPair&) = default;
+  NQAccumXProdPair(NQAccumXProdPair&&) noexcept = default;  // the other is without cells then
   NQAccumXProdPair& operator=(const NQAccumXProdPair&) = default;
+  NQAccumXProdPair& operator=(NQAccumXProdPair&&) noexcept = default;
   virtual ~NQAccumXProdPair();
 
   // Adds a case of weight w to the batch of a pair, in either order, or of a cell; x belongs to the
@@ -66,8 +71,16 @@ class NQ_API NQAccumXProdPair {
   // rows that it would be with variances on the diagonal:
   //   (r, c) = cov(r, c) / cov(r, r)^(1/4) / cov(c, c)^(1/4)
   // and the missing value where cov(r, r) or cov(c, c) is not positive, or beyond the array, as the
-  // last row is after construction.
+  // last row is after construction. Of order -1 where memory ends.
   const NQSymMatrix& GetCorr();
+  // The matrices of p rows that are usually meant. The correlation of a pair is its covariance over
+  // the roots of the variances that the two variables have in the pair, 1 on the diagonal, missing
+  // where a variance is not positive. The covariances have on the diagonal the variance of a
+  // variable in the pair of the largest W that it belongs to, the first of these; missing for a
+  // single variable. With missing values neither needs to be positive semi-definite. False, `out`
+  // unchanged, where memory ends.
+  bool GetCovarianceMatrix(NQSymMatrix& out) const;
+  bool GetCorrelationMatrix(NQSymMatrix& out) const;
   // The folded statistics of a cell; all 0 where there is no cell. After Finish these and the
   // covariances are all there is to send: SetStats of every cell rebuilds the accumulator.
   Stats GetStats(int cell) const;
@@ -95,22 +108,29 @@ class NQ_API NQAccumXProdPair {
     double xy = 0;
   };
 
-  // The array of covariances tells how many cells there are.
-  bool HasCell(std::size_t cell) const { return cell < fmCovar.AsVectorConst().size(); }
-  bool HasCell(int cell) const { return cell >= 0 && HasCell(static_cast<std::size_t>(cell)); }
-  // Cells that belong to pairs; InitAll makes more.
-  std::size_t Pairs() const;
-  void Resize(int nRows);
+  // All cells, or none.
+  struct Cells {
+    std::vector<Batch> batches;
+    std::vector<Stats> stats;
+  };
+
+  bool HasCell(int cell) const { return cell >= 0 && static_cast<std::size_t>(cell) < CellCount(); }
+  std::size_t CellCount() const;
+  // The cells that belong to pairs, of which InitAll makes more, and whether they are there.
+  std::size_t PairCount() const;
+  bool HasPairs() const { return PairCount() <= CellCount(); }
+  bool Resize(int nRows);
   bool AddToBatch(std::size_t cell, double x, double y, double w);
   bool Fold(std::size_t cell);
   void MergeFolded(std::size_t cell, Stats theirs, double covariance);
+  template <class Of>
+  bool MakeMatrix(NQSymMatrix& out, Of of) const;
   template <class Cell>
   void DisplayCells(const char* name, const std::vector<Cell>& cells, double Cell::*value) const;
 
   int fNVars;
   int fNAccum = 1;
-  std::vector<Batch> fvBatches;
-  std::vector<Stats> fvStats;
+  NQCommon_940::GuardedCopy<Cells> fCells;
   NQSymMatrix fmCovar;
   NQSymMatrix fmCorr;
 };

@@ -6,6 +6,9 @@
 #include <nqcommon/common/display.h>
 
 namespace NQMath_940 {
+
+using NQCommon_940::GuardMemory;
+
 namespace {
 
 constexpr int kElementLimit = 9377657;
@@ -28,22 +31,24 @@ unsigned Hash(const std::vector<int>& elements, int offset) {
 
 int NQHashKey::ADD_LOWER_BOUND = 0;
 
-NQHashKey::NQHashKey(int size)
-    : fvElement(size < 1 ? 0 : static_cast<std::size_t>(size)),
-      fHash(Hash(fvElement, ADD_LOWER_BOUND)),
-      fOffset(ADD_LOWER_BOUND) {}
+NQHashKey::NQHashKey(int size) : fOffset(ADD_LOWER_BOUND) {
+  if (size > 0) GuardMemory([&] { fvElement->resize(static_cast<std::size_t>(size)); });
+  fHash = Hash(*fvElement, fOffset);
+}
 
 void NQHashKey::Set(std::size_t i, int value) {
   if (fOffset != ADD_LOWER_BOUND) {
     fOffset = ADD_LOWER_BOUND;
-    fHash = Hash(fvElement, fOffset);
+    fHash = Hash(*fvElement, fOffset);
   }
-  fHash ^= Term(i, fvElement[i], fOffset) ^ Term(i, value, fOffset);
-  fvElement[i] = value;
+  int& element = (*fvElement)[i];
+  fHash ^= Term(i, element, fOffset) ^ Term(i, value, fOffset);
+  element = value;
 }
 
 int NQHashKey::GetHash() const {
-  return static_cast<int>(fOffset == ADD_LOWER_BOUND ? fHash : Hash(fvElement, ADD_LOWER_BOUND));
+  const bool isCurrent = fOffset == ADD_LOWER_BOUND && !fvElement->empty();
+  return static_cast<int>(isCurrent ? fHash : Hash(*fvElement, ADD_LOWER_BOUND));
 }
 
 bool NQHashKey::SetElementOffset(int offset) {
@@ -56,9 +61,11 @@ bool NQHashKey::SetElementOffset(int offset) {
 int NQHashKey::GetElementUpperBound() { return kElementLimit - ADD_LOWER_BOUND; }
 
 void NQHashKey::Display() const {
-  std::string line = "\t Key: ";
-  for (const int element : fvElement) line += "  " + std::to_string(element);
-  NQDisplay_940::DisplayText(1, line);
+  GuardMemory([&] {
+    std::string line = "\t Key: ";
+    for (const int element : *fvElement) line += "  " + std::to_string(element);
+    NQDisplay_940::DisplayText(1, line);
+  });
 }
 
 }  // namespace NQMath_940

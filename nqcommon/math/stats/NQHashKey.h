@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <vector>
 
+#include <nqcommon/common/GuardedCopy.h>
 #include <nqcommon/export.h>
 
 namespace NQMath_940 {
@@ -15,6 +16,7 @@ namespace NQMath_940 {
 //
 // Element 0 does not enter. The hash is brought up to date by each assignment to an element.
 //
+// Failure   A key for whose elements there is no memory, a copy of another included, has none.
 // Offset    one for the process, 0 at first. A change of it changes the hash of every key, which is
 //           then computed anew when asked for: equal keys have equal hashes at any time. It is not
 //           synchronised.
@@ -30,7 +32,7 @@ class NQ_API NQHashKey {
   // An element to be read or assigned. It is good while the key lives and keeps its size.
   class Element {
    public:
-    operator int() const { return fKey.fvElement[fIndex]; }
+    operator int() const { return (*fKey.fvElement)[fIndex]; }
     Element& operator=(int value) {
       fKey.Set(fIndex, value);
       return *this;
@@ -50,23 +52,25 @@ class NQ_API NQHashKey {
   // Zeros; none when the size is below 1.
   explicit NQHashKey(int size);
   NQHashKey(const NQHashKey& other) = default;
+  NQHashKey(NQHashKey&& other) noexcept = default;  // `other` is without elements then
   NQHashKey& operator=(const NQHashKey& other) = default;
+  NQHashKey& operator=(NQHashKey&& other) noexcept = default;
   virtual ~NQHashKey() = default;
 
-  int Size() const { return static_cast<int>(fvElement.size()); }
+  int Size() const { return static_cast<int>(fvElement->size()); }
 
   // i is 0 .. Size() - 1: the caller's duty, asserted in debug builds.
-  int operator[](int i) const { return fvElement[Index(i)]; }
+  int operator[](int i) const { return (*fvElement)[Index(i)]; }
   Element operator[](int i) { return Element(*this, Index(i)); }
 
   int GetHash() const;
 
   // Same size and elements.
-  bool operator==(const NQHashKey& other) const { return fvElement == other.fvElement; }
+  bool operator==(const NQHashKey& other) const { return *fvElement == *other.fvElement; }
   bool operator!=(const NQHashKey& other) const { return !(*this == other); }
 
   // Lexicographic, a proper prefix first.
-  bool operator<(const NQHashKey& other) const { return fvElement < other.fvElement; }
+  bool operator<(const NQHashKey& other) const { return *fvElement < *other.fvElement; }
 
   // False, nothing changed, when the upper bound would be 0 or less, or above INT_MAX.
   static bool SetElementOffset(int offset);
@@ -86,8 +90,8 @@ class NQ_API NQHashKey {
   }
   void Set(std::size_t i, int value);
 
-  std::vector<int> fvElement;
-  unsigned fHash = 0;  // with fOffset
+  NQCommon_940::GuardedCopy<std::vector<int>> fvElement;
+  unsigned fHash = 0;  // with fOffset, of a key that has elements
   int fOffset = 0;
 };
 

@@ -2,6 +2,7 @@
 
 #include <nqcommon/common/NQMV.h>
 #include <nqcommon/common/display.h>
+#include <nqcommon/common/memory_guard.h>
 
 namespace NQMath_940 {
 
@@ -45,18 +46,22 @@ const std::vector<double>* NQIterationReporter::VectorMeasure(const std::string&
 
 void NQIterationReporter::Display() const {
   using namespace NQDisplay_940;
-  DisplayText(1, "NQIterationReporter display start");
-  DisplayI("Iteration number", fIterNum);
-  DisplayI("Number of step halving", fStepHalving);
-  DisplayD("Pseudo -2 log-likelihood", fLogLik);
-  DisplayD("Elapsed time in sec", fTime);
-  if (fvEstimates != nullptr)
-    DisplayDV("Parameter estimates", *fvEstimates, true);
-  else
-    DisplayText(1, "Parameter estimates pointer is 0");
-  if (fvEstimates2 != nullptr) DisplayDV("Parameter estimates, second vector", *fvEstimates2, true);
-  if (fvEstimates3 != nullptr) DisplayDV("Parameter estimates, third vector", *fvEstimates3, true);
-  DisplayText(1, "NQIterationReporter display end");
+  NQCommon_940::GuardMemory([&] {
+    DisplayText(1, "NQIterationReporter display start");
+    DisplayI("Iteration number", fIterNum);
+    DisplayI("Number of step halving", fStepHalving);
+    DisplayD("Pseudo -2 log-likelihood", fLogLik);
+    DisplayD("Elapsed time in sec", fTime);
+    if (fvEstimates != nullptr)
+      DisplayDV("Parameter estimates", *fvEstimates, true);
+    else
+      DisplayText(1, "Parameter estimates pointer is 0");
+    if (fvEstimates2 != nullptr)
+      DisplayDV("Parameter estimates, second vector", *fvEstimates2, true);
+    if (fvEstimates3 != nullptr)
+      DisplayDV("Parameter estimates, third vector", *fvEstimates3, true);
+    DisplayText(1, "NQIterationReporter display end");
+  });
 }
 
 }  // namespace NQMath_940

@@ -9,13 +9,24 @@ namespace NQMath_940 {
 
 // One iteration of an iterative estimation, as handed to progress callbacks. The estimates are not
 // owned and may be null: they must live as long as they are asked for here.
+//
+// Use       One reporter serves all iterations. The estimation fills it and hands it to whoever
+//           shows progress, who asks for measures by name:
+//
+//             NQCancelInfo cancel(query);            // the application's NQQueryCancel, or null
+//             NQIterationReporter report;
+//             for (int i = 1; !isConverged && !cancel.IsCancel(); ++i) {
+//               const double logLik = TakeStep(estimates);
+//               report.SetInfo(&estimates, i, halvings, logLik, seconds);
+//               show(report);                        // report.ScaleMeasure("loglik"), ...
+//             }
 class NQ_API NQIterationReporter {
  public:
   NQIterationReporter() = default;
   NQIterationReporter(const NQIterationReporter& other) = default;
-  NQIterationReporter(NQIterationReporter&& other) = default;
+  NQIterationReporter(NQIterationReporter&& other) noexcept = default;
   NQIterationReporter& operator=(const NQIterationReporter& other) = default;
-  NQIterationReporter& operator=(NQIterationReporter&& other) = default;
+  NQIterationReporter& operator=(NQIterationReporter&& other) noexcept = default;
   virtual ~NQIterationReporter() = default;
 
   // Everything is zero or null.

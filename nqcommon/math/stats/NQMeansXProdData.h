@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <vector>
 
 #include <nqcommon/export.h>
@@ -19,8 +20,10 @@ namespace NQMath_940 {
 // Values    Missing values are the caller's to remove. A case of weight 0 adds 0 times its values:
 //           finite ones count for nothing, a NaN, an infinity or a deviation that overflows makes
 //           its variables NaN.
-// Failure   by false, the record then being as it was. Nothing is divided by a W of 0.
-// Copies    are deep, and moving copies: no two records share storage.
+// Failure   by false, the record then being as it was: for what an operation refuses, and where
+//           memory ends. A copy for which memory ends has no variables. Nothing is divided by a W
+//           of 0.
+// Copies    are deep. Moves exchange the contents, and never allocate.
 // Threads   one object, one thread at a time.
 class NQ_API NQMeansXProdData {
  public:
@@ -29,12 +32,14 @@ class NQ_API NQMeansXProdData {
   // nVars < 0, or too many for the memory: no variables.
   NQMeansXProdData(int nVars, bool intercept);
   NQMeansXProdData(const NQMeansXProdData& other);
+  NQMeansXProdData(NQMeansXProdData&& other) noexcept;
   NQMeansXProdData& operator=(const NQMeansXProdData& other);
+  NQMeansXProdData& operator=(NQMeansXProdData&& other) noexcept;
   virtual ~NQMeansXProdData();
 
   virtual void Display() const;
 
-  // Sets p and clears. False, nothing changed, for nVars < 0 and when the memory is not there.
+  // Sets p and clears. False, nothing changed, for nVars < 0.
   bool SetNVars(int nVars);
   // Changes the meaning of the products, not their values: set it before the first case.
   void SetIntercept(bool intercept) { fIntercept = intercept; }
@@ -45,11 +50,18 @@ class NQ_API NQMeansXProdData {
   bool SetData(bool intercept, double nCases, const std::vector<double>& means,
                const std::vector<double>& xProds);
 
-  int GetNVars() const { return fNVars; }
+  int GetNVars() const { return static_cast<int>(fSums.values.size()); }
   bool IsIntercept() const { return fIntercept; }
-  double GetNCases() const { return fNCases; }
-  const std::vector<double>& GetMeans() const { return fvMeans; }
-  const NQSymMatrix& GetXProds() const { return fmXProds; }
+  double GetNCases() const { return fSums.nCases; }
+  const std::vector<double>& GetMeans() const { return fSums.values; }
+  const NQSymMatrix& GetXProds() const { return fSums.products; }
+
+  // XP / (W - 1): covariances, where the products are about the means. False, `out` unchanged,
+  // unless W > 1.
+  bool GetCovariances(NQSymMatrix& out) const;
+  // XP(i,j) / sqrt(XP(i,i)) / sqrt(XP(j,j)), at most 1 in magnitude and 1 on the diagonal; the
+  // missing value where XP(i,i) or XP(j,j) is not positive. False, `out` unchanged, unless W > 0.
+  bool GetCorrelations(NQSymMatrix& out) const;
 
   // Adds another record, this one included:
   //   W' = W1 + W2,  m = m1 + (m2 - m1) W2 / W'
@@ -74,16 +86,25 @@ class NQ_API NQMeansXProdData {
   bool UpdateXX(const std::vector<double>& x, double c);
 
  protected:
+  // W, a value for each variable, and p(p+1)/2 products.
+  struct Sums {
+    double nCases = 0;
+    std::vector<double> values;
+    NQSymMatrix products;
+
+    // Zeros for n variables, and a copy of others. False, nothing changed, when memory ends.
+    bool SetSize(std::size_t n);
+    bool Assign(const Sums& other);
+    void Clear();
+  };
+
   // The record of W and these means with products of 0, which are returned to be added to.
   double* Restart(double nCases, std::vector<double> means);
-  bool HasValues(const std::vector<double>& x) const { return x.size() >= fvMeans.size(); }
+  bool HasValues(const std::vector<double>& x) const { return x.size() >= fSums.values.size(); }
 
  private:
-  int fNVars = 0;
   bool fIntercept = true;
-  double fNCases = 0;
-  std::vector<double> fvMeans;
-  NQSymMatrix fmXProds;
+  Sums fSums;
 };
 
 }  // namespace NQMath_940

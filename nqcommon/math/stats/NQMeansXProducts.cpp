@@ -1,14 +1,17 @@
 #include <nqcommon/math/stats/NQMeansXProducts.h>
 
 #include <algorithm>
+#include <limits>
 #include <utility>
 
 #include <nqcommon/common/display.h>
+#include <nqcommon/common/memory_guard.h>
 #include <nqcommon/math/matrix/NQRectMatrix.h>
 #include <nqcommon/math/stats/internal/case_products.h>
 
 namespace NQMath_940 {
 
+using NQCommon_940::GuardMemory;
 using NQDisplay_940::DisplayB;
 using NQDisplay_940::DisplayD;
 using NQDisplay_940::DisplayDV;
@@ -16,6 +19,23 @@ using NQDisplay_940::DisplayText;
 
 NQMeansXProducts::NQMeansXProducts(int nVars, bool intercept, bool freqWeight, bool regWeight)
     : NQMeansXProdData(nVars, intercept), fFreqWeight(freqWeight), fRegWeight(regWeight) {}
+
+NQMeansXProducts::NQMeansXProducts(const NQMeansXProducts& other) : NQMeansXProdData() {
+  *this = other;
+}
+
+NQMeansXProducts& NQMeansXProducts::operator=(const NQMeansXProducts& other) {
+  if (this == &other) return *this;
+  NQMeansXProdData::operator=(other);
+  fFreqWeight = other.fFreqWeight;
+  fRegWeight = other.fRegWeight;
+  if (GetNVars() == other.GetNVars() && fRaw.Assign(other.fRaw)) return *this;
+  SetNVars(0);
+  fRaw = Sums();
+  // Sums that were lost are not sums of 0.
+  if (other.fRaw.nCases != 0) fRaw.nCases = std::numeric_limits<double>::quiet_NaN();
+  return *this;
+}
 
 NQMeansXProducts::~NQMeansXProducts() = default;
 
@@ -33,26 +53,26 @@ bool NQMeansXProducts::TakeCases(const NQRectMatrix& cases, int nRows,
 // ---- Means first --------------------------------------------------------------------------------
 
 bool NQMeansXProducts::Compute(const NQRectMatrix& cases, int nRows) {
-  internal::Cases block;
-  if (!TakeCases(cases, nRows, block)) return false;
-  double nCases = 0;
-  std::vector<double> means(block.nVars);
-  const std::vector<bool> constant = internal::AddSums(block, {nCases, means});
-  if (!(nCases >= 0)) return false;
-  Clear();
-  if (nCases == 0) return true;
-
-  for (std::size_t i = 0; i < means.size(); ++i) {
-    const double first = block.data[i];
-    const bool exact = block.nWeights > 0 ? constant[i] : means[i] == nCases * first;
-    means[i] = exact ? first : means[i] / nCases;
-  }
-  double* xProds = Restart(nCases, means);
-  if (!IsIntercept()) std::fill(means.begin(), means.end(), 0.0);
-  // Sums about the means are not needed.
-  std::vector<double> deviations(means.size());
-  internal::AddProducts(block, means, {nCases, deviations}, xProds);
-  return true;
+  return GuardMemory(false, [&] {
+    internal::Cases block;
+    if (!TakeCases(cases, nRows, block)) return false;
+    double nCases = 0;
+    std::vector<double> means(block.nVars);
+    const std::vector<bool> constant = internal::AddSums(block, {nCases, means});
+    if (!(nCases >= 0)) return false;
+    for (std::size_t i = 0; i < means.size() && nCases > 0; ++i) {
+      const double first = block.data[i];
+      const bool exact = block.nWeights > 0 ? constant[i] : means[i] == nCases * first;
+      means[i] = exact ? first : means[i] / nCases;
+    }
+    const std::vector<double> origin(IsIntercept() ? 0 : means.size());
+    std::vector<double> deviations(means.size());  // their sums, which are not needed
+    Clear();
+    if (nCases == 0) return true;
+    double* xProds = Restart(nCases, std::move(means));
+    internal::AddProducts(block, IsIntercept() ? GetMeans() : origin, {nCases, deviations}, xProds);
+    return true;
+  });
 }
 
 bool NQMeansXProducts::Update(const NQRectMatrix& cases, int nRows) {
@@ -63,55 +83,54 @@ bool NQMeansXProducts::Update(const NQRectMatrix& cases, int nRows) {
 
 // ---- One pass -----------------------------------------------------------------------------------
 
-bool NQMeansXProducts::StartUpdateOnePass() {
-  fNCasesOnePass = 0;
-  fvSums.assign(GetMeans().size(), 0.0);
-  return fmRawXProds.SetNRows(GetNVars(), true);
-}
-
-// Sums of another number of variables are left from before it was changed.
-bool NQMeansXProducts::HasOnePass() const {
-  return fNCasesOnePass != 0 && fvSums.size() == GetMeans().size() &&
-         fmRawXProds.GetNRows() == GetNVars();
-}
+bool NQMeansXProducts::StartUpdateOnePass() { return fRaw.SetSize(GetMeans().size()); }
 
 bool NQMeansXProducts::UpdateOnePass(const NQRectMatrix& cases, int nRows) {
-  internal::Cases block;
-  if (!TakeCases(cases, nRows, block)) return false;
-  if (!HasOnePass() && !StartUpdateOnePass()) return false;
-  const std::vector<double> origin(block.nVars);
-  internal::AddProducts(block, origin, {fNCasesOnePass, fvSums}, fmRawXProds.AsVector().data());
-  return true;
+  return GuardMemory(false, [&] {
+    internal::Cases block;
+    if (!TakeCases(cases, nRows, block)) return false;
+    const std::vector<double> origin(block.nVars);
+    // Sums of another number of variables are left from before it was changed.
+    const bool isUnderway = fRaw.nCases != 0 && fRaw.values.size() == block.nVars;
+    if (!isUnderway && !StartUpdateOnePass()) return false;
+    internal::AddProducts(block, origin, {fRaw.nCases, fRaw.values},
+                          fRaw.products.AsVector().data());
+    return true;
+  });
 }
 
 bool NQMeansXProducts::FinishUpdateOnePass() {
-  if (!HasOnePass()) {
+  if (fRaw.nCases == 0) {
     Clear();
     return true;
   }
-  if (!(fNCasesOnePass > 0)) return false;
-  std::vector<double> means(fvSums);
-  for (double& mean : means) mean /= fNCasesOnePass;
-  double* xProd = Restart(fNCasesOnePass, std::move(means));
-  const double* raw = fmRawXProds.AsVectorConst().data();
-  for (std::size_t i = 0; i < fvSums.size(); ++i) {
-    for (std::size_t j = 0; j <= i; ++j) *xProd++ = *raw++ - fvSums[j] * GetMeans()[i];
-  }
-  return true;
+  if (!(fRaw.nCases > 0) || fRaw.values.size() != GetMeans().size()) return false;
+  return GuardMemory(false, [&] {
+    std::vector<double> means(fRaw.values);
+    for (double& mean : means) mean /= fRaw.nCases;
+    double* xProd = Restart(fRaw.nCases, std::move(means));
+    const double* raw = fRaw.products.AsVectorConst().data();
+    for (std::size_t i = 0; i < fRaw.values.size(); ++i) {
+      for (std::size_t j = 0; j <= i; ++j) *xProd++ = *raw++ - fRaw.values[j] * GetMeans()[i];
+    }
+    return true;
+  });
 }
 
 // ---- Diagnostic display -------------------------------------------------------------------------
 
 void NQMeansXProducts::Display() const {
-  DisplayText(1, "NQMeansXProducts display start");
-  NQMeansXProdData::Display();
-  DisplayB("Frequency weight indicator", fFreqWeight);
-  DisplayB("Regression weight indicator", fRegWeight);
-  DisplayD("Weighted number of cases accumulated by UpdateOnePass", fNCasesOnePass);
-  DisplayDV("Weighted sums accumulated by UpdateOnePass", fvSums, true);
-  DisplayText(1, "Weighted sums of products accumulated by UpdateOnePass");
-  fmRawXProds.Display();
-  DisplayText(1, "NQMeansXProducts display end");
+  GuardMemory([&] {
+    DisplayText(1, "NQMeansXProducts display start");
+    NQMeansXProdData::Display();
+    DisplayB("Frequency weight indicator", fFreqWeight);
+    DisplayB("Regression weight indicator", fRegWeight);
+    DisplayD("Weighted number of cases accumulated by UpdateOnePass", fRaw.nCases);
+    DisplayDV("Weighted sums accumulated by UpdateOnePass", fRaw.values, true);
+    DisplayText(1, "Weighted sums of products accumulated by UpdateOnePass");
+    fRaw.products.Display();
+    DisplayText(1, "NQMeansXProducts display end");
+  });
 }
 
 }  // namespace NQMath_940

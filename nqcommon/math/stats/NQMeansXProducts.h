@@ -20,7 +20,10 @@ struct Cases;
 //           regression weight, as far as there are any. The weight of a case is their product, 1
 //           without weight columns. Of the rows the first nRows are used, all when nRows < 1 or
 //           more than there are.
-// Failure   false, nothing changed, for another number of columns and for a sum of weights below 0.
+// Failure   false, nothing changed, for another number of columns, where memory ends, and where the
+//           weights of the cases add up to less than 0 or to NaN: for Compute and Update those of
+//           the block, for FinishUpdateOnePass those of all blocks. A copy for which memory ends
+//           has no variables, and FinishUpdateOnePass refuses it when there were raw sums to copy.
 // Memory    a block of 64 cases, centred; the cases are not copied.
 //
 // Two ways, not to be mixed within a record:
@@ -33,8 +36,10 @@ class NQ_API NQMeansXProducts : public NQMeansXProdData {
   // A frequency weight, no regression weight.
   NQMeansXProducts() = default;
   NQMeansXProducts(int nVars, bool intercept, bool freqWeight, bool regWeight);
-  NQMeansXProducts(const NQMeansXProducts&) = default;
-  NQMeansXProducts& operator=(const NQMeansXProducts&) = default;
+  NQMeansXProducts(const NQMeansXProducts& other);
+  NQMeansXProducts(NQMeansXProducts&& other) noexcept = default;
+  NQMeansXProducts& operator=(const NQMeansXProducts& other);
+  NQMeansXProducts& operator=(NQMeansXProducts&& other) noexcept = default;
   ~NQMeansXProducts() override;
 
   void Display() const override;
@@ -49,23 +54,21 @@ class NQ_API NQMeansXProducts : public NQMeansXProdData {
   bool StartUpdate() { return true; }
   bool FinishUpdate() { return true; }
 
-  // Raw sums of w, w x_i and w x_i x_j <- 0. False when the memory is not there.
+  // Raw sums of w, w x_i and w x_i x_j <- 0.
   bool StartUpdateOnePass();
   // Adds the cases to the raw sums, which start anew when their sum of weights is 0.
   bool UpdateOnePass(const NQRectMatrix& cases, int nRows);
   // W, means and products from the raw sums, which stay. The products are centred whether there is
-  // an intercept or not. A sum of weights of 0 clears the record.
+  // an intercept or not. A sum of weights of 0 clears the record. False, too, for raw sums of
+  // another number of variables.
   bool FinishUpdateOnePass();
 
  private:
   bool TakeCases(const NQRectMatrix& cases, int nRows, internal::Cases& block) const;
-  bool HasOnePass() const;
 
   bool fFreqWeight = true;
   bool fRegWeight = false;
-  double fNCasesOnePass = 0;
-  std::vector<double> fvSums;
-  NQSymMatrix fmRawXProds;
+  Sums fRaw;
 };
 
 }  // namespace NQMath_940

@@ -2,24 +2,21 @@
 
 #include <algorithm>
 #include <cmath>
-#include <new>
 
 #include <nqcommon/common/display.h>
 #include <nqcommon/math/stats/NQHashKey.h>
 
 namespace NQMath_940 {
+
+using NQCommon_940::GuardMemory;
+
 namespace {
 
 // Unchecked values may leave the range of int: what is computed with them wraps around.
 unsigned Wrap(int value) { return static_cast<unsigned>(value); }
 
 bool SetSize(std::vector<int>& values, std::size_t size) {
-  try {
-    values.resize(size);
-  } catch (const std::bad_alloc&) {
-    return false;
-  }
-  return true;
+  return GuardMemory([&] { values.resize(size); });
 }
 
 }  // namespace
@@ -30,54 +27,52 @@ NQPackedInt::NQPackedInt(int n, int lowerBound, const std::vector<int>& nDiffVal
 
 bool NQPackedInt::SetForSequence(int n, int lowerBound, const std::vector<int>& nDiffValues) {
   const std::size_t size = n < 1 ? 0 : static_cast<std::size_t>(n);
+  std::vector<Position>& positions = *fvPositions;
   fLowerBound = lowerBound;
-  fvNDiffValues.clear();
-  if (size <= nDiffValues.size() && SetSize(fvNDiffValues, size))
-    std::copy_n(nDiffValues.begin(), size, fvNDiffValues.begin());
+  positions.clear();
+  if (size <= nDiffValues.size()) GuardMemory([&] { positions.resize(size); });
+  for (std::size_t i = 0; i < positions.size(); ++i) positions[i].nDiffValues = nDiffValues[i];
   return Setup();
 }
 
 bool NQPackedInt::Setup() {
-  const std::size_t n = fvNDiffValues.size();
-  const auto isPositive = [](int number) { return number > 0; };
-  if (n == 0 || !std::all_of(fvNDiffValues.begin(), fvNDiffValues.end(), isPositive) ||
-      !SetSize(fvUnitIndex, n) || !SetSize(fvProduct, n)) {
-    fvNDiffValues.clear();
-    fvUnitIndex.clear();
-    fvProduct.clear();
-    return false;
-  }
+  std::vector<Position>& positions = *fvPositions;
+  const auto isPositive = [](const Position& position) { return position.nDiffValues > 0; };
+  if (!std::all_of(positions.begin(), positions.end(), isPositive)) positions.clear();
+  if (positions.empty()) return false;
   const double limit = std::log(NQHashKey::GetElementUpperBound());
   double logSum = 0;
   int product = 1;
   int unit = 0;
-  for (std::size_t i = 0; i < n; ++i) {
-    const double logNumber = std::log(fvNDiffValues[i]);
+  for (std::size_t i = 0; i < positions.size(); ++i) {
+    Position& position = positions[i];
+    const double logNumber = std::log(position.nDiffValues);
     if (i > 0 && logSum + logNumber > limit) {
       ++unit;
       product = 1;
       logSum = 0;
     }
-    product *= fvNDiffValues[i];
+    product *= position.nDiffValues;
     logSum += logNumber;
-    fvUnitIndex[i] = unit;
-    fvProduct[i] = product;
+    position.unit = unit;
+    position.product = product;
   }
   return true;
 }
 
 int NQPackedInt::GetNDiffVal(int position) const {
   const auto i = static_cast<std::size_t>(position);  // a negative one is past every end
-  return i < fvNDiffValues.size() ? fvNDiffValues[i] : -1;
+  return i < fvPositions->size() ? (*fvPositions)[i].nDiffValues : -1;
 }
 
 bool NQPackedInt::Pack(const std::vector<int>& values, std::vector<int>& packed, bool check) const {
-  const std::size_t n = fvNDiffValues.size();
+  const std::vector<Position>& positions = *fvPositions;
+  const std::size_t n = positions.size();
   const auto nUnits = static_cast<std::size_t>(NUnits());
   if (n == 0 || values.size() < n) return false;
   for (std::size_t i = 0; check && i < n; ++i) {
     const long long code = static_cast<long long>(values[i]) - fLowerBound;
-    if (code < 0 || code >= fvNDiffValues[i]) return false;
+    if (code < 0 || code >= positions[i].nDiffValues) return false;
   }
   // The unit of a position has no higher index than it: one vector can be both.
   if (packed.size() < nUnits && !SetSize(packed, nUnits)) return false;
@@ -85,9 +80,9 @@ bool NQPackedInt::Pack(const std::vector<int>& values, std::vector<int>& packed,
   unsigned multiplier = 1;
   for (std::size_t i = 0; i < n; ++i) {
     sum += (Wrap(values[i]) - Wrap(fLowerBound)) * multiplier;
-    multiplier = Wrap(fvProduct[i]);
+    multiplier = Wrap(positions[i].product);
     if (!StartsUnit(i + 1)) continue;
-    packed[static_cast<std::size_t>(fvUnitIndex[i])] = static_cast<int>(sum);
+    packed[static_cast<std::size_t>(positions[i].unit)] = static_cast<int>(sum);
     sum = 0;
     multiplier = 1;
   }
@@ -96,16 +91,17 @@ bool NQPackedInt::Pack(const std::vector<int>& values, std::vector<int>& packed,
 }
 
 bool NQPackedInt::Unpack(std::vector<int>& values, const std::vector<int>& packed) const {
-  const std::size_t n = fvNDiffValues.size();
+  const std::vector<Position>& positions = *fvPositions;
+  const std::size_t n = positions.size();
   if (n == 0 || packed.size() < static_cast<std::size_t>(NUnits())) return false;
   if (values.size() < n && !SetSize(values, n)) return false;
   int remaining = 0;
   for (std::size_t i = n; i-- > 0;) {
-    if (StartsUnit(i + 1)) remaining = packed[static_cast<std::size_t>(fvUnitIndex[i])];
+    if (StartsUnit(i + 1)) remaining = packed[static_cast<std::size_t>(positions[i].unit)];
     int code = remaining;
     if (!StartsUnit(i)) {
-      code = remaining / fvProduct[i - 1];
-      remaining %= fvProduct[i - 1];
+      code = remaining / positions[i - 1].product;
+      remaining %= positions[i - 1].product;
     }
     values[i] = static_cast<int>(Wrap(fLowerBound) + Wrap(code));
   }
@@ -114,14 +110,21 @@ bool NQPackedInt::Unpack(std::vector<int>& values, const std::vector<int>& packe
 
 void NQPackedInt::Display() const {
   using namespace NQDisplay_940;
-  DisplayText(1, "NQPackedInt display start");
-  DisplayI("The sequence size", static_cast<int>(fvNDiffValues.size()));
-  DisplayI("The lower bound", fLowerBound);
-  DisplayIV("The vector of numbers of different values", fvNDiffValues);
-  DisplayI("The number of packed storage units", NUnits());
-  DisplayIV("The vector of packed storage unit indices", fvUnitIndex);
-  DisplayIV("The vector of products", fvProduct);
-  DisplayText(1, "NQPackedInt display end");
+  const auto displayPositions = [this](const char* name, int Position::*value) {
+    std::vector<int> values;
+    for (const Position& position : *fvPositions) values.push_back(position.*value);
+    DisplayIV(name, values);
+  };
+  GuardMemory([&] {
+    DisplayText(1, "NQPackedInt display start");
+    DisplayI("The sequence size", static_cast<int>(fvPositions->size()));
+    DisplayI("The lower bound", fLowerBound);
+    displayPositions("The vector of numbers of different values", &Position::nDiffValues);
+    DisplayI("The number of packed storage units", NUnits());
+    displayPositions("The vector of packed storage unit indices", &Position::unit);
+    displayPositions("The vector of products", &Position::product);
+    DisplayText(1, "NQPackedInt display end");
+  });
 }
 
 }  // namespace NQMath_940

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <vector>
 
+#include <nqcommon/common/GuardedCopy.h>
 #include <nqcommon/export.h>
 
 namespace NQMath_940 {
@@ -16,7 +17,7 @@ namespace NQMath_940 {
 //           number above that has a unit to itself.
 // Layout    in a unit the first position is the least significant digit:
 //           {3, 4, 5} is one unit, value0 + 3 value1 + 12 value2 with values counted from 0.
-// Failure   false, and the output is as before.
+// Failure   false, and the output is as before. A copy for which memory ends has n of 0.
 // Cost      one multiplication a position to pack, one division to unpack; no allocation but the
 //           output's.
 // Threads   concurrent Pack and Unpack of one object are safe.
@@ -30,11 +31,11 @@ class NQ_API NQPackedInt {
   NQPackedInt& operator=(NQPackedInt&& other) = default;
   virtual ~NQPackedInt() = default;
 
-  // Takes the first n numbers and runs Setup. False, with n then 0, also when there are fewer.
+  // Takes the first n numbers and runs Setup. False, with n then 0, also when there are fewer
+  // or memory ends.
   bool SetForSequence(int n, int lowerBound, const std::vector<int>& nDiffValues);
 
-  // Assigns the positions to units. False, with n then 0, when n < 1, a number is < 1 or memory
-  // fails.
+  // Assigns the positions to units. False, with n then 0, when n < 1 or a number is < 1.
   bool Setup();
 
   int GetLowerBound() const { return fLowerBound; }
@@ -43,30 +44,34 @@ class NQ_API NQPackedInt {
   int GetNDiffVal(int position) const;
 
   // Sets `packed` to the units of the first n values. False when n is 0, there are fewer than n
-  // values or memory fails, and with `check` when a value is out of its position's range; without,
+  // values or memory ends, and with `check` when a value is out of its position's range; without,
   // such a value gives a key that another combination may have. Both may be one vector.
   bool Pack(const std::vector<int>& values, std::vector<int>& packed, bool check) const;
 
   // The inverse: sets the first n values, of which there will be at least n. False when n is 0,
-  // there are fewer entries than units or memory fails. Both may be one vector.
+  // there are fewer entries than units or memory ends. Both may be one vector.
   bool Unpack(std::vector<int>& values, const std::vector<int>& packed) const;
 
   // Writes all through the diagnostic display.
   void Display() const;
 
  private:
-  int NUnits() const { return fvUnitIndex.empty() ? 0 : fvUnitIndex.back() + 1; }
+  struct Position {
+    int nDiffValues = 0;
+    int unit = 0;
+    int product = 0;  // of the unit's numbers up to the position, its own included
+  };
+
+  int NUnits() const { return fvPositions->empty() ? 0 : fvPositions->back().unit + 1; }
 
   // Is a position, which exists, the first of its unit? Behind the last position: true.
-  bool StartsUnit(std::size_t position) const {
-    return position == 0 || position == fvUnitIndex.size() ||
-           fvUnitIndex[position] != fvUnitIndex[position - 1];
+  bool StartsUnit(std::size_t i) const {
+    const std::vector<Position>& positions = *fvPositions;
+    return i == 0 || i == positions.size() || positions[i].unit != positions[i - 1].unit;
   }
 
   int fLowerBound = 0;
-  std::vector<int> fvNDiffValues;  // n of them
-  std::vector<int> fvUnitIndex;
-  std::vector<int> fvProduct;  // of the unit's numbers up to the position, its own included
+  NQCommon_940::GuardedCopy<std::vector<Position>> fvPositions;  // n of them
 };
 
 }  // namespace NQMath_940

@@ -1,6 +1,7 @@
 #include <nqcommon/math/stats/NQProvMeans.h>
 
 #include <nqcommon/common/display.h>
+#include <nqcommon/common/memory_guard.h>
 
 namespace NQMath_940 {
 
@@ -12,9 +13,11 @@ bool NQProvMeans::Update(const std::vector<double>& x, double w) {
 }
 
 void NQProvMeans::Display() const {
-  NQDisplay_940::DisplayText(1, "NQProvMeans display start");
-  NQMeansXProdData::Display();
-  NQDisplay_940::DisplayText(1, "NQProvMeans display end");
+  NQCommon_940::GuardMemory([&] {
+    NQDisplay_940::DisplayText(1, "NQProvMeans display start");
+    NQMeansXProdData::Display();
+    NQDisplay_940::DisplayText(1, "NQProvMeans display end");
+  });
 }
 
 }  // namespace NQMath_940

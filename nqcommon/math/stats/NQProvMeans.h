@@ -13,7 +13,9 @@ class NQ_API NQProvMeans : public NQMeansXProdData {
   NQProvMeans() = default;
   NQProvMeans(int nVars, bool intercept) : NQMeansXProdData(nVars, intercept) {}
   NQProvMeans(const NQProvMeans&) = default;
+  NQProvMeans(NQProvMeans&&) noexcept = default;
   NQProvMeans& operator=(const NQProvMeans&) = default;
+  NQProvMeans& operator=(NQProvMeans&&) noexcept = default;
   ~NQProvMeans() override;
 
   void Display() const override;

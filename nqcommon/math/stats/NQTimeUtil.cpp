@@ -14,7 +14,8 @@ constexpr double kTicksPerSecond = 1e6;
 int Sum(int count, long long added) {
   constexpr long long kLowest = std::numeric_limits<int>::min();
   constexpr long long kLargest = std::numeric_limits<int>::max();
-  // first the summand, to a range in which nothing overflows and any count still reaches its limit
+  // The summand is bounded first, to a range in which no sum overflows and any count can still
+  // reach its limit.
   const long long bounded = std::clamp(added, 2 * kLowest, 2 * kLargest);
   return static_cast<int>(std::clamp(count + bounded, kLowest, kLargest));
 }
@@ -46,10 +47,12 @@ void NQTimeUtil::GetTime(int& ticks, double& seconds, int& calls) const {
 
 void NQTimeUtil::Display() const {
   using namespace NQDisplay_940;
-  DisplayText(1, "NQTimeUtil display start " + fName);
-  DisplayI("Accumulated int milliseconds", fTicks);
-  DisplayI("Number of calls", fNCalls);
-  DisplayText(1, "NQTimeUtil display end");
+  NQCommon_940::GuardMemory([&] {
+    DisplayText(1, "NQTimeUtil display start " + *fName);
+    DisplayI("Accumulated int milliseconds", fTicks);
+    DisplayI("Number of calls", fNCalls);
+    DisplayText(1, "NQTimeUtil display end");
+  });
 }
 
 }  // namespace NQMath_940

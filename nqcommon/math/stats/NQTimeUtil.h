@@ -3,20 +3,21 @@
 #include <ctime>
 #include <string>
 
+#include <nqcommon/common/GuardedCopy.h>
 #include <nqcommon/export.h>
 
 namespace NQMath_940 {
 
 // A named stopwatch of processor time, summed over pairs of Start and Accumulate. One tick of the
 // processor clock is a microsecond. Ticks and calls stay at the nearest limit of an int instead of
-// leaving its range: 35 minutes of processor time.
+// leaving its range: 35 minutes of processor time. A name for which memory ends is empty.
 class NQ_API NQTimeUtil {
  public:
   explicit NQTimeUtil(const std::string& name = std::string());
   NQTimeUtil(const NQTimeUtil& other) = default;
-  NQTimeUtil(NQTimeUtil&& other) = default;
+  NQTimeUtil(NQTimeUtil&& other) noexcept = default;
   NQTimeUtil& operator=(const NQTimeUtil& other) = default;
-  NQTimeUtil& operator=(NQTimeUtil&& other) = default;
+  NQTimeUtil& operator=(NQTimeUtil&& other) noexcept = default;
   virtual ~NQTimeUtil() = default;
 
   // Starts, with no ticks and no calls.
@@ -36,7 +37,7 @@ class NQ_API NQTimeUtil {
   void Display() const;
 
  private:
-  std::string fName;
+  NQCommon_940::GuardedCopy<std::string> fName;
   std::clock_t fStartTick;
   int fTicks = 0;
   int fNCalls = 0;

@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include <nqcommon/common/GuardedCopy.h>
 #include <nqcommon/export.h>
 #include <nqcommon/output/NQVariateData.h>
 
@@ -10,6 +11,8 @@ namespace NQMath_940 {
 
 // One categorical field: the sum of the weights of each category, for a bar chart.
 //
+// Failure   where memory ends: no categories, also in a copy; variate data without counts, which the
+//           next call tries again to put together.
 // Threads   one object, one thread at a time.
 class NQ_API NQBarChartData {
  public:
@@ -36,11 +39,10 @@ class NQ_API NQBarChartData {
   void Display() const;
 
  private:
-  int fNCategories;
-  std::vector<double> fvWeights;
+  NQCommon_940::GuardedCopy<std::vector<double>> fvWeights;
   bool fProportions;
   double fTotalWeight = 0;
-  NQXML_940::NQVariateData fVariateData;
+  NQCommon_940::GuardedCopy<NQXML_940::NQVariateData> fVariateData;
 };
 
 }  // namespace NQMath_940

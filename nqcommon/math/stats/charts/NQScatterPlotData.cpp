@@ -1,5 +1,6 @@
 #include <nqcommon/math/stats/charts/NQScatterPlotData.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <utility>
 
@@ -9,7 +10,9 @@
 
 namespace NQMath_940 {
 
+using NQCommon_940::GuardMemory;
 using NQXML_940::NQVariateData;
+using NQXML_940::NQXMLCoordinates;
 using NQXML_940::NQXMLCounts;
 using Doubles = std::vector<double>;
 
@@ -23,78 +26,120 @@ NQScatterPlotData::NQScatterPlotData(int nBinsX, int nBinsY, double minX, double
       fMaxX(maxX),
       fMinY(minY),
       fMaxY(maxY),
-      fBinned(binned),
-      fX("x", "", "", Doubles()),
-      fY("y", "", "", Doubles()),
-      fFrequencies(NQStatXMLTags::XML_VAL_frequency, "", "", Doubles()) {
+      fBinned(binned) {
+  *fCoordinates = {{{"x", "", "", Doubles()},
+                    {"y", "", "", Doubles()},
+                    {NQStatXMLTags::XML_VAL_frequency, "", "", Doubles()}}};
   const auto nCells = static_cast<std::size_t>(fNBinsX) * static_cast<std::size_t>(fNBinsY);
-  if (!fBinned || internal::MakeCells(fvCells, nCells)) return;
-  fNBinsX = fNBinsY = 1;
+  if (!fBinned || internal::MakeCells(*fvCells, nCells)) return;
+  fNBinsX = fNBinsY = internal::MakeCells(*fvCells, 1) ? 1 : 0;
   fBinLengthX = fBinLengthY = 0;
-  fvCells.resize(1);
 }
 
-void NQScatterPlotData::UpdateData(double f, double r, double x, double y) {
+bool NQScatterPlotData::UpdateData(double f, double r, double x, double y) {
+  if (!fBinned && !IsAskedFor() && !AddPoint(x, y, f)) return false;
   fSumFrequency += f;
-  if (!fBinned) {
-    fX.AddValue(x);
-    fY.AddValue(y);
-    fFrequencies.AddValue(f);
-    return;
-  }
+  if (fvCells->empty()) return true;
   const std::size_t binX = internal::BinOf(x, fMinX, fBinLengthX, fNBinsX);
   const std::size_t binY = internal::BinOf(y, fMinY, fBinLengthY, fNBinsY);
-  Cell& cell = fvCells[binX * static_cast<std::size_t>(fNBinsY) + binY];
+  Cell& cell = (*fvCells)[binX * static_cast<std::size_t>(fNBinsY) + binY];
   const double w = f * r;
   cell.weight += w;
   cell.frequency += f;
   internal::MoveMean(cell.meanX, x, w, cell.weight);
   internal::MoveMean(cell.meanY, y, w, cell.weight);
+  return true;
+}
+
+// All three values, or none. A copy that lost its points has no lists, and takes no more.
+bool NQScatterPlotData::AddPoint(double x, double y, double f) {
+  Doubles* const lists[] = {(*fCoordinates)[0].GetDoubles(), (*fCoordinates)[1].GetDoubles(),
+                            (*fCoordinates)[2].GetDoubles()};
+  if (lists[0] == nullptr) return false;
+  const std::size_t n = lists[2]->size();
+  const bool isAdded = GuardMemory([&] {
+    lists[0]->push_back(x);
+    lists[1]->push_back(y);
+    lists[2]->push_back(f);
+  });
+  if (isAdded) return true;
+  for (Doubles* list : lists) list->resize(n);
+  return false;
+}
+
+const NQXMLCoordinates& NQScatterPlotData::Coordinates(std::size_t axis) const {
+  const std::vector<NQXMLCoordinates>& given = fVariateData->GetCoordinates();
+  return axis < given.size() ? given[axis] : (*fCoordinates)[axis];
+}
+
+double NQScatterPlotData::GetBinLimitX(int i) const {
+  return internal::BinLimit(i, fNBinsX, fMinX, fMaxX, fBinLengthX);
+}
+
+double NQScatterPlotData::GetBinLimitY(int i) const {
+  return internal::BinLimit(i, fNBinsY, fMinY, fMaxY, fBinLengthY);
+}
+
+double NQScatterPlotData::GetCellFrequency(int binX, int binY) const {
+  if (fvCells->empty() || binX < 0 || binX >= fNBinsX || binY < 0 || binY >= fNBinsY)
+    return NQCommon_940::NQMV::Missing();
+  const auto row = static_cast<std::size_t>(binX) * static_cast<std::size_t>(fNBinsY);
+  return (*fvCells)[row + static_cast<std::size_t>(binY)].frequency;
 }
 
 void NQScatterPlotData::CollectCells() {
   Doubles x, y, frequencies;
-  for (const Cell& cell : fvCells) {
+  for (const Cell& cell : *fvCells) {
     if (!(cell.frequency > 0)) continue;
     x.push_back(cell.meanX);
     y.push_back(cell.meanY);
     frequencies.push_back(cell.frequency);
   }
-  fX.SetValues(std::move(x));
-  fY.SetValues(std::move(y));
-  fFrequencies.SetValues(std::move(frequencies));
+  (*fCoordinates)[0].SetValues(std::move(x));
+  (*fCoordinates)[1].SetValues(std::move(y));
+  (*fCoordinates)[2].SetValues(std::move(frequencies));
 }
 
 NQVariateData& NQScatterPlotData::GetNQVariateData(const std::string& description) {
-  if (!fVariateData.GetCounts().empty()) return fVariateData;
-  if (fBinned) CollectCells();
-  fVariateData.SetDescription(description);
-  fVariateData.SetCoordinates({fX, fY, fFrequencies});
-  fVariateData.AddCounts(NQXMLCounts(fSumFrequency));
-  return fVariateData;
+  if (IsAskedFor()) return *fVariateData;
+  GuardMemory([&] {
+    NQVariateData data;
+    data.SetDescription(description);
+    data.AddCounts(NQXMLCounts(fSumFrequency));
+    std::vector<NQXMLCoordinates> coordinates;
+    coordinates.reserve(fCoordinates->size());
+    if (fBinned) CollectCells();
+    // Nothing below can fail: the points are moved when all else is there.
+    for (NQXMLCoordinates& axis : *fCoordinates) coordinates.push_back(std::move(axis));
+    data.SetCoordinates(std::move(coordinates));
+    *fVariateData = std::move(data);
+  });
+  return *fVariateData;
 }
 
 void NQScatterPlotData::Display() const {
   using namespace NQDisplay_940;
   const auto displayCells = [this](const char* name, double Cell::*value) {
-    const auto nY = static_cast<std::size_t>(fNBinsY);
-    std::vector<Doubles> rows(fvCells.size() / nY);
-    for (std::size_t i = 0; i < fvCells.size(); ++i) rows[i / nY].push_back(fvCells[i].*value);
+    const auto nY = static_cast<std::size_t>(std::max(fNBinsY, 1));
+    std::vector<Doubles> rows(fvCells->size() / nY);
+    for (std::size_t i = 0; i < fvCells->size(); ++i) rows[i / nY].push_back((*fvCells)[i].*value);
     DisplayDVV(name, rows);
   };
-  DisplayText(1, "NQScatterPlotData display start");
-  DisplayI("The number of bins for X", fNBinsX);
-  DisplayI("The number of bins for Y", fNBinsY);
-  DisplayD("The length of a bin for X", fBinLengthX);
-  DisplayD("The length of a bin for Y", fBinLengthY);
-  displayCells("The means for X in each bin", &Cell::meanX);
-  displayCells("The means for Y in each bin", &Cell::meanY);
-  displayCells("The weighted (frequency and regression weight) N cases", &Cell::weight);
-  DisplayD("Minimum X value from constructor", fMinX);
-  DisplayD("Maximum X value from constructor", fMaxX);
-  DisplayD("Minimum Y value from constructor", fMinY);
-  DisplayD("Maximum Y value from constructor", fMaxY);
-  DisplayText(1, "NQScatterPlotData display end");
+  GuardMemory([&] {
+    DisplayText(1, "NQScatterPlotData display start");
+    DisplayI("The number of bins for X", fNBinsX);
+    DisplayI("The number of bins for Y", fNBinsY);
+    DisplayD("The length of a bin for X", fBinLengthX);
+    DisplayD("The length of a bin for Y", fBinLengthY);
+    displayCells("The means for X in each bin", &Cell::meanX);
+    displayCells("The means for Y in each bin", &Cell::meanY);
+    displayCells("The weighted (frequency and regression weight) N cases", &Cell::weight);
+    DisplayD("Minimum X value from constructor", fMinX);
+    DisplayD("Maximum X value from constructor", fMaxX);
+    DisplayD("Minimum Y value from constructor", fMinY);
+    DisplayD("Maximum Y value from constructor", fMaxY);
+    DisplayText(1, "NQScatterPlotData display end");
+  });
 }
 
 }  // namespace NQMath_940

@@ -3,10 +3,10 @@
 
 #include <cmath>
 #include <cstddef>
-#include <exception>
 #include <vector>
 
 #include <nqcommon/common/NQMV.h>
+#include <nqcommon/common/memory_guard.h>
 
 namespace NQMath_940::internal {
 
@@ -26,15 +26,17 @@ inline std::size_t BinOf(double x, double min, double length, int nBins) {
   return static_cast<std::size_t>(bin < nBins ? static_cast<int>(bin) : nBins - 1);
 }
 
-// n cells as they are at first. False, and none, where the memory is not there.
+// Where bin i of nBins begins, and the last one ends for i = nBins; missing for another i. A single
+// bin reaches from min to max.
+inline double BinLimit(int i, int nBins, double min, double max, double length) {
+  if (i < 0 || i > nBins) return NQCommon_940::NQMV::Missing();
+  return i == nBins ? max : min + i * length;
+}
+
+// n cells as they are at first. False, and none, where memory ends.
 template <class Cell>
 bool MakeCells(std::vector<Cell>& cells, std::size_t n) {
-  try {
-    cells.resize(n);
-  } catch (const std::exception&) {  // no storage, or more than a vector can count
-    return false;
-  }
-  return true;
+  return NQCommon_940::GuardMemory([&] { cells.resize(n); });
 }
 
 // Moves a mean by a case of weight w; sum is that of the weights, this one included. A mean that is

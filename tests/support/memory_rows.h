@@ -1,0 +1,62 @@
+// Rows of memory tables for classes that can be displayed: what an object is, is what it displays.
+#pragma once
+
+#include <utility>
+
+#include "support/displayed.h"
+#include "support/failing_new.h"
+
+namespace nqtest {
+
+// call(object) answers whether it was done. Done, it has done all; else the object is as before.
+template <class Object, class Call>
+MemoryCase Answers(const char* operation, Object object, Call call) {
+  return {operation, [=](Injection& inject) {
+            Object done = object, tried = object;
+            call(done);
+            bool answer = false;
+            inject([&] { answer = call(tried); });
+            return Verdict{Displayed(tried) == Displayed(answer ? done : object) &&
+                           (answer || inject.HasFailed())};
+          }};
+}
+
+// make() gives the object, or what is documented where memory ends: `lost`.
+template <class Make, class Object>
+MemoryCase Makes(const char* operation, Make make, Object lost) {
+  return {operation, [=](Injection& inject) {
+            const std::string want = Displayed(make());
+            Object object = lost;
+            inject([&] { object = make(); });
+            const std::string got = Displayed(object);
+            return Verdict{got == want || (inject.HasFailed() && got == Displayed(lost))};
+          }};
+}
+
+// A copy is the object, or what is documented where memory ends; a move allocates nothing, and a
+// display that ends early changes nothing.
+template <class Object>
+void AddObject(std::vector<MemoryCase>& rows, const char* name, Object object, Object lost) {
+  rows.push_back(Makes(
+      name, [=] { return Object(object); }, lost));
+  rows.push_back({name, [=](Injection& inject) {
+                    Object from = object, to = object;
+                    inject([&] {
+                      Object moved(std::move(from));
+                      to = std::move(moved);
+                    });
+                    return Verdict{!inject.HasFailed() && Displayed(to) == Displayed(object),
+                                   "a move that allocates"};
+                  }});
+  rows.push_back({name, [=](Injection& inject) {
+                    const std::string before = Displayed(object);
+                    std::ostringstream text;
+                    std::ostream& out = NQDisplay_940::GetOutStream();
+                    NQDisplay_940::SetOutStream(text);
+                    inject([&] { object.Display(); });
+                    NQDisplay_940::SetOutStream(out);
+                    return Verdict{Displayed(object) == before};
+                  }});
+}
+
+}  // namespace nqtest
