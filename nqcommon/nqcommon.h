@@ -100,6 +100,7 @@
 #include <nqcommon/output/NQXMLCoordinatesGroup.h>
 #include <nqcommon/output/NQXMLCounts.h>
 #include <nqcommon/output/NQXMLRecordInfo.h>
+#include <nqcommon/version.h>
 #include <nqcommon/xml/ExportFormat.h>
 #include <nqcommon/xml/IOException.h>
 #include <nqcommon/xml/JsonObject.h>

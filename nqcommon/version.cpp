@@ -1,0 +1,7 @@
+#include <nqcommon/version.h>
+
+namespace NQCommon_940 {
+
+const char* GetLibraryVersion() { return NQCOMMON_VERSION; }
+
+}  // namespace NQCommon_940
