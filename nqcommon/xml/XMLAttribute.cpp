@@ -1,29 +1,32 @@
 #include <nqcommon/xml/XMLAttribute.h>
 
-#include <cstring>
 #include <utility>
 
 #include <nqcommon/xml/internal/TreeWriter.h>
 #include <nqcommon/xml/internal/escape.h>
-#include <nqcommon/xml/number_format.h>
 
 namespace NQXML_940 {
 
 XMLAttribute::XMLAttribute(std::string text, std::size_t nameLength)
     : fText(std::move(text)), fNameLength(nameLength) {}
 
+namespace {
+
+template <class Value>
+std::string AttributeText(const std::string& name, const Value& value) {
+  std::string text;
+  internal::AppendAttribute(text, name, value);
+  return text;
+}
+
+}  // namespace
+
 XMLAttribute* XMLAttribute::Create(std::string name, const std::string& value) {
-  const std::size_t nameLength = name.size();
-  std::string text = std::move(name);
-  text.reserve(nameLength + value.size() + std::strlen("=\"\""));
-  text += "=\"";
-  internal::AppendEscaped(text, value);
-  text += '"';
-  return new XMLAttribute(std::move(text), nameLength);
+  return new XMLAttribute(AttributeText(name, value), name.size());
 }
 
 XMLAttribute* XMLAttribute::Create(std::string name, double value) {
-  return Create(std::move(name), Format(value, false, nullptr));
+  return new XMLAttribute(AttributeText(name, value), name.size());
 }
 
 XMLAttribute* XMLAttribute::Create(std::string name, double value, bool /*replaceSeparator*/) {

@@ -8,6 +8,8 @@
 
 namespace NQXML_940 {
 
+class XMLElement;
+
 namespace internal {
 class TreeWriter;
 }
@@ -27,6 +29,7 @@ class NQ_API XMLAttribute final : public XMLInterface {
   XMLAttribute* Clone() const override;
 
  private:
+  friend class XMLElement;
   friend class internal::TreeWriter;
 
   XMLAttribute(std::string text, std::size_t nameLength);

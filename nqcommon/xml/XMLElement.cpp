@@ -1,30 +1,26 @@
 #include <nqcommon/xml/XMLElement.h>
 
+#include <cstring>
 #include <utility>
 
 #include <nqcommon/xml/internal/TreeWriter.h>
+#include <nqcommon/xml/internal/escape.h>
 
 namespace NQXML_940 {
 
-XMLElement::XMLElement(std::string name) : fName(std::move(name)) {}
+namespace {
+
+// Room for the attributes that most elements have, so that the tag seldom moves.
+constexpr std::size_t kTagRoom = 128;
+
+}  // namespace
+
+XMLElement::XMLElement(std::string name)
+    : fTag(std::move(name)), fNameLength(fTag.size()), fTagEnd(fTag.size()) {}
 
 XMLElement* XMLElement::Create(std::string name) { return new XMLElement(std::move(name)); }
 
-// Each element is emptied before it is deleted, for deletion that recurses would exhaust the stack.
-XMLElement::~XMLElement() {
-  std::vector<std::vector<Child>> pending;
-  const auto empty = [&pending](XMLElement& element) {
-    if (!element.fvChildren.empty()) pending.push_back(std::move(element.fvChildren));
-  };
-  empty(*this);
-  while (!pending.empty()) {
-    const std::vector<Child> children = std::move(pending.back());
-    pending.pop_back();
-    for (const Child& child : children) {
-      if (const auto* element = std::get_if<std::unique_ptr<XMLElement>>(&child)) empty(**element);
-    }
-  }
-}
+XMLElement::~XMLElement() = default;
 
 void XMLElement::ToString(std::string& out, ExportFormat& format) const {
   internal::TreeWriter(out).Write(*this, format);
@@ -35,24 +31,12 @@ void XMLElement::ToStream(std::ostream& os, ExportFormat& format, bool utf8) con
 }
 
 XMLElement* XMLElement::Clone() const {
-  std::unique_ptr<XMLElement> root(Create(fName));
-  std::vector<std::pair<const XMLElement*, XMLElement*>> pending = {{this, root.get()}};
-  while (!pending.empty()) {
-    const auto [source, copy] = pending.back();
-    pending.pop_back();
-    for (const auto& attribute : source->fvAttributes) copy->AddAttribute(attribute->Clone());
-    for (const Child& child : source->fvChildren) {
-      if (const auto* text = std::get_if<std::unique_ptr<XMLString>>(&child)) {
-        copy->AddElement((*text)->Clone());
-      } else {
-        const XMLElement* element = std::get<std::unique_ptr<XMLElement>>(child).get();
-        XMLElement* elementCopy = Create(element->fName);
-        copy->AddElement(elementCopy);
-        pending.emplace_back(element, elementCopy);
-      }
-    }
-  }
-  return root.release();
+  std::unique_ptr<XMLElement> copy(Create(fTag.substr(0, fTagEnd)));
+  copy->fNameLength = fNameLength;
+  copy->fvChildren.reserve(fvChildren.size());
+  for (const Child& child : fvChildren)
+    std::visit([&](const auto& node) { copy->AddElement(node->Clone()); }, child);
+  return copy.release();
 }
 
 void XMLElement::AddElement(XMLElement* element) {
@@ -64,20 +48,33 @@ void XMLElement::AddElement(XMLString* text) {
   if (text != nullptr) fvChildren.emplace_back(std::unique_ptr<XMLString>(text));
 }
 
+template <class Append>
+void XMLElement::AddText(std::size_t nameLength, Append append) {
+  if (fTagEnd == fNameLength) fTag.reserve(kTagRoom);
+  const std::size_t begin = fTagEnd + sizeof(AttributeHead);
+  fTag.resize(begin);
+  append(fTag);
+  const AttributeHead head{nameLength, fTag.size() - begin};
+  std::memcpy(&fTag[fTagEnd], &head, sizeof head);
+  fTagEnd = fTag.size();
+}
+
 void XMLElement::AddAttribute(XMLAttribute* attribute) {
-  if (attribute != nullptr) fvAttributes.emplace_back(std::unique_ptr<XMLAttribute>(attribute));
+  if (attribute == nullptr) return;
+  fvAdded.emplace_back(std::unique_ptr<XMLAttribute>(attribute));
+  AddText(attribute->fNameLength, [&](std::string& tag) { tag += attribute->fText; });
 }
 
 void XMLElement::AddAttribute(std::string name, const std::string& value) {
-  AddAttribute(XMLAttribute::Create(std::move(name), value));
+  AddText(name.size(), [&](std::string& tag) { internal::AppendAttribute(tag, name, value); });
 }
 
 void XMLElement::AddAttribute(std::string name, double value) {
-  AddAttribute(XMLAttribute::Create(std::move(name), value));
+  AddText(name.size(), [&](std::string& tag) { internal::AppendAttribute(tag, name, value); });
 }
 
-void XMLElement::AddAttribute(std::string name, double value, bool replaceSeparator) {
-  AddAttribute(XMLAttribute::Create(std::move(name), value, replaceSeparator));
+void XMLElement::AddAttribute(std::string name, double value, bool /*replaceSeparator*/) {
+  AddAttribute(std::move(name), value);
 }
 
 }  // namespace NQXML_940

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <memory>
 #include <string>
 #include <variant>
@@ -22,7 +23,8 @@ namespace NQXML_940 {
 //                                 attribute
 //
 // A node is added once, and never below itself. Null, and the element itself, are refused: nothing
-// is added.
+// is added. An element is written as before after std::bad_alloc; the node that was to be added is
+// deleted, with the element at the latest.
 class NQ_API XMLElement final : public XMLInterface {
  public:
   static XMLElement* Create(std::string name);
@@ -35,8 +37,9 @@ class NQ_API XMLElement final : public XMLInterface {
   virtual void AddElement(XMLElement* element);
   void AddElement(XMLString* text);
 
-  // The other forms add what the XMLAttribute::Create of the same arguments makes.
   void AddAttribute(XMLAttribute* attribute);
+  // These add the text of what the XMLAttribute::Create of the same arguments makes, without that
+  // object.
   void AddAttribute(std::string name, const std::string& value);
   void AddAttribute(std::string name, double value);
   void AddAttribute(std::string name, double value, bool replaceSeparator);
@@ -46,10 +49,24 @@ class NQ_API XMLElement final : public XMLInterface {
 
   using Child = std::variant<std::unique_ptr<XMLElement>, std::unique_ptr<XMLString>>;
 
+  // Stands in the tag before the text name="value" of an attribute.
+  struct AttributeHead {
+    std::size_t fNameLength;
+    std::size_t fLength;  // of the text
+  };
+
   explicit XMLElement(std::string name);
 
-  std::vector<std::unique_ptr<XMLAttribute>> fvAttributes;
-  std::string fName;
+  // Adds one attribute, of which `append` appends name="value" to the tag.
+  template <class Append>
+  void AddText(std::size_t nameLength, Append append);
+
+  // The name, and for each attribute its head, byte by byte, and its text: one block of memory. What
+  // stands behind fTagEnd is left from an attribute that failed.
+  std::string fTag;
+  std::size_t fNameLength;
+  std::size_t fTagEnd;
+  std::vector<std::unique_ptr<XMLAttribute>> fvAdded;  // attributes that came as objects
   std::vector<Child> fvChildren;
 };
 

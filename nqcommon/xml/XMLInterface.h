@@ -15,7 +15,8 @@ namespace NQXML_940 {
 // Text       Names and text are in the character set of the C locale, and are not checked: what
 //            has no place in XML, such as a name of two words or a control character, is written.
 // Failure    A stream that fails shows it in its state only.
-// Depth      A tree of any depth is written, cloned and deleted in a loop, not by recursion.
+// Depth      Writing, cloning and deleting recurse: a tree of 10,000 levels needs less than a
+//            stack of 8 MiB in an optimised build.
 class NQ_API XMLInterface {
  public:
   virtual ~XMLInterface();

@@ -1,12 +1,11 @@
 #include <nqcommon/xml/XMLObj.h>
 
-#include <memory>
 #include <utility>
 
 #include <nqcommon/common/NQMV.h>
 #include <nqcommon/xml/SaveXMLTags.h>
-#include <nqcommon/xml/XMLAttribute.h>
 #include <nqcommon/xml/XMLUtil.h>
+#include <nqcommon/xml/internal/escape.h>
 #include <nqcommon/xml/internal/value_kinds.h>
 #include <nqcommon/xml/write_tree.h>
 
@@ -19,12 +18,10 @@ using internal::ValueKind;
 // The value is a string or a double: what attributes are made of.
 template <class Value>
 int WriteLine(std::ostream& os, const XMLObj& object, const ValueKind& kind, const Value& value) {
-  const std::unique_ptr<XMLAttribute> attribute(XMLAttribute::Create(kind.fAttribute, value));
-  ExportFormat format;
   std::string line = "\n" + XMLUtil::GetTabs(object.GetNTabs());
   if (object.GetNTabs() >= 0) line += '\t';
   line.append("<").append(kind.fElement).append(" ");
-  attribute->ToString(line, format);
+  internal::AppendAttribute(line, kind.fAttribute, value);
   Write(os, line += "/>");
   return 0;
 }

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include <nqcommon/xml/internal/escape.h>
+#include <nqcommon/xml/number_format.h>
 
 namespace NQXML_940 {
 
@@ -87,6 +88,18 @@ void internal::AppendEscaped(std::string& out, std::string_view text) {
     done = i + 1;
   }
   out.append(text.substr(done));
+}
+
+void internal::AppendAttribute(std::string& out, std::string_view name, const std::string& value) {
+  out.append(name).append("=\"");
+  AppendEscaped(out, value);
+  out += '"';
+}
+
+void internal::AppendAttribute(std::string& out, std::string_view name, double value) {
+  out.append(name).append("=\"");
+  AppendNumber(out, value);
+  out += '"';
 }
 
 }  // namespace NQXML_940

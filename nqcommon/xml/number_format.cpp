@@ -1,17 +1,17 @@
 #include <nqcommon/xml/number_format.h>
 
 #include <algorithm>
+#include <charconv>
 #include <clocale>
 #include <cstddef>
 #include <cstdio>
 #include <string_view>
 
-#include <nqcommon/xml/internal/fifteen_digits.h>
-
 namespace NQXML_940 {
 
 namespace {
 
+constexpr int kDefaultDigits = 15;
 constexpr char kDefaultFormat[] = "%.15g";
 
 // The length of the conversion of a double that `text` starts with, 0 if it starts with none.
@@ -67,8 +67,10 @@ std::string Print(std::string_view format, double value) {
 }  // namespace
 
 void AppendNumber(std::string& text, double value) {
-  char digits[internal::kNumberRoom];
-  text.append(digits, internal::WriteFifteenDigits(value, digits));
+  char digits[32];  // the longest is like -1.23456789012345e-300
+  const auto end = std::to_chars(digits, digits + sizeof digits, value, std::chars_format::general,
+                                 kDefaultDigits);
+  text.append(digits, end.ptr);
 }
 
 std::string ReplaceSep(double value) {

@@ -4,7 +4,6 @@
 #include <charconv>
 #include <limits>
 #include <locale>
-#include <memory>
 #include <optional>
 #include <sstream>
 #include <string_view>
@@ -13,7 +12,7 @@
 
 #include <nqcommon/common/NQMV.h>
 #include <nqcommon/xml/SaveXMLTags.h>
-#include <nqcommon/xml/XMLAttribute.h>
+#include <nqcommon/xml/internal/escape.h>
 #include <nqcommon/xml/internal/save_line.h>
 #include <nqcommon/xml/internal/value_kinds.h>
 #include <nqcommon/xml/write_tree.h>
@@ -100,11 +99,8 @@ double ToDouble(std::string_view text) {
 
 // NOLINTNEXTLINE(performance-unnecessary-value-param): the form of the interface
 int StartRoot(std::ostream& os, std::string copyright) {
-  const std::unique_ptr<XMLAttribute> attribute(
-      XMLAttribute::Create(SaveXMLTags::XML_ATT_COPYRIGHT, copyright));
-  ExportFormat format;
   std::string tag = "<" + SaveXMLTags::XML_ELE_ROOT + " ";
-  attribute->ToString(tag, format);
+  internal::AppendAttribute(tag, SaveXMLTags::XML_ATT_COPYRIGHT, copyright);
   Write(os, tag += ">");
   return 0;
 }

@@ -4,7 +4,6 @@
 #include <cstring>
 #include <memory>
 #include <variant>
-#include <vector>
 
 #include <nqcommon/xml/XMLAttribute.h>
 #include <nqcommon/xml/XMLDocType.h>
@@ -15,10 +14,13 @@
 namespace NQXML_940::internal {
 
 void TreeWriter::Put(const XMLAttribute& attribute, const ExportFormat& /*format*/) {
-  const std::string_view text = attribute.fText;
+  PutAttribute(attribute.fText, attribute.fNameLength);
+}
+
+void TreeWriter::PutAttribute(std::string_view text, std::size_t nameLength) {
   if (!fConverter) return fOut.Put(text);
-  const std::size_t value = attribute.fNameLength + std::strlen("=\"");
-  Data(text.substr(0, attribute.fNameLength));
+  const std::size_t value = nameLength + std::strlen("=\"");
+  Data(text.substr(0, nameLength));
   fOut.Put("=\"");
   Data(text.substr(value, text.size() - value - std::strlen("\"")));
   fOut.Put('"');
@@ -44,60 +46,42 @@ void TreeWriter::Put(const XMLString& text, ExportFormat& format) {
   format.SetIsNewParagraph(false);
 }
 
-void TreeWriter::Put(const XMLElement& root, ExportFormat& format) {
-  struct Open {
-    const XMLElement* element;
-    std::size_t next;  // the child to write
-  };
-  std::vector<Open> open;
-  if (StartTag(root, format)) open.push_back({&root, 0});
-  while (!open.empty()) {
-    auto& [element, next] = open.back();
-    if (next == element->fvChildren.size()) {
-      EndTag(*element, format);
-      open.pop_back();
-      continue;
-    }
-    const XMLElement::Child& child = element->fvChildren[next++];
-    if (const auto* text = std::get_if<std::unique_ptr<XMLString>>(&child)) {
-      Put(**text, format);
-    } else if (const XMLElement& inner = *std::get<std::unique_ptr<XMLElement>>(child);
-               StartTag(inner, format)) {
-      open.push_back({&inner, 0});
-    }
-  }
-}
-
-bool TreeWriter::StartTag(const XMLElement& element, ExportFormat& format) {
+void TreeWriter::Put(const XMLElement& element, ExportFormat& format) {
   if (format.IsNewParagraph()) fOut.Put('\n');
   if (format.HasIndentation()) Tabs(format.GetLevel());
   fOut.Put('<');
-  Data(element.fName);
-  for (const auto& attribute : element.fvAttributes) {
-    fOut.Put(' ');
-    if (format.HasIndentation()) Tabs(format.GetLevel() + 1);
-    Put(*attribute, format);
-  }
+  PutTag(element, format);
   if (element.fvChildren.empty()) {
     fOut.Put("/>");
-    format.SetIsNewParagraph(true);
-    return false;
+  } else {
+    fOut.Put('>');
+    format.IncreaseLevel();
+    for (const auto& child : element.fvChildren)
+      std::visit([&](const auto& node) { Put(*node, format); }, child);
+    format.DecreaseLevel();
+    if (format.IsNewParagraph()) {
+      fOut.Put('\n');
+      if (format.HasIndentation()) Tabs(format.GetLevel());
+    }
+    fOut.Put("</");
+    Data(std::string_view(element.fTag).substr(0, element.fNameLength));
+    fOut.Put('>');
   }
-  fOut.Put('>');
-  format.IncreaseLevel();
-  return true;
+  format.SetIsNewParagraph(true);
 }
 
-void TreeWriter::EndTag(const XMLElement& element, ExportFormat& format) {
-  format.DecreaseLevel();
-  if (format.IsNewParagraph()) {
-    fOut.Put('\n');
-    if (format.HasIndentation()) Tabs(format.GetLevel());
+void TreeWriter::PutTag(const XMLElement& element, const ExportFormat& format) {
+  std::string_view tag(element.fTag.data(), element.fTagEnd);
+  Data(tag.substr(0, element.fNameLength));
+  tag.remove_prefix(element.fNameLength);
+  while (!tag.empty()) {
+    XMLElement::AttributeHead head;
+    std::memcpy(&head, tag.data(), sizeof head);
+    fOut.Put(' ');
+    if (format.HasIndentation()) Tabs(format.GetLevel() + 1);
+    PutAttribute(tag.substr(sizeof head, head.fLength), head.fNameLength);
+    tag.remove_prefix(sizeof head + head.fLength);
   }
-  fOut.Put("</");
-  Data(element.fName);
-  fOut.Put('>');
-  format.SetIsNewParagraph(true);
 }
 
 void TreeWriter::Data(std::string_view text) {

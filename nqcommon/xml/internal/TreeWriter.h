@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <iosfwd>
 #include <optional>
 #include <string>
@@ -35,12 +36,13 @@ class TreeWriter {
  private:
   void Put(const XMLAttribute& attribute, const ExportFormat& format);
   void Put(const XMLDocType& doctype, const ExportFormat& format);
-  void Put(const XMLElement& root, ExportFormat& format);
+  void Put(const XMLElement& element, ExportFormat& format);
   void Put(const XMLString& text, ExportFormat& format);
 
-  // Returns true when the element has children, and so an end tag.
-  bool StartTag(const XMLElement& element, ExportFormat& format);
-  void EndTag(const XMLElement& element, ExportFormat& format);
+  // The start tag of an element without its brackets.
+  void PutTag(const XMLElement& element, const ExportFormat& format);
+  // name="value" with a name of that length.
+  void PutAttribute(std::string_view text, std::size_t nameLength);
 
   // What is not markup, and so converted where the writer converts.
   void Data(std::string_view text);
