@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <locale>
 #include <ostream>
 #include <sstream>
 #include <stdexcept>
@@ -192,11 +193,23 @@ double Value::GetReal() const {
 }
 
 std::string Value::GetString() const {
-  if (fType == StringType) return *fPayload.fpString;
-  if (fType == RealType) return T2Str(fPayload.fReal);
-  std::ostringstream stream;
-  Display(stream);
-  return stream.str();
+  switch (fType) {
+    case NullType:
+      return {};
+    case BoolType:
+      return T2Str(fPayload.fBool);
+    case IntegerType:
+      return T2Str(fPayload.fInteger);
+    case RealType:
+      return T2Str(fPayload.fReal);
+    case StringType:
+      return *fPayload.fpString;
+    default:
+      std::ostringstream stream;
+      stream.imbue(std::locale::classic());
+      Display(stream);
+      return stream.str();
+  }
 }
 
 // ---- Strict access ------------------------------------------------------------------------------

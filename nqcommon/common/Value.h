@@ -3,6 +3,7 @@
 #include <cassert>
 #include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <iosfwd>
 #include <map>
 #include <string>
@@ -163,7 +164,7 @@ class NQ_API Value {
   // The value must be an array (code 13) of more than i elements (code 14).
   const Value& operator[](int i) const;
   // Grows an array to i + 1 elements where it is shorter, new ones null; a null value becomes such
-  // an array; any other type is code 13.
+  // an array; any other type is code 13. References to elements stay valid: a[5] = a[0].
   Value& operator[](int i);
   // Sets the length of an array, new elements null; a null value becomes an array; any other type
   // is code 13. A negative length raises std::length_error.
@@ -217,7 +218,7 @@ class NQ_API Value {
   static bool IsZeroDiff(double a, double b, double k);
 
  private:
-  using Array = std::vector<Value>;
+  using Array = std::deque<Value>;  // references to elements stay valid while it grows
   using Map = std::map<std::string, Value>;
 
   union Payload {

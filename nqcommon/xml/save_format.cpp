@@ -3,14 +3,13 @@
 #include <algorithm>
 #include <charconv>
 #include <limits>
-#include <locale>
 #include <optional>
-#include <sstream>
 #include <string_view>
 #include <system_error>
 #include <utility>
 
 #include <nqcommon/common/NQMV.h>
+#include <nqcommon/common/text_conversion.h>
 #include <nqcommon/xml/SaveXMLTags.h>
 #include <nqcommon/xml/internal/escape.h>
 #include <nqcommon/xml/internal/save_line.h>
@@ -54,27 +53,18 @@ bool ReadValue(std::ifstream& is, T& value, Convert convert) {
   return true;
 }
 
-// The standard's conversions take neither the blanks nor the plus sign that C's do. The blanks are
-// those that do not end a token.
-std::string_view WithoutBlanksAndPlus(std::string_view text) {
-  text.remove_prefix(std::min(text.find_first_not_of("\v\f"), text.size()));
-  if (text.starts_with('+') && !text.starts_with("+-")) text.remove_prefix(1);
-  return text;
-}
-
-template <class Integer>
-Integer ToInteger(std::string_view text) {
-  text = WithoutBlanksAndPlus(text);
-  Integer value = 0;
-  const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
-  if (result.ec != std::errc::result_out_of_range) return value;
-  return text.starts_with('-') ? std::numeric_limits<Integer>::min()
-                               : std::numeric_limits<Integer>::max();
+template <class Number>
+Number ToNumber(std::string_view text) {
+  Number value = 0;
+  NQCommon_940::ReadNumber(text, value);
+  return value;
 }
 
 unsigned ToUnsigned(std::string_view text) {
   constexpr unsigned kLargest = std::numeric_limits<unsigned>::max();
-  text = WithoutBlanksAndPlus(text);
+  // std::from_chars takes neither the blanks, of which some end no token, nor the plus sign.
+  text.remove_prefix(std::min(text.find_first_not_of("\v\f"), text.size()));
+  if (text.starts_with('+') && !text.starts_with("+-")) text.remove_prefix(1);
   double value = 0;
   const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
   if (result.ec == std::errc::result_out_of_range) {
@@ -88,11 +78,7 @@ unsigned ToUnsigned(std::string_view text) {
 
 double ToDouble(std::string_view text) {
   if (text == SaveXMLTags::XML_VAL_MISSING) return NQCommon_940::NQMV::Missing();
-  std::istringstream stream{std::string(text)};
-  stream.imbue(std::locale::classic());
-  double value = 0;
-  stream >> value;
-  return value;
+  return ToNumber<double>(text);
 }
 
 }  // namespace
@@ -129,11 +115,11 @@ bool ParseStartObj(std::ifstream& is, const std::string& name) {
          line.Next(kStartDelimiters) == SaveXMLTags::XML_ATT_OBJ && line.Next("\"") == name;
 }
 
-bool ParseValue(std::ifstream& is, int& value) { return ReadValue(is, value, ToInteger<int>); }
+bool ParseValue(std::ifstream& is, int& value) { return ReadValue(is, value, ToNumber<int>); }
 
 bool ParseValue(std::ifstream& is, unsigned int& value) { return ReadValue(is, value, ToUnsigned); }
 
-bool ParseValue(std::ifstream& is, long& value) { return ReadValue(is, value, ToInteger<long>); }
+bool ParseValue(std::ifstream& is, long& value) { return ReadValue(is, value, ToNumber<long>); }
 
 bool ParseValue(std::ifstream& is, double& value) { return ReadValue(is, value, ToDouble); }
 

@@ -45,14 +45,13 @@ NQ_API bool ParseStartObj(std::ifstream& is, const std::string& name);
 
 // A value line of the kind of the argument.
 //
-//   int, long     as atoi: blanks, a sign, digits, up to the first other character; no digits give
-//                 0. Beyond the type's range the nearest limit.
+//   int, long     as NQCommon_940::ReadNumber reads it: 0 from text that starts with no number, and
+//                 beyond the type's range the nearest limit.
 //   unsigned      a decimal number in the classic locale, up to the first other character, cut to
 //                 an integer; negative, NaN and no number give 0, beyond the range and inf the
 //                 largest.
-//   double        Missing is the system-missing value; else as a stream reads it in the classic
-//                 locale: beyond the range the largest finite number of that sign, and 0 from text
-//                 that starts with no number, nan and inf among it.
+//   double        Missing is the system-missing value, other text as NQCommon_940::ReadNumber reads
+//                 it: nan and inf are no numbers and so 0.
 //   bool          1 or 0, read as an int; any other number is a failure.
 //   string        the text between the quotes as it stands: what XMLUtil::Escape wrote for < > & "
 //                 tabs, line ends and outer or double blanks stays so (a saved & is read as &amp;).

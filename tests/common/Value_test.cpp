@@ -9,6 +9,7 @@
 #include <nqcommon/common/NQException.h>
 
 #include "support/comma_locale.h"
+#include "support/safe_depth.h"
 #include "support/special_values.h"
 
 using namespace NQCommon_940;
@@ -61,7 +62,11 @@ static std::string Relations(const Value& a, const Value& b) {
 
 TEST(Value, Comparison) {
   Value deep = 1;
-  for (int level = 0; level < 500; ++level) deep = ArrayOf({deep});
+  for (int level = 0; level < kSafeDepth; ++level) {
+    Value outer;
+    outer[0] = std::move(deep);
+    deep = std::move(outer);
+  }
   const struct {
     Value a, b;
     const char* want;
@@ -131,6 +136,7 @@ TEST(Value, ArraysAndMaps) {
   EXPECT_EQ(AFTER(kArray, v = c[-1]), "standard");
   EXPECT_EQ(AFTER(kArray, v[3]), "5 {1,a,[k:b],}");
   EXPECT_EQ(AFTER(Value(), v[1] = 2), "5 {,2}");
+  EXPECT_EQ(AFTER(kArray, v[5] = v[0], v[4000] = v[2], v.Resize(6)), "5 {1,a,[k:b],,,1}");
   EXPECT_EQ(AFTER("a", v[0] = 2), noArray);
   EXPECT_EQ(AFTER(kArray, v[-1] = 2), "standard");
   EXPECT_EQ(AFTER(Value(), v[-1] = 2), "standard");

