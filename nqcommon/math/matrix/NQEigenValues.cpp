@@ -2,17 +2,23 @@
 
 #include <algorithm>
 #include <cmath>
-#include <exception>
+#include <utility>
 
 #include <nqcommon/common/display.h>
+#include <nqcommon/common/memory_guard.h>
 #include <nqcommon/math/kernels/plane_rotations.h>
 #include <nqcommon/math/kernels/tridiagonal.h>
 
 namespace NQMath_940 {
 
+using NQCommon_940::GuardMemory;
+
 namespace {
 
 constexpr double kDefaultPDEps = 1e-6;
+
+// The count when there is no storage.
+constexpr int kNoStorage = -2;
 
 bool IsNaN(double x) { return std::isnan(x); }
 
@@ -34,6 +40,14 @@ NQEigenValues::NQEigenValues(const NQSymMatrix& h, const NQSymMatrix& e, double 
                              int maxIter)
     : NQEigenValues(h, tolerance, maxIter) {
   SetEMatrix(e);
+}
+
+NQEigenValues& NQEigenValues::operator=(const NQEigenValues& other) noexcept {
+  if (!GuardMemory([&] { EigenFields::operator=(EigenFields(other)); })) {
+    EigenFields::operator=({});
+    fNRows = -1;
+  }
+  return *this;
 }
 
 void NQEigenValues::DropResults() {
@@ -60,13 +74,17 @@ int NQEigenValues::SetHMatrix(const NQSymMatrix& h) {
   DropResults();
   fmH = h;
   fNRows = fmH.GetNRows();
-  if (fIsValidE && !TransformH()) DropE();
-  return fNRows;
+  if (!fIsValidE) return fNRows;
+  const bool ofSameOrder = fmE.GetNRows() == fNRows;
+  if (ofSameOrder && GuardMemory(false, [&] { return TransformH(); })) return fNRows;
+  DropE();
+  return fNRows = ofSameOrder ? -1 : fNRows;
 }
 
 bool NQEigenValues::SetEMatrix(const NQSymMatrix& e) {
   DropResults();
-  fIsValidE = e.GetNRows() == fNRows && FactorE(e) && TransformH();
+  fIsValidE =
+      e.GetNRows() == fNRows && GuardMemory(false, [&] { return FactorE(e) && TransformH(); });
   if (!fIsValidE) DropE();
   return fIsValidE;
 }
@@ -75,9 +93,10 @@ bool NQEigenValues::FactorE(const NQSymMatrix& e) {
   fmE = e;
   fmE.GetDiagonal(fvEDiag);
   fmCholE = fmE;
+  if (!fmCholE.IsValidMatrix() || fvEDiag.size() != static_cast<std::size_t>(fNRows)) return false;
   const int dropped = fmCholE.LTChol(fvEDiag, fTolerance, false);
   fRankE = fNRows - dropped;
-  if (!fmCholE.IsValidMatrix() || dropped < 0 || fRankE <= 0) return false;
+  if (dropped < 0 || fRankE <= 0) return false;
   fmInvCholE = fmCholE;
   NQDeterminant det;
   fmInvCholE.LTDetInverse(det, 10);
@@ -141,7 +160,7 @@ int NQEigenValues::Run(bool withVectors) {
   DropResults();
   fComputeVectors = withVectors;
   int result = kSizesDoNotFit;
-  try {
+  const bool hasStorage = GuardMemory([&] {
     TriDiag();
     result = EigenValuesTQLI();
     if (withVectors && result >= 0) BackTransVectors();
@@ -149,7 +168,8 @@ int NQEigenValues::Run(bool withVectors) {
       fvEigenVal.assign(fvDiag3.begin(), fvDiag3.begin() + fNEigenVal);
       fvEigenVal.resize(fvDiag3.size());
     }
-  } catch (const std::exception&) {  // no storage
+  });
+  if (!hasStorage) {
     DropResults();
     result = kSizesDoNotFit;
   }
@@ -158,16 +178,15 @@ int NQEigenValues::Run(bool withVectors) {
 
 int NQEigenValues::Compute(std::vector<double>& values) {
   const int count = Run(false);
-  if (count >= 1) values = fvEigenVal;
-  return count;
+  return count < 1 || GuardMemory([&] { values = fvEigenVal; }) ? count : kNoStorage;
 }
 
 int NQEigenValues::Compute(std::vector<double>& values, NQRectMatrix& vectors) {
   const int count = Run(true);
-  if (count >= 1) {
-    values = fvEigenVal;
-    vectors = fmEigenVectors;
-  }
+  if (count < 1) return count;
+  NQRectMatrix copy(fmEigenVectors);
+  if (!copy.IsValidMatrix() || !GuardMemory([&] { values = fvEigenVal; })) return kNoStorage;
+  vectors = std::move(copy);
   return count;
 }
 
@@ -185,34 +204,32 @@ void NQEigenValues::MakeEigPairs(bool descending) {
                    });
 }
 
-void NQEigenValues::CopySorted(std::vector<double>& values) const {
-  values.clear();
-  for (const auto& pair : fvEigPairs) values.push_back(pair.first);
-}
-
 // Sort uses the stored results, or computes where what is wanted is not stored. It returns the
-// count, and puts fvEigPairs in order when that is at least 1.
-int NQEigenValues::Sort(bool withVectors, bool descending) {
-  const bool isStored = fNEigenVal >= 1 && (fComputeVectors || !withVectors);
-  const int count = isStored ? fNEigenVal : Run(withVectors);
-  if (count >= 1) MakeEigPairs(descending);
-  return count;
+// count, and `values` and `vectors`, where given, in order when that is at least 1.
+int NQEigenValues::Sort(std::vector<double>& values, NQRectMatrix* vectors, bool descending) {
+  const bool isStored = fNEigenVal >= 1 && (fComputeVectors || !vectors);
+  const int count = isStored ? fNEigenVal : Run(vectors != nullptr);
+  if (count < 1) return count;
+  return GuardMemory(kNoStorage, [&] {
+    MakeEigPairs(descending);
+    std::vector<double> sorted;
+    std::vector<int> rows;
+    for (const auto& [value, row] : fvEigPairs) {
+      sorted.push_back(value);
+      rows.push_back(row);
+    }
+    if (vectors && !fmEigenVectors.ExtractRows(rows, *vectors)) return kNoStorage;
+    values = std::move(sorted);
+    return count;
+  });
 }
 
 int NQEigenValues::GetSorted(std::vector<double>& values, bool descending) {
-  const int count = Sort(false, descending);
-  if (count >= 1) CopySorted(values);
-  return count;
+  return Sort(values, nullptr, descending);
 }
 
 int NQEigenValues::GetSorted(std::vector<double>& values, NQRectMatrix& vectors, bool descending) {
-  const int count = Sort(true, descending);
-  if (count < 1) return count;
-  CopySorted(values);
-  std::vector<int> rows;
-  for (const auto& pair : fvEigPairs) rows.push_back(pair.second);
-  fmEigenVectors.ExtractRows(rows, vectors);
-  return count;
+  return Sort(values, &vectors, descending);
 }
 
 // ---- Positive definiteness ----------------------------------------------------------------------
@@ -237,8 +254,10 @@ bool NQEigenValues::GetPDHMatrix(double eps, NQSymMatrix& out, bool& changed) {
   }
   std::vector<double> vector;
   for (int i = 0; i < fNRows; ++i) {
-    fmEigenVectors.GetRow(i, vector);
-    if (!fmScratch.SetToVV(vector)) return false;
+    if (!fmEigenVectors.GetRow(i, vector) || !fmScratch.SetToVV(vector)) {
+      out.Clear();
+      return false;
+    }
     out.ComputeAXpY(std::max(fvEigenVal[static_cast<std::size_t>(i)], least), fmScratch);
   }
   fmScratch = {};
@@ -265,28 +284,30 @@ void DisplayMatrix(const char* label, const Matrix& matrix) {
 
 void NQEigenValues::Display() const {
   using namespace NQDisplay_940;
-  DisplayText(1, "NQEigenValues display start");
-  DisplayI("Maximum number of iterations", fMaxIter);
-  DisplayB("Compute eigenvectors indicator", fComputeVectors);
-  DisplayMatrix("Matrix H:", fmH);
-  if (fIsValidE) {
-    DisplayMatrix("Matrix E:", fmE);
-    DisplayDV("fvEDiag", fvEDiag, true);
-    DisplayMatrix("Chol(E):", fmCholE);
-    DisplayMatrix("Gen.Inverse of Chol(E):", fmInvCholE);
-    DisplayMatrix("fmVHV", fmVHV);
-  } else {
-    DisplayText(1, "Matrix E is identity");
-  }
-  DisplayMatrix("fmOrthInfo", fmOrthInfo);
-  DisplayI("Rank of the E matrix", fRankE);
-  DisplayDV("fvDiag3", fvDiag3, true);
-  DisplayDV("fvSubdiag3", fvSubdiag3, true);
-  DisplayDV("fvEigenVal", fvEigenVal, true);
-  DisplayI("Number of computed eigenvalues", fNEigenVal);
-  DisplayMatrix("fmEigenVectors:", fmEigenVectors);
-  DisplayVPDI("fvEigPairs", fvEigPairs);
-  DisplayText(1, "NQEigenValues display end");
+  GuardMemory([&] {
+    DisplayText(1, "NQEigenValues display start");
+    DisplayI("Maximum number of iterations", fMaxIter);
+    DisplayB("Compute eigenvectors indicator", fComputeVectors);
+    DisplayMatrix("Matrix H:", fmH);
+    if (fIsValidE) {
+      DisplayMatrix("Matrix E:", fmE);
+      DisplayDV("fvEDiag", fvEDiag, true);
+      DisplayMatrix("Chol(E):", fmCholE);
+      DisplayMatrix("Gen.Inverse of Chol(E):", fmInvCholE);
+      DisplayMatrix("fmVHV", fmVHV);
+    } else {
+      DisplayText(1, "Matrix E is identity");
+    }
+    DisplayMatrix("fmOrthInfo", fmOrthInfo);
+    DisplayI("Rank of the E matrix", fRankE);
+    DisplayDV("fvDiag3", fvDiag3, true);
+    DisplayDV("fvSubdiag3", fvSubdiag3, true);
+    DisplayDV("fvEigenVal", fvEigenVal, true);
+    DisplayI("Number of computed eigenvalues", fNEigenVal);
+    DisplayMatrix("fmEigenVectors:", fmEigenVectors);
+    DisplayVPDI("fvEigPairs", fvEigPairs);
+    DisplayText(1, "NQEigenValues display end");
+  });
 }
 
 }  // namespace NQMath_940

@@ -9,6 +9,30 @@
 
 namespace NQMath_940 {
 
+// What NQEigenValues keeps, private to it.
+struct NQ_API EigenFields {
+  int fNRows = 0;
+  double fTolerance = defaultepse;
+  int fMaxIter = 30;
+  bool fComputeVectors = false;
+  NQSymMatrix fmH;
+  NQSymMatrix fmE;
+  std::vector<double> fvEDiag;
+  NQSymMatrix fmCholE;
+  NQSymMatrix fmInvCholE;  // V
+  NQSymMatrix fmVHV;       // V H V'
+  NQSymMatrix fmOrthInfo;  // the matrix being reduced, then its reflections; empty without vectors
+  NQSymMatrix fmScratch;
+  int fRankE = 0;
+  bool fIsValidE = false;
+  std::vector<double> fvDiag3;
+  std::vector<double> fvSubdiag3;  // element i couples rows i - 1 and i
+  std::vector<double> fvEigenVal;
+  int fNEigenVal = 0;
+  NQRectMatrix fmEigenVectors;
+  std::vector<std::pair<double, int>> fvEigPairs;  // value, index in fvEigenVal; as sorted last
+};
+
 // Eigenvalues and eigenvectors of a symmetric matrix H of order n, or of the generalised problem
 // H x = lambda E x with a symmetric positive semi-definite E.
 //
@@ -36,23 +60,32 @@ namespace NQMath_940 {
 //           30 at its small end: the test is relative to the small elements.
 // NaN       in H, for n > 1, ends as a short count, and so do eigenvalues outside the range of
 //           doubles.
+// Failure   memory that ends is a count of -2, false or, for SetHMatrix, -1. Nothing throws.
 // Threads   one object, one thread at a time.
 //
 // Results are kept until the next computation, SetHMatrix or SetEMatrix; a new tolerance or maximum
 // number of iterations is for later computations, and the tolerance for a later SetEMatrix.
-class NQ_API NQEigenValues {
+class NQ_API NQEigenValues : private EigenFields {
  public:
   // Tolerance 1e-12, at most 30 iterations for an eigenvalue, order 0.
   NQEigenValues() = default;
-  // The defaults replace a tolerance that is not above 0 and a maxIter below 1.
+  // The defaults replace a tolerance that is not above 0 and a maxIter below 1. IsValidEMatrix tells
+  // whether E was accepted.
   NQEigenValues(double tolerance, int maxIter);
   NQEigenValues(const NQSymMatrix& h, double tolerance, int maxIter);
   NQEigenValues(const NQSymMatrix& h, const NQSymMatrix& e, double tolerance, int maxIter);
 
+  // A copy for which there is no memory is of order -1.
+  NQEigenValues(const NQEigenValues& other) noexcept : EigenFields() { *this = other; }
+  NQEigenValues& operator=(const NQEigenValues& other) noexcept;
+  NQEigenValues(NQEigenValues&&) noexcept = default;
+  NQEigenValues& operator=(NQEigenValues&&) noexcept = default;
+  ~NQEigenValues() = default;
+
   // ---- Problem ---------------------------------------------------------------------------------
 
   // Copies H and drops all results. An E of the same order stays in force, one of another order is
-  // emptied. Returns the order; -1 when the storage could not be had.
+  // emptied. Returns the order; -1, with E emptied, when the storage could not be had.
   int SetHMatrix(const NQSymMatrix& h);
   // Copies E, factors it and forms V H V'. False, with E emptied and the rank 0, when the order is
   // not that of H, no pivot of E is positive or the storage could not be had. Drops all results.
@@ -107,30 +140,8 @@ class NQ_API NQEigenValues {
   void TriDiag();
   int EigenValuesTQLI();
   void BackTransVectors();
-  int Sort(bool withVectors, bool descending);
+  int Sort(std::vector<double>& values, NQRectMatrix* vectors, bool descending);
   void MakeEigPairs(bool descending);
-  void CopySorted(std::vector<double>& values) const;
-
-  int fNRows = 0;
-  double fTolerance = defaultepse;
-  int fMaxIter = 30;
-  bool fComputeVectors = false;
-  NQSymMatrix fmH;
-  NQSymMatrix fmE;
-  std::vector<double> fvEDiag;
-  NQSymMatrix fmCholE;
-  NQSymMatrix fmInvCholE;  // V
-  NQSymMatrix fmVHV;       // V H V'
-  NQSymMatrix fmOrthInfo;  // the matrix being reduced, then its reflections; empty without vectors
-  NQSymMatrix fmScratch;
-  int fRankE = 0;
-  bool fIsValidE = false;
-  std::vector<double> fvDiag3;
-  std::vector<double> fvSubdiag3;  // element i couples rows i - 1 and i
-  std::vector<double> fvEigenVal;
-  int fNEigenVal = 0;
-  NQRectMatrix fmEigenVectors;
-  std::vector<std::pair<double, int>> fvEigPairs;  // value, index in fvEigenVal; as sorted last
 };
 
 }  // namespace NQMath_940

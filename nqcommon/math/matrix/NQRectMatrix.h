@@ -18,14 +18,16 @@ class NQSymMatrix;
 //
 // Layout    0-based; element (i, j) is at i n + j.
 //           2 x 3:  r00 r01 r02 | r10 r11 r12
-// Failure   as the interface says; a failed allocation leaves m = n = -1 and no entries. Scratch of
-//           a few rows or columns is taken for granted.
+// Failure   as the interface says. Where memory ends, an operation that changes this matrix's shape
+//           leaves m = n = -1 and no entries; every other one fails and changes nothing. Nothing
+//           throws.
 // Threads   one object, one thread at a time.
 //
 // Contents  NQRectMatrix.cpp               shape, elements, norms, mechanical operations
 //           NQRectMatrix_copy.cpp          rows, columns and parts in and out
 //           NQRectMatrix_product.cpp       products, traces
-//           NQRectMatrix_solve.cpp         linear systems, least squares, QR, projection
+//           NQRectMatrix_solve.cpp         linear systems, least squares, projection
+//           NQRectMatrix_qr.cpp            QR decomposition
 //           NQRectMatrix_estimability.cpp  redundancies, estimable functions, contrast rows
 //           NQRectMatrix_display.cpp       diagnostic display
 class NQ_API NQRectMatrix : public INQRectMatrix, private MatrixStorage<RectShape> {
@@ -162,7 +164,8 @@ class NQ_API NQRectMatrix : public INQRectMatrix, private MatrixStorage<RectShap
   // R = Q T by Householder reflections (Golub and Van Loan 1996, 5.2), for m >= n: Q m x n with
   // orthonormal columns, T upper triangular with a diagonal that is not negative, T' being stored
   // as the lower triangle of `s`: s(j,i) = t(i,j), the Cholesky factor of R'R. False for m < n and
-  // when the storage could not be had. q may be this matrix.
+  // when the storage could not be had. q may be this matrix. About 4 n^2 (m - n/3) operations, in
+  // the matrix products.
   bool QRDecompositionH(NQSymMatrix& s, NQRectMatrix& q) const;
   // R <- R - P R, P the orthogonal projection on the columns of X (of m rows). independent marks
   // the columns of X that do not depend on those before them, as FindRedundancies(eps) does;

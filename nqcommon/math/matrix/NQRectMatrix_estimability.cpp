@@ -4,34 +4,44 @@
 #include <cmath>
 #include <utility>
 
+#include <nqcommon/common/memory_guard.h>
 #include <nqcommon/math/kernels/packed_algebra.h>
 #include <nqcommon/math/matrix/NQSymMatrix.h>
 
 namespace NQMath_940 {
 
+using NQCommon_940::GuardMemory;
+
 // ---- Redundancies ------------------------------------------------------------------------------
 
 namespace {
 
-// CrossProducts makes S = R R' or R'R, whose pivots are the squared distances of rows or columns.
-bool CrossProducts(const NQRectMatrix& r, bool byRows, NQSymMatrix& s) {
-  return byRows ? s.ComputeRByRTrans(r) : s.ComputeRTransByR(r);
+// CrossProducts makes S = R R' or R'R, whose pivots are the squared distances of rows or columns,
+// and t its diagonal.
+bool CrossProducts(const NQRectMatrix& r, bool byRows, NQSymMatrix& s, std::vector<double>& t) {
+  if (!(byRows ? s.ComputeRByRTrans(r) : s.ComputeRTransByR(r))) return false;
+  s.GetDiagonal(t);
+  return t.size() == static_cast<std::size_t>(s.GetNRows());
 }
 
 }  // namespace
 
 int NQRectMatrix::FindRedundancies(double eps, NQBitSet& nonRedundant, bool byRows) const {
-  NQSymMatrix s;
-  if (!(eps >= 0) || !CrossProducts(*this, byRows, s)) return -1;
-  std::vector<double> t;
-  s.GetDiagonal(t);
-  return s.LTChol(t, eps * eps, nonRedundant, false);
+  return GuardMemory(-1, [&] {
+    NQSymMatrix s;
+    std::vector<double> t;
+    if (!(eps >= 0) || !CrossProducts(*this, byRows, s, t)) return -1;
+    return s.LTChol(t, eps * eps, nonRedundant, false);
+  });
 }
 
 int NQRectMatrix::FindNonRedunIndices(double eps, std::vector<int>& indices, bool byRows) const {
-  NQSymMatrix s;
-  if (!(eps >= 0) || !CrossProducts(*this, byRows, s)) return -1;
-  return s.CholIndNonRed(0, eps * eps, indices);
+  return GuardMemory(-1, [&] {
+    NQSymMatrix s;
+    std::vector<double> t;
+    if (!(eps >= 0) || !CrossProducts(*this, byRows, s, t)) return -1;
+    return s.CholIndNonRed(0, eps * eps, indices);
+  });
 }
 
 int NQRectMatrix::ExtractFullRank(double eps, NQRectMatrix& out, std::vector<int>& indices,
@@ -44,55 +54,59 @@ int NQRectMatrix::ExtractFullRank(double eps, NQRectMatrix& out, std::vector<int
 }
 
 int NQRectMatrix::CheckAddColRedundancies(const NQBitSet& set, NQBitSet& newSet) const {
-  NQSymMatrix s;
-  if (set.Size() > fNCols || !s.ComputeRTransByR(*this)) return -1;
-  std::vector<double> t;
-  s.GetDiagonal(t);
-  // ZeroOut takes a column that was found redundant out of S, where it then has no pivot.
-  for (int j = 0; j < set.Size(); ++j) {
-    if (!set.IsIn(j)) s.ZeroOut(j);
-  }
-  NQBitSet found;
-  if (s.LTChol(t, defaultepse, found, false) < 0) return -1;
-  for (int j = 0; j < set.Size(); ++j) found.Set(j, set.IsIn(j));
-  const int added = fNCols - set.Size();
-  newSet = std::move(found);
-  return added - (added > 0 ? newSet.InRange(fNCols - added, fNCols - 1) : 0);
+  return GuardMemory(-1, [&] {
+    NQSymMatrix s;
+    std::vector<double> t;
+    if (set.Size() > fNCols || !CrossProducts(*this, false, s, t)) return -1;
+    // ZeroOut takes a column that was found redundant out of S, where it then has no pivot.
+    for (int j = 0; j < set.Size(); ++j) {
+      if (!set.IsIn(j)) s.ZeroOut(j);
+    }
+    NQBitSet found;
+    if (s.LTChol(t, defaultepse, found, false) < 0) return -1;
+    const int old = set.Size(), added = fNCols - old;
+    for (int j = 0; j < old; ++j) found.Set(j, set.IsIn(j));
+    newSet = std::move(found);
+    return added - newSet.InRangeS(old, added);
+  });
 }
 
 // ---- Estimable functions -----------------------------------------------------------------------
 
 bool NQRectMatrix::IsEstimable(const NQRectMatrix& l, const NQBitSet& set, double eps) const {
-  NQSymMatrix s, factor;
-  if (!(eps >= 0) || set.Size() < fNCols || l.fNCols != fNCols || !s.ComputeRTransByR(*this))
-    return false;
-  std::vector<int> members;
-  for (int j = 0; j < fNCols; ++j) {
-    if (set.IsIn(j)) members.push_back(j);
-  }
-  std::vector<double> t;
-  if (!s.ExtractSubmatrix(members, factor)) return false;
-  factor.GetDiagonal(t);
-  if (factor.LTChol(t, defaultepse, false) != 0) return false;
-
-  std::vector<double> a(members.size());
-  for (int j = 0; j < fNCols; ++j) {
-    if (set.IsIn(j)) continue;
-    for (std::size_t k = 0; k < a.size(); ++k) a[k] = s.GetElem(members[k], j);
-    factor.LTSubstitute(a);
-    factor.TSolveSubst(a);
-    const double norm = std::sqrt(s.GetElem(j, j));
-    for (int i = 0; i < l.fNRows; ++i) {
-      double difference = l.GetElem(i, j), size = std::fabs(difference);
-      for (std::size_t k = 0; k < a.size(); ++k) {
-        const double lk = l.GetElem(i, members[k]);
-        difference -= a[k] * lk;
-        size += std::fabs(lk) * norm / std::sqrt(t[k]);
-      }
-      if (!(std::fabs(difference) <= eps * size)) return false;
+  if (!(eps >= 0) || set.Size() < fNCols || l.fNCols != fNCols) return false;
+  return GuardMemory(false, [&] {
+    NQSymMatrix s, factor;
+    std::vector<double> norms, t;
+    std::vector<int> members;
+    for (int j = 0; j < fNCols; ++j) {
+      if (set.IsIn(j)) members.push_back(j);
     }
-  }
-  return true;
+    if (!CrossProducts(*this, false, s, norms) || !s.ExtractSubmatrix(members, factor))
+      return false;
+    for (double& norm : norms) norm = std::sqrt(norm);
+    factor.GetDiagonal(t);
+    if (t.size() != members.size() || factor.LTChol(t, defaultepse, false) != 0) return false;
+
+    std::vector<double> a(members.size());
+    for (int j = 0; j < fNCols; ++j) {
+      if (set.IsIn(j)) continue;
+      for (std::size_t k = 0; k < a.size(); ++k) a[k] = s.GetElem(members[k], j);
+      factor.LTSubstitute(a);
+      factor.TSolveSubst(a);
+      for (int i = 0; i < l.fNRows; ++i) {
+        double difference = l.GetElem(i, j), size = std::fabs(difference);
+        for (std::size_t k = 0; k < a.size(); ++k) {
+          const double lk = l.GetElem(i, members[k]);
+          difference -= a[k] * lk;
+          size += std::fabs(lk) * norms[static_cast<std::size_t>(j)] /
+                  norms[static_cast<std::size_t>(members[k])];
+        }
+        if (!(std::fabs(difference) <= eps * size)) return false;
+      }
+    }
+    return true;
+  });
 }
 
 // ---- Rows of contrasts -------------------------------------------------------------------------

@@ -4,6 +4,7 @@
 
 #include <nqcommon/common/NQMV.h>
 #include <nqcommon/math/kernels/packed_algebra.h>
+#include <nqcommon/math/matrix/internal/argument_checks.h>
 #include <nqcommon/math/matrix/internal/matrix_access.h>
 #include <nqcommon/math/matrix/internal/sparse_products.h>
 #include <nqcommon/math/matrix/internal/symmetric_times.h>
@@ -72,9 +73,8 @@ bool NQRectMatrix::ComputeRDiagV(const std::vector<double>& v, NQRectMatrix& out
 }
 
 bool NQRectMatrix::ComputeDiagR(const NQDiagMatrix& d, NQRectMatrix& out) const {
-  std::vector<double> diagonal;
-  d.GetDiagonal(diagonal);
-  return IsValidMatrix() && d.GetNRows() == fNRows && internal::ScaleRows(diagonal, *this, &out);
+  return IsValidMatrix() && d.GetNRows() == fNRows &&
+         internal::ScaleRows(d.AsVectorConst(), *this, &out);
 }
 
 bool NQRectMatrix::ComputeAXpY(double a, NQRectMatrix& y) const {
@@ -93,11 +93,13 @@ bool NQRectMatrix::ComputeAXpY(double a, NQSymMatrix& y) const {
 
 bool NQRectMatrix::SubtractSymMatrix(const INQSymMatrix& s, double a) {
   if (!IsValidMatrix() || fNRows != fNCols || s.GetNRows() != fNRows) return false;
+  NQRectMatrix result(*this);
   std::vector<double> row;
   for (int i = 0; i < fNRows; ++i) {
-    s.GetRow(i, row);
-    AddScaled(Cols(), -a, row.data(), GetRowPtr(i));
+    if (!result.IsValidMatrix() || !s.GetRow(i, row)) return false;
+    AddScaled(Cols(), -a, row.data(), result.GetRowPtr(i));
   }
+  *this = std::move(result);
   return true;
 }
 
@@ -112,7 +114,7 @@ bool NQRectMatrix::TraceOfProductSubMatSym(int row, int col, const INQSymMatrix&
   double sum = 0;
   std::vector<double> symRow;
   for (int i = 0; i < n; ++i) {
-    s.GetRow(i, symRow);
+    if (!s.GetRow(i, symRow)) return false;
     sum += DotProduct(symRow.size(), GetRowPtr(row + i) + col, symRow.data());
   }
   trace = sum;
@@ -122,8 +124,8 @@ bool NQRectMatrix::TraceOfProductSubMatSym(int row, int col, const INQSymMatrix&
 // ---- Vectors -----------------------------------------------------------------------------------
 
 bool NQRectMatrix::ComputeRV(const std::vector<double>& v, std::vector<double>& out) const {
-  if (!IsValidMatrix() || v.size() != Cols()) return false;
-  std::vector<double> product(Rows());
+  std::vector<double> product;
+  if (!IsValidMatrix() || v.size() != Cols() || !internal::MakeZeros(Rows(), product)) return false;
   internal::Multiply(RowsAt(v.data(), 0), TransposeOf(fvData.data(), Cols()), 1, Cols(), Rows(),
                      product.data());
   out = std::move(product);
@@ -131,8 +133,8 @@ bool NQRectMatrix::ComputeRV(const std::vector<double>& v, std::vector<double>& 
 }
 
 bool NQRectMatrix::ComputeVR(const std::vector<double>& v, std::vector<double>& out) const {
-  if (!IsValidMatrix() || v.size() != Rows()) return false;
-  std::vector<double> product(Cols());
+  std::vector<double> product;
+  if (!IsValidMatrix() || v.size() != Rows() || !internal::MakeZeros(Cols(), product)) return false;
   internal::Multiply(RowsAt(v.data(), 0), RowsAt(fvData.data(), Cols()), 1, Rows(), Cols(),
                      product.data());
   out = std::move(product);

@@ -1,8 +1,8 @@
 #include <nqcommon/math/matrix/NQRectMatrix.h>
 
-#include <exception>
 #include <utility>
 
+#include <nqcommon/common/memory_guard.h>
 #include <nqcommon/math/kernels/packed_algebra.h>
 #include <nqcommon/math/matrix/NQSymMatrix.h>
 #include <nqcommon/math/matrix/linpack/Blas1.h>
@@ -12,61 +12,56 @@ namespace NQMath_940 {
 
 using internal::AddScaled;
 using internal::DotProduct;
+using NQCommon_940::GuardMemory;
 
 // ---- Linear systems ----------------------------------------------------------------------------
 
-// LINPACK goes by columns and sees the entries as R', so its transposed solve is that of R x = b.
+namespace {
+
+enum class Outcome { kSolved, kSingular, kNoMemory };
+
+// LINPACK goes by columns and sees the entries of the square R as R', so its transposed solve is
+// that of R x = b. `factor` is R.
+Outcome SolveSquare(NQRectMatrix factor, const std::vector<double>& b, std::vector<double>& x,
+                    double eps) {
+  if (!factor.IsValidMatrix()) return Outcome::kNoMemory;
+  return GuardMemory(Outcome::kNoMemory, [&] {
+    const int n = factor.GetNRows();
+    double* a = factor.GetRowPtr(0);
+    std::vector<int> pivots(b.size());
+    std::vector<double> scratch(b.size());
+    double rcond = 0;
+    Linpack::Dgeco(a, n, n, pivots.data(), rcond, scratch.data());
+    if (!(rcond > eps)) return Outcome::kSingular;
+    x = b;
+    Linpack::Dgesl(a, n, n, pivots.data(), x.data(), 1);
+    return Outcome::kSolved;
+  });
+}
+
+}  // namespace
+
 bool NQRectMatrix::SolveLinearSquare(const std::vector<double>& b, std::vector<double>& x,
                                      double eps) const {
-  if (!(eps >= 0) || fNRows < 1 || fNRows != fNCols || b.size() != Rows()) return false;
-  NQRectMatrix factor(*this);
-  if (!factor.IsValidMatrix()) return false;
-  std::vector<int> pivots(Rows());
-  std::vector<double> scratch(Rows());
-  double rcond = 0;
-  Linpack::Dgeco(factor.fvData.data(), fNRows, fNRows, pivots.data(), rcond, scratch.data());
-  if (!(rcond > eps)) return false;
-  x = b;
-  Linpack::Dgesl(factor.fvData.data(), fNRows, fNRows, pivots.data(), x.data(), 1);
-  return true;
+  return eps >= 0 && fNRows >= 1 && fNRows == fNCols && b.size() == Rows() &&
+         SolveSquare(*this, b, x, eps) == Outcome::kSolved;
 }
 
 int NQRectMatrix::EstimateLinearGI(const std::vector<double>& b, std::vector<double>& x,
                                    double eps) const {
   if (fNRows < 1 || fNCols < 1 || !(eps > 0) || b.size() != Rows()) return -1;
-  if (fNRows == fNCols && SolveLinearSquare(b, x, eps)) return 0;
-  NQSymMatrix s;
-  std::vector<double> c;
-  return s.ComputeRTransByR(*this) && ComputeVR(b, c) ? s.LTSolve(c, eps, x) : -1;
-}
-
-// ---- Orthogonal factors ------------------------------------------------------------------------
-
-// LINPACK goes by columns: the rows of the transpose are the columns of R.
-bool NQRectMatrix::QRDecompositionH(NQSymMatrix& s, NQRectMatrix& q) const {
-  NQRectMatrix columns(*this), result(fNCols, fNRows, true);
-  NQSymMatrix triangle(fNCols, true);
-  if (!IsValidMatrix() || fNRows < fNCols || !columns.Transpose() || !result.IsValidMatrix() ||
-      !triangle.IsValidMatrix())
-    return false;
-  std::vector<double> diagonalOfQ(Cols());
-  double* x = columns.fvData.data();
-  Linpack::Dqrdc(x, fNRows, fNRows, fNCols, diagonalOfQ.data(), nullptr, nullptr, 0);
-  for (int j = 0; j < fNCols; ++j) {
-    double* column = result.GetRowPtr(j);
-    column[j] = 1;
-    Linpack::Dqrsl(x, fNRows, fNRows, fNCols, diagonalOfQ.data(), column, column, nullptr, nullptr,
-                   nullptr, nullptr, 10000);
-    const bool negative = columns.GetElem(j, j) < 0;
-    for (int i = j; i < fNCols; ++i)
-      triangle.SetElem(i, j, negative ? -columns.GetElem(i, j) : columns.GetElem(i, j));
-    if (negative) Blas1::DScal(fNRows, -1, column, 1);
+  if (fNRows == fNCols) {
+    const Outcome outcome = SolveSquare(*this, b, x, eps);
+    if (outcome != Outcome::kSingular) return outcome == Outcome::kSolved ? 0 : -1;
   }
-  if (!result.Transpose()) return false;
-  s = std::move(triangle);
-  q = std::move(result);
-  return true;
+  return GuardMemory(-1, [&] {
+    NQSymMatrix s;
+    std::vector<double> c;
+    return s.ComputeRTransByR(*this) && ComputeVR(b, c) ? s.LTSolve(c, eps, x) : -1;
+  });
 }
+
+// ---- Orthogonal projection ---------------------------------------------------------------------
 
 namespace {
 
@@ -107,8 +102,9 @@ int NQRectMatrix::ResidOfOrthProjection(const NQRectMatrix& x, double eps, NQBit
   if (!(eps > 0) || !IsValidMatrix() || x.fNRows != fNRows) return -1;
   NQRectMatrix residual(*this);
   NQBitSet ofX(x.fNCols), ofR(fNCols);
-  try {
-    std::vector<double> column;
+  if (!residual.IsValidMatrix() || ofX.Size() != x.fNCols || ofR.Size() != fNCols) return -1;
+  return GuardMemory(-1, [&] {
+    std::vector<double> column(Rows());
     Basis space(Rows());
     for (int j = 0; j < x.fNCols; ++j) {
       x.GetCol(j, column);
@@ -122,14 +118,11 @@ int NQRectMatrix::ResidOfOrthProjection(const NQRectMatrix& x, double eps, NQBit
       for (int i = 0; i < fNRows; ++i) residual.SetElem(i, j, column[static_cast<std::size_t>(i)]);
       ofR.Set(j, both.Add(column, eps * norm));
     }
-  } catch (const std::exception&) {
-    return -1;
-  }
-  if (!residual.IsValidMatrix()) return -1;
-  *this = std::move(residual);
-  independent = ofX;
-  remaining = ofR;
-  return fNCols - ofR.InSet();
+    *this = std::move(residual);
+    independent = std::move(ofX);
+    remaining = std::move(ofR);
+    return fNCols - remaining.InSet();
+  });
 }
 
 }  // namespace NQMath_940

@@ -2,11 +2,11 @@
 
 #include <algorithm>
 #include <cassert>
-#include <exception>
 #include <limits>
 #include <utility>
 
 #include <nqcommon/common/display.h>
+#include <nqcommon/common/memory_guard.h>
 #include <nqcommon/math/matrix/internal/argument_checks.h>
 #include <nqcommon/math/matrix/internal/display_rows.h>
 #include <nqcommon/math/matrix/internal/sparse_run.h>
@@ -16,6 +16,7 @@ namespace NQMath_940 {
 using internal::RunOf;
 using internal::SparseRun;
 using internal::StoredIn;
+using NQCommon_940::GuardMemory;
 
 // ---- Life cycle and shape ----------------------------------------------------------------------
 
@@ -38,14 +39,13 @@ NQSparseRectMatrix& NQSparseRectMatrix::operator=(const NQSparseRectMatrix& othe
   fCapacity = other.fCapacity;
   fNCols = other.fNCols;
   fNEntries = other.fNEntries;
-  try {
-    fvElems = other.fvElems;
-    fvIndices = other.fvIndices;
-    fvRowElems = other.fvRowElems;
-    fvRowIndices = other.fvRowIndices;
-  } catch (const std::exception&) {
+  if (!GuardMemory([&] {
+        fvElems = other.fvElems;
+        fvIndices = other.fvIndices;
+        fvRowElems = other.fvRowElems;
+        fvRowIndices = other.fvRowIndices;
+      }))
     Fail();
-  }
   return *this;
 }
 
@@ -77,14 +77,15 @@ bool NQSparseRectMatrix::Fail() {
   return false;
 }
 
-// Reserve makes new places empty slots.
+// Reserve makes new places empty slots, and room for the scratch row.
 bool NQSparseRectMatrix::Reserve(int capacity) {
-  try {
-    fvElems.resize(At(capacity) * Entries());
-    fvIndices.resize(At(capacity) * Entries(), -1);
-  } catch (const std::exception&) {
+  if (!GuardMemory([&] {
+        fvElems.resize(At(capacity) * Entries());
+        fvIndices.resize(At(capacity) * Entries(), -1);
+        fvRowElems.resize(Entries());
+        fvRowIndices.resize(Entries());
+      }))
     return Fail();
-  }
   fCapacity = capacity;
   return true;
 }
@@ -112,8 +113,8 @@ bool NQSparseRectMatrix::Resize(int m, int n) {
 // The entries may be places of this matrix, so they are assembled before anything is written.
 void NQSparseRectMatrix::Assemble(const SparseRun& run, int start) {
   const std::size_t empty = Entries() - run.count;
-  fvRowIndices.assign(Entries(), -1);
-  fvRowElems.assign(Entries(), 0.0);
+  std::fill_n(fvRowIndices.begin(), empty, -1);
+  std::fill_n(fvRowElems.begin(), empty, 0.0);
   for (std::size_t k = 0; k < run.count; ++k) {
     fvRowIndices[empty + k] = run.indices[k] - start;
     fvRowElems[empty + k] = run.values[k];
@@ -134,6 +135,7 @@ void NQSparseRectMatrix::PutAssembled(int i) {
 int NQSparseRectMatrix::AppendRow(const SparseRun& run, int start) {
   constexpr int kMost = std::numeric_limits<int>::max(), kFirst = 10, kSmall = 7;
   if (fNRows < 0 || fNRows == kMost) return -1;
+  if (fvRowElems.empty() && !Reserve(fCapacity)) return -1;  // the source of a move has no scratch
   Assemble(run, start);
   if (fNRows == fCapacity) {
     const int half = std::min(fCapacity / 2, kMost - fCapacity);
@@ -202,22 +204,21 @@ bool NQSparseRectMatrix::GetRow(int i, std::vector<int>& indices,
                                 std::vector<double>& values) const {
   const int* firstIndex = nullptr;
   const double* firstValue = nullptr;
-  if (!GetRow(i, firstIndex, firstValue)) return false;
-  indices.assign(firstIndex, firstIndex + fNEntries);
-  values.assign(firstValue, firstValue + fNEntries);
-  return true;
+  return GetRow(i, firstIndex, firstValue) && GuardMemory([&] {
+           std::vector<int> copy(firstIndex, firstIndex + fNEntries);
+           values.assign(firstValue, firstValue + fNEntries);
+           indices = std::move(copy);
+         });
 }
 
 bool NQSparseRectMatrix::GetRow(int i, std::vector<double>& out) const {
-  if (!HasRow(i)) return false;
-  out.assign(At(fNCols), 0.0);
+  if (!HasRow(i) || !GuardMemory([&] { out.assign(At(fNCols), 0.0); })) return false;
   StoredIn(*this, i).ForEach([&](std::size_t j, double x) { out[j] = x; });
   return true;
 }
 
 bool NQSparseRectMatrix::GetCol(int j, std::vector<double>& out) const {
-  if (!HasCol(j)) return false;
-  out.resize(At(fNRows));
+  if (!HasCol(j) || !GuardMemory([&] { out.resize(At(fNRows)); })) return false;
   for (int i = 0; i < fNRows; ++i) out[At(i)] = GetElem(i, j);
   return true;
 }
@@ -243,20 +244,23 @@ bool NQSparseRectMatrix::IsRowZero(int i) const {
 void NQSparseRectMatrix::Display() const {
   using NQDisplay_940::DisplayI;
   using NQDisplay_940::DisplayText;
-  DisplayText(1, "NQSparseRectMatrix display start");
-  DisplayI("The number of rows", fNRows);
-  DisplayI("The number of columns", fNCols);
-  DisplayI("The number of entries per row", fNEntries);
-  std::vector<int> indices;
-  std::vector<double> values;
-  for (int i = 0; i < fNRows; ++i) {
-    GetRow(i, indices, values);
-    NQDisplay_940::DisplayIV("Column indices", indices);
-    NQDisplay_940::DisplayDAS(values.data(), fNEntries);
-  }
-  DisplayText(1, "NQSparseRectMatrix display end");
+  GuardMemory([&] {
+    DisplayText(1, "NQSparseRectMatrix display start");
+    DisplayI("The number of rows", fNRows);
+    DisplayI("The number of columns", fNCols);
+    DisplayI("The number of entries per row", fNEntries);
+    const int* indices = nullptr;
+    const double* values = nullptr;
+    for (int i = 0; GetRow(i, indices, values); ++i) {
+      NQDisplay_940::DisplayIV("Column indices", {indices, indices + fNEntries});
+      NQDisplay_940::DisplayDAS(values, fNEntries);
+    }
+    DisplayText(1, "NQSparseRectMatrix display end");
+  });
 }
 
-void NQSparseRectMatrix::DisplayF() const { internal::DisplayAllRows("NQSparseRectMatrix", *this); }
+void NQSparseRectMatrix::DisplayF() const {
+  GuardMemory([&] { internal::DisplayAllRows("NQSparseRectMatrix", *this); });
+}
 
 }  // namespace NQMath_940

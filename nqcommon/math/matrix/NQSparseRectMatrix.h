@@ -31,8 +31,9 @@ struct SparseRun;
 //           not meet the zeros. The cost goes with the stored entries.
 // Output    a matrix result is dense, as the interface says, but for the operations that name a
 //           sparse one. An operation that changes this matrix keeps k.
-// Failure   as the interface says; a failed allocation, and construction with an n or k that no
-//           matrix has, leave m = n = -1. Scratch of a few rows or columns is taken for granted.
+// Failure   as the interface says; construction with an n or k that no matrix has leaves m = n = -1,
+//           and so do a copy, Resize and AddRow where memory ends. Every other operation fails then
+//           and changes nothing. Nothing throws.
 // Threads   one object, one thread at a time.
 //
 // Contents  NQSparseRectMatrix.cpp          shape, rows, elements, display
@@ -147,7 +148,8 @@ class NQ_API NQSparseRectMatrix : public INQRectMatrix {
   void Assemble(const internal::SparseRun& run, int start);
   void PutAssembled(int i);
   void Store(int i, const internal::SparseRun& run, int start);
-  bool StoreWhatFits(int i, const internal::SparseRun& run);
+  template <class Run>
+  bool StoreWhatFits(int i, const Run& run);
   int AppendRow(const internal::SparseRun& run, int start);
   template <class Place>
   bool Scatter(long long m, long long n, INQRectMatrix& out, Place place) const;

@@ -1,9 +1,9 @@
 #include <nqcommon/math/matrix/NQSparseRectMatrix.h>
 
 #include <algorithm>
-#include <numeric>
 #include <utility>
 
+#include <nqcommon/common/memory_guard.h>
 #include <nqcommon/math/matrix/internal/matrix_access.h>
 #include <nqcommon/math/matrix/internal/sparse_run.h>
 
@@ -12,6 +12,7 @@ namespace NQMath_940 {
 using internal::IsRun;
 using internal::SparseRun;
 using internal::StoredIn;
+using NQCommon_940::GuardMemory;
 
 // ---- Rows and columns --------------------------------------------------------------------------
 
@@ -27,39 +28,53 @@ bool NQSparseRectMatrix::CopyColToRow(int from, int to, NQRectMatrix& dst) const
 }
 
 // StoreWhatFits puts the entries in row i, leaving out those that are 0 where there are more than
-// k. False when more than k are not 0.
-bool NQSparseRectMatrix::StoreWhatFits(int i, const SparseRun& run) {
-  if (run.count <= Entries()) {
-    Store(i, run, 0);
-    return true;
-  }
-  std::vector<int> indices;
-  std::vector<double> values;
+// k. False when more than k are not 0. The entries may be those of row i itself.
+template <class Run>
+bool NQSparseRectMatrix::StoreWhatFits(int i, const Run& run) {
+  const bool all = run.count <= Entries();
+  std::size_t kept = all ? run.count : 0;
+  run.ForEach([&](std::size_t, double x) { kept += !all && x != 0; });
+  if (kept > Entries()) return false;
+  std::size_t at = Entries() - kept;
+  Assemble({nullptr, nullptr, 0}, 0);
   run.ForEach([&](std::size_t j, double x) {
-    if (x == 0) return;
-    indices.push_back(static_cast<int>(j));
-    values.push_back(x);
+    if (!all && x == 0) return;
+    fvRowIndices[at] = static_cast<int>(j);
+    fvRowElems[at++] = x;
   });
-  if (indices.size() > Entries()) return false;
-  Store(i, {indices.data(), values.data(), indices.size()}, 0);
+  PutAssembled(i);
   return true;
 }
 
+namespace {
+
+// All columns of a dense row as entries.
+struct DenseRun {
+  const double* values;
+  std::size_t count;
+
+  template <class F>
+  void ForEach(F f) const {
+    for (std::size_t j = 0; j < count; ++j) f(j, values[j]);
+  }
+};
+
+}  // namespace
+
 bool NQSparseRectMatrix::CopyRows(const INQRectMatrix& src, int first, int count) {
-  const NQSparseRectMatrix* sparse = internal::AsSparse(src);
   if (fNRows < 0 || !src.IsValidMatrix() || !IsRun(src.GetNRows(), first, count) ||
       src.GetNCols() < fNEntries)
     return false;
+  const NQSparseRectMatrix* sparse = internal::AsSparse(src);
+  const NQRectMatrix* dense = internal::AsDenseRect(src);
   NQSparseRectMatrix result(std::max(count, 1), src.GetNCols(), fNEntries);
   if (!result.IsValidMatrix()) return false;
-  std::vector<int> places(At(src.GetNCols()));
-  std::iota(places.begin(), places.end(), 0);
-  std::vector<double> row;
   for (int i = first; i < first + count; ++i) {
-    if (!sparse) src.GetRow(i, row);
-    const SparseRun run =
-        sparse ? StoredIn(*sparse, i) : SparseRun{places.data(), row.data(), row.size()};
-    if (!result.StoreWhatFits(result.fNRows++, run)) return false;
+    const int to = result.fNRows++;
+    const bool fits =
+        sparse ? result.StoreWhatFits(to, StoredIn(*sparse, i))
+               : result.StoreWhatFits(to, DenseRun{dense->GetRowPtr(i), At(src.GetNCols())});
+    if (!fits) return false;
   }
   *this = std::move(result);
   return true;
@@ -77,16 +92,18 @@ bool NQSparseRectMatrix::CopyRowToRow(int from, int to, INQRectMatrix& dst) cons
 
 bool NQSparseRectMatrix::GetSparseMatrixColumns(std::vector<std::vector<int>>& indices,
                                                 std::vector<std::vector<double>>& values) const {
-  if (!IsValidMatrix()) return false;
-  indices.assign(At(fNCols), {});
-  values.assign(At(fNCols), {});
-  for (int i = 0; i < fNRows; ++i) {
-    StoredIn(*this, i).ForEach([&](std::size_t j, double x) {
-      indices[j].push_back(i);
-      values[j].push_back(x);
-    });
-  }
-  return true;
+  return IsValidMatrix() && GuardMemory([&] {
+           std::vector<std::vector<int>> rows(At(fNCols));
+           std::vector<std::vector<double>> columns(At(fNCols));
+           for (int i = 0; i < fNRows; ++i) {
+             StoredIn(*this, i).ForEach([&](std::size_t j, double x) {
+               rows[j].push_back(i);
+               columns[j].push_back(x);
+             });
+           }
+           indices = std::move(rows);
+           values = std::move(columns);
+         });
 }
 
 // ---- Dense copies ------------------------------------------------------------------------------
@@ -130,10 +147,12 @@ bool NQSparseRectMatrix::ShiftRows(int k, INQRectMatrix& out) const {
 }
 
 bool NQSparseRectMatrix::ExpandSquare(const NQBitSet& set, NQRectMatrix& out) const {
-  const std::vector<int> members = internal::MembersOf(set);
-  return fNRows == fNCols && members.size() == At(std::max(fNRows, 0)) &&
-         Scatter(set.Size(), set.Size(), out, [&](NQRectMatrix& to, int i, int j, double x) {
-           to.SetElem(members[At(i)], members[At(j)], x);
+  return fNRows == fNCols && set.InSet() == fNRows && GuardMemory(false, [&] {
+           const std::vector<int> members = internal::MembersOf(set);
+           return Scatter(set.Size(), set.Size(), out,
+                          [&](NQRectMatrix& to, int i, int j, double x) {
+                            to.SetElem(members[At(i)], members[At(j)], x);
+                          });
          });
 }
 

@@ -58,8 +58,9 @@ bool NQSparseRectMatrix::ComputeProductMatrixTrans(const INQRectMatrix& b,
 }
 
 bool NQSparseRectMatrix::ComputeRV(const std::vector<double>& v, std::vector<double>& out) const {
-  if (!IsValidMatrix() || v.size() != At(fNCols)) return false;
-  std::vector<double> product(At(fNRows));
+  std::vector<double> product;
+  if (!IsValidMatrix() || v.size() != At(fNCols) || !internal::MakeZeros(At(fNRows), product))
+    return false;
   for (int i = 0; i < fNRows; ++i)
     product[At(i)] = internal::DotProduct(StoredIn(*this, i), v.data());
   out = std::move(product);
@@ -67,8 +68,9 @@ bool NQSparseRectMatrix::ComputeRV(const std::vector<double>& v, std::vector<dou
 }
 
 bool NQSparseRectMatrix::ComputeVR(const std::vector<double>& v, std::vector<double>& out) const {
-  if (!IsValidMatrix() || v.size() != At(fNRows)) return false;
-  std::vector<double> product(At(fNCols));
+  std::vector<double> product;
+  if (!IsValidMatrix() || v.size() != At(fNRows) || !internal::MakeZeros(At(fNCols), product))
+    return false;
   for (int i = 0; i < fNRows; ++i)
     internal::AddScaled(StoredIn(*this, i), v[At(i)], product.data());
   out = std::move(product);

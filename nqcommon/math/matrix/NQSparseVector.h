@@ -18,7 +18,7 @@ class NQSymMatrix;
 // Valid     the index list is not empty, both lists have the same length, and the indices are not
 //           negative and strictly increasing.
 // Failure   an operation on an invalid view, or one that does not fit, returns false or the
-//           system-missing value and touches nothing.
+//           system-missing value and touches nothing, as does one without memory. Nothing throws.
 // Cost      with the number of elements, not with the length of the vector.
 // Threads   reading the lists is all that an operation does with them.
 class NQ_API NQSparseVector {

@@ -5,6 +5,7 @@
 #include <list>
 
 #include <nqcommon/common/NQMV.h>
+#include <nqcommon/common/memory_guard.h>
 #include <nqcommon/export.h>
 #include <nqcommon/math/numeric/INumIntegration.h>
 
@@ -12,24 +13,25 @@ namespace NQMath_940 {
 
 // The sub-intervals that an integration has still to do, from left to right: the k-th is
 // [k-th left end, k-th right end]. On an empty list Split and Remove do nothing and the rest gives
-// the system-missing value.
+// the system-missing value. Where memory ends, Initialize leaves the list empty, Split as it was.
 class NQ_API BoundsList {
  public:
   // `integrator` evaluates the rule; it is not owned and must outlive this list.
   explicit BoundsList(INumIntegration* integrator) : fIntegrator(integrator) {}
 
-  // One interval, [a, b].
-  void Initialize(double a, double b) {
-    fLefts.assign(1, a);
-    fRights.assign(1, b);
+  // One interval, [a, b]. False when there is no memory for it.
+  bool Initialize(double a, double b) {
+    fLefts.clear();
+    fRights.clear();
+    return InsertBoth(0, a, b);
   }
 
-  // Halves the first interval; its right half comes directly after it.
-  void Split() {
-    if (fLefts.empty()) return;
+  // Halves the first interval; its right half comes directly after it. False when there is no
+  // interval, or no memory for another one.
+  bool Split() {
+    if (fLefts.empty()) return false;
     const double middle = FirstMiddle();
-    fLefts.insert(std::next(fLefts.begin()), middle);
-    fRights.insert(fRights.begin(), middle);
+    return InsertBoth(1, middle, middle);
   }
 
   // Drops the first interval. Returns the number left.
@@ -63,6 +65,15 @@ class NQ_API BoundsList {
 
  private:
   double FirstMiddle() const { return fLefts.front() + (fRights.front() - fLefts.front()) / 2; }
+
+  // A left end after the first `skip` ones, and a right end before all others; both or none.
+  bool InsertBoth(int skip, double left, double right) {
+    return NQCommon_940::GuardMemory([&] {
+      std::list<double> lefts(1, left);
+      fRights.push_front(right);
+      fLefts.splice(std::next(fLefts.begin(), skip), lefts);
+    });
+  }
 
   std::list<double> fLefts;
   std::list<double> fRights;

@@ -6,6 +6,7 @@
 
 #include <nqcommon/common/NQMV.h>
 #include <nqcommon/common/NQStatus.h>
+#include <nqcommon/common/memory_guard.h>
 #include <nqcommon/math/numeric/BoundsList.h>
 
 namespace NQMath_940 {
@@ -48,7 +49,7 @@ double LobattoQuad::Integrate(double a, double b) {
   if (!std::isfinite(span)) return Fail();
 
   BoundsList intervals(this);
-  intervals.Initialize(a, b);
+  if (!intervals.Initialize(a, b)) return Fail();
   double total = 0;
   double left = a;
   bool unfinished = true;
@@ -115,12 +116,13 @@ bool LobattoQuad::RefineFirst(BoundsList& intervals, double& integral) {
     intervals.ComputeI0andI1(whole, integral);
     if (NQMV::IsMissing(integral)) return false;
     if (StopInnerLoop(whole, integral, splits)) return true;
-    intervals.Split();
+    if (!intervals.Split()) return false;
   }
 }
 
 void LobattoQuad::Warn(long code) {
-  fWarnings.AddWarning(NQCommon_940::NQStatus(code, true), NQCommon_940::NQWarnings::ToBoth);
+  using namespace NQCommon_940;
+  GuardMemory([&] { fWarnings.AddWarning(NQStatus(code, true), NQWarnings::ToBoth); });
 }
 
 double LobattoQuad::Fail() {

@@ -22,8 +22,9 @@ class BoundsList;
 //           A peak that lies between the nodes of the first step is not seen: put the pivot on it.
 // Failure   status 901 (a warning): the iteration limit was reached and the rest was integrated in
 //                  one step; the result is a rough value.
-//           status 902 (a warning): a value was missing at a node, or an end of the interval is
-//                  infinite or NaN; the result is the system-missing value.
+//           status 902 (a warning): a value was missing at a node, an end of the interval is
+//                  infinite or NaN, or memory ended, where the warning may be lost too; the result
+//                  is the system-missing value. What the integrand throws passes through.
 //           Infinities and NaN from the integrand are numbers to the rule and carry into the
 //           result when their interval is added.
 class NQ_API LobattoQuad : public INumIntegration {
@@ -87,7 +88,8 @@ class NQ_API LobattoQuad : public INumIntegration {
   void AdjustBounds(double& a, double& b);
   // `end`, moved towards the pivot while the function stays negligible; itself when it is not.
   double AdjustedEnd(double end, double threshold);
-  // Halves the first interval until its rule is accepted; false when a value is missing.
+  // Halves the first interval until its rule is accepted; false when a value is missing or memory
+  // ends.
   bool RefineFirst(BoundsList& intervals, double& integral);
   void Warn(long code);
   // Records a missing value and returns it.

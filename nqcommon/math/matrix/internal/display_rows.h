@@ -13,10 +13,8 @@ template <class Matrix>
 void DisplayAllRows(const std::string& className, const Matrix& m) {
   NQDisplay_940::DisplayText(1, className + " full matrix display start");
   std::vector<double> row;
-  for (int i = 0; i < m.GetNRows(); ++i) {
-    m.GetRow(i, row);
+  for (int i = 0; m.GetRow(i, row); ++i)
     NQDisplay_940::DisplayDAS(row.data(), static_cast<int>(row.size()));
-  }
   NQDisplay_940::DisplayText(1, className + " full matrix display end");
 }
 

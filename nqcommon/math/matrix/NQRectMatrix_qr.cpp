@@ -1,0 +1,143 @@
+#include <nqcommon/math/matrix/NQRectMatrix.h>
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include <nqcommon/common/memory_guard.h>
+#include <nqcommon/math/kernels/dense_kernels.h>
+#include <nqcommon/math/kernels/strided.h>
+#include <nqcommon/math/matrix/NQSymMatrix.h>
+
+namespace NQMath_940 {
+namespace {
+
+using internal::AddScaled;
+using internal::Operand;
+using internal::RowsAt;
+using internal::TransposeOf;
+
+// The Householder reflections I - tau v v' of an m x n matrix, m >= n, in panels of neighbouring
+// columns. With the vectors v of a panel as the columns of V, the product of its reflections is
+// I - V T V' with an upper triangular T, so that all but the panel itself is left to the matrix
+// products (Schreiber and Van Loan 1989, SIAM J. Sci. Stat. Comput. 10).
+class Reflections {
+ public:
+  Reflections(std::size_t m, std::size_t n)
+      : fM(m), fN(n), fvV(m * n), fvT(n * kPanel), fvProducts(2 * kPanel * n), fvChange(m * n) {}
+
+  // Makes a, row after row, the triangle of its QR decomposition; what it leaves below the diagonal
+  // has no meaning.
+  void Factor(double* a) {
+    for (std::size_t first = 0; first < fN; first += kPanel) {
+      FactorPanel(a, first);
+      Apply(first, TransposeOf(T(first), kPanel), a, first + Width(first));
+    }
+  }
+
+  // Makes q, the first n columns of the unit matrix, the first n columns of Q.
+  void FormQ(double* q) {
+    for (std::size_t first = (fN + kPanel - 1) / kPanel * kPanel; first > 0;) {
+      first -= kPanel;
+      Apply(first, RowsAt(T(first), kPanel), q, first);
+    }
+  }
+
+ private:
+  static constexpr std::size_t kPanel = 32;
+
+  std::size_t Width(std::size_t first) const { return std::min(kPanel, fN - first); }
+  double* V(std::size_t i, std::size_t j) { return fvV.data() + i * fN + j; }
+  double* T(std::size_t first) { return fvT.data() + first * kPanel; }
+
+  void FactorPanel(double* a, std::size_t first) {
+    const std::size_t end = first + Width(first);
+    for (std::size_t j = first; j < end; ++j) {
+      const double tau = MakeReflection(a, j);
+      T(first)[(j - first) * (kPanel + 1)] = tau;
+      double* products = fvProducts.data();  // v' times the columns to the right
+      std::fill(products, products + (end - j), 0.0);
+      for (std::size_t i = j; i < fM; ++i)
+        AddScaled(end - j - 1, *V(i, j), a + i * fN + j + 1, products);
+      for (std::size_t i = j; i < fM; ++i)
+        AddScaled(end - j - 1, -tau * *V(i, j), products, a + i * fN + j + 1);
+    }
+    FormT(first);
+  }
+
+  // Makes column j of V from column j of a, whose diagonal element becomes that of the triangle, and
+  // returns tau. No square or sum leaves the range of doubles on the way.
+  double MakeReflection(double* a, std::size_t j) {
+    double* x = a + j * fN + j;
+    const auto step = static_cast<internal::Index>(fN);
+    const double norm = internal::Nrm2(static_cast<internal::Index>(fM - j), x, step);
+    *V(j, j) = 1;
+    if (norm == 0) return 0;
+    const double cosine = *x / norm, sign = std::copysign(1.0, cosine);
+    for (std::size_t i = j + 1; i < fM; ++i) *V(i, j) = a[i * fN + j] / norm / (cosine + sign);
+    *x = -sign * norm;
+    return 1 + std::fabs(cosine);
+  }
+
+  // Column j of T, whose diagonal holds the tau: -tau(j) T V'v(j) above the diagonal.
+  void FormT(std::size_t first) {
+    const std::size_t width = Width(first);
+    double* products = fvProducts.data();  // V'V
+    Multiply(TransposeOf(V(first, first), fN), RowsAt(V(first, first), fN), width, fM - first,
+             width, products);
+    double* t = T(first);
+    for (std::size_t j = 1; j < width; ++j) {
+      for (std::size_t i = 0; i < j; ++i) {
+        double sum = 0;
+        for (std::size_t k = i; k < j; ++k) sum += t[i * kPanel + k] * products[k * width + j];
+        t[i * kPanel + j] = -t[j * (kPanel + 1)] * sum;
+      }
+    }
+  }
+
+  // C <- C - V T V'C for the columns from `column` on of c, rows from `first` on.
+  void Apply(std::size_t first, const Operand& t, double* c, std::size_t column) {
+    const std::size_t width = Width(first), rows = fM - first, columns = fN - column;
+    double *vc = fvProducts.data(), *tvc = vc + width * columns;
+    Multiply(TransposeOf(V(first, first), fN), RowsAt(c + first * fN + column, fN), width, rows,
+             columns, vc);
+    Multiply(t, RowsAt(vc, columns), width, width, columns, tvc);
+    Multiply(RowsAt(V(first, first), fN), RowsAt(tvc, columns), rows, width, columns,
+             fvChange.data());
+    for (std::size_t i = 0; i < rows; ++i)
+      AddScaled(columns, -1, fvChange.data() + i * columns, c + (first + i) * fN + column);
+  }
+
+  std::size_t fM;
+  std::size_t fN;
+  std::vector<double> fvV;         // m x n, a lower trapezoid
+  std::vector<double> fvT;         // the T of each panel, kPanel values a row
+  std::vector<double> fvProducts;  // scratch: V'C and T V'C
+  std::vector<double> fvChange;    // scratch: V T V'C
+};
+
+}  // namespace
+
+bool NQRectMatrix::QRDecompositionH(NQSymMatrix& s, NQRectMatrix& q) const {
+  NQRectMatrix factor(*this), result(fNRows, fNCols, true);
+  NQSymMatrix triangle(fNCols, true);
+  if (!IsValidMatrix() || fNRows < fNCols || !factor.IsValidMatrix() || !result.IsValidMatrix() ||
+      !triangle.IsValidMatrix())
+    return false;
+  return NQCommon_940::GuardMemory(false, [&] {
+    Reflections reflections(Rows(), Cols());
+    reflections.Factor(factor.fvData.data());
+    result.AddToDiagonal(1);
+    reflections.FormQ(result.fvData.data());
+    for (int j = 0; j < fNCols; ++j) {
+      const double sign = factor.GetElem(j, j) < 0 ? -1 : 1;
+      for (int i = j; i < fNCols; ++i) triangle.SetElem(i, j, sign * factor.GetElem(j, i));
+      result.ColScale(j, sign);
+    }
+    s = std::move(triangle);
+    q = std::move(result);
+    return true;
+  });
+}
+
+}  // namespace NQMath_940
