@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <numeric>
 #include <random>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -17,12 +18,15 @@ using Values = std::vector<double>;
 using Indices = std::vector<int>;
 using Bits = std::vector<bool>;
 
-// What the machine lacks runs as the next one below.
+// The instruction sets that have kernels, and those of them that this machine runs.
 inline constexpr Isa kIsas[] = {Isa::kBaseline, Isa::kAvx2, Isa::kAvx512};
+inline std::span<const Isa> RunnableIsas() {
+  return std::span(kIsas).first(static_cast<std::size_t>(NQMath_940::internal::BestIsa()) + 1);
+}
 
 inline std::string Label(const char* name, std::size_t n, Isa isa) {
-  return name + (" of order " + std::to_string(n)) + ", instruction set " +
-         std::to_string(static_cast<int>(isa));
+  return name + (" of order " + std::to_string(n)) + ", kernels " +
+         NQMath_940::internal::NameOf(isa);
 }
 
 // Every border of the vectors, tiles and panels, and many panels.

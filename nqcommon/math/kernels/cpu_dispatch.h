@@ -1,23 +1,29 @@
-// Which form of the vector kernels runs: chosen once from what the processor and the operating
-// system offer, and lowered on request so that tests reach every form.
+// What the processor offers: which form of the vector kernels runs, and how large its caches are.
 #pragma once
+
+#include <cstddef>
 
 namespace NQMath_940::internal {
 
 // In increasing order: each one runs everything the ones before it do.
 enum class Isa { kBaseline, kAvx2, kAvx512 };
 
-// The newest instruction set of this machine that has kernels of its own.
+// "baseline", "avx2" or "avx512".
+const char* NameOf(Isa isa);
+
+// The newest instruction set that has kernels of its own and that both the processor and the
+// operating system offer, or the one set by LimitIsa when that is less.
 Isa BestIsa();
 
-// `wanted`, or the best this machine has when that is less.
-Isa UsableIsa(Isa wanted);
+// Lowers BestIsa of the whole process to `most`, so that tests and benchmarks reach every form
+// through the classes too.
+void LimitIsa(Isa most);
 
-// The form of that instruction set.
+// The form of `wanted`, or of the best instruction set of this machine when that is less.
 template <class Kernels>
 const Kernels& ChooseKernels(Isa wanted, const Kernels& baseline, const Kernels& avx2,
                              const Kernels& avx512) {
-  switch (UsableIsa(wanted)) {
+  switch (wanted < BestIsa() ? wanted : BestIsa()) {
     case Isa::kAvx512:
       return avx512;
     case Isa::kAvx2:
@@ -26,5 +32,14 @@ const Kernels& ChooseKernels(Isa wanted, const Kernels& baseline, const Kernels&
       return baseline;
   }
 }
+
+// Data caches that one core can use, in bytes; what the system does not tell is taken for 32 KiB,
+// 512 KiB and 4 MiB.
+struct CacheSizes {
+  std::size_t l1;
+  std::size_t l2;
+  std::size_t l3;
+};
+const CacheSizes& Caches();
 
 }  // namespace NQMath_940::internal

@@ -104,6 +104,12 @@ bool AddThroughPanels(const Cases& cases, const std::vector<double>& center, Cas
   return true;
 }
 
+void AddOneCase(const double* x, double w, const std::vector<double>& center, double* s,
+                const PackedKernels& kernels) {
+  if (center.size() < kFewVars) return AddProductsPlain(x, w, center, s);
+  kernels.addCase(s, center.size(), x, center.data(), w);
+}
+
 }  // namespace
 
 std::vector<bool> AddSums(const Cases& cases, CaseSums to, Isa isa) {
@@ -114,9 +120,10 @@ std::vector<bool> AddSums(const Cases& cases, CaseSums to, Isa isa) {
   std::vector<std::int64_t> same(size, -1);
   if (cases.rows > 0) std::copy_n(cases.data, cases.nVars, value);
   std::copy(to.sums.begin(), to.sums.end(), sums);
+  const PackedKernels& kernels = KernelsFor(isa);
   ForEachBlock(cases, [&](const CaseRows& rows, const double* w) {
     AddWeights(rows, w, to);
-    KernelsFor(isa).sumCases(rows, w, value, same.data(), sums);
+    kernels.sumCases(rows, w, value, same.data(), sums);
   });
   std::copy_n(sums, cases.nVars, to.sums.begin());
   return {same.begin(), same.begin() + static_cast<std::ptrdiff_t>(cases.nVars)};
@@ -124,14 +131,14 @@ std::vector<bool> AddSums(const Cases& cases, CaseSums to, Isa isa) {
 
 void AddProducts(const Cases& cases, const std::vector<double>& center, CaseSums to, double* s,
                  Isa isa) {
-  if (cases.rows >= kFewRows && AddThroughPanels(cases, center, to, s, KernelsFor(isa))) return;
+  const PackedKernels& kernels = KernelsFor(isa);
+  if (cases.rows >= kFewRows && AddThroughPanels(cases, center, to, s, kernels)) return;
   AddCaseByCase(cases, center, to,
-                [&](const double* x, double w) { AddProducts(x, w, center, s, isa); });
+                [&](const double* x, double w) { AddOneCase(x, w, center, s, kernels); });
 }
 
 void AddProducts(const double* x, double w, const std::vector<double>& center, double* s, Isa isa) {
-  if (center.size() < kFewVars) return AddProductsPlain(x, w, center, s);
-  KernelsFor(isa).addCase(s, center.size(), x, center.data(), w);
+  AddOneCase(x, w, center, s, KernelsFor(isa));
 }
 
 }  // namespace NQMath_940::internal

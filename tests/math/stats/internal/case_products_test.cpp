@@ -42,7 +42,7 @@ TEST(CaseProducts, EveryFormGivesTheSameBits) {
           if (rows > 0) AddProductsPlain(cases.data, 1.7, center, s);
           return AddSumsPlain(cases, to);
         });
-        for (const Isa isa : nqtest::kIsas) {
+        for (const Isa isa : nqtest::RunnableIsas()) {
           const auto fast = Added(n, [&](CaseSums to, double* s) {
             AddProducts(cases, center, to, s, isa);
             if (rows > 0) AddProducts(cases.data, 1.7, center, s, isa);
