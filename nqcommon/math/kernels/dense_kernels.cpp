@@ -11,32 +11,55 @@
 namespace NQMath_940::internal {
 namespace {
 
-// Row i of an operand, `count` elements: where they are, or gathered in `scratch`.
-const double* RowOf(const Operand& a, std::size_t i, std::size_t count,
-                    std::vector<double>& scratch) {
-  if (a.layout == Operand::Layout::kRows) return a.data + i * a.step;
-  scratch.resize(count);
-  if (a.layout == Operand::Layout::kTriangle) {
-    ForEachInRow(a.data, count, i, [&](std::size_t k, double x) { scratch[k] = x; });
-  } else {
-    for (std::size_t k = 0; k < count; ++k) scratch[k] = a.data[k * a.step + i];
+using Layout = Operand::Layout;
+
+bool IsTriangular(const Operand& a) {
+  return a.layout == Layout::kLower || a.layout == Layout::kUpper;
+}
+
+// Row i of an operand, columns begin .. end-1: where they are, or gathered in `scratch`.
+struct Row {
+  const double* data;  // element 0, of which nothing before `begin` is read
+  std::size_t begin, end;
+};
+
+Row RowOf(const Operand& a, std::size_t i, std::size_t inner, std::vector<double>& scratch) {
+  switch (a.layout) {
+    case Layout::kRows:
+      return {a.data + i * a.step, 0, inner};
+    case Layout::kLower:
+      return {a.data + RowStart(i), 0, std::min(i + 1, inner)};
+    default:
+      break;
   }
-  return scratch.data();
+  scratch.resize(inner);
+  const std::size_t begin = a.layout == Layout::kUpper ? i : 0;
+  for (std::size_t k = begin; k < inner; ++k)
+    scratch[k] = a.data[a.layout == Layout::kColumns ? k * a.step + i : SymIndex(i, k)];
+  return {scratch.data(), begin, inner};
 }
 
 // c[0 .. n-1] = the row a times B, along the rows or columns of B as they lie.
-void RowTimes(const double* a, const Operand& b, std::size_t inner, std::size_t n, double* c) {
-  switch (b.layout) {
-    case Operand::Layout::kRows:
-      std::fill(c, c + n, 0.0);
-      for (std::size_t k = 0; k < inner; ++k) AddScaled(n, a[k], b.data + k * b.step, c);
-      break;
-    case Operand::Layout::kColumns:
-      for (std::size_t j = 0; j < n; ++j) c[j] = DotProduct(inner, a, b.data + j * b.step);
-      break;
-    case Operand::Layout::kTriangle:
-      SymTimesVector(b.data, inner, a, n, c);
-      break;
+void RowTimes(const Row& a, const Operand& b, std::size_t n, double* c) {
+  if (b.layout == Layout::kColumns || b.layout == Layout::kUpper) {
+    for (std::size_t j = 0; j < n; ++j) {
+      const bool whole = b.layout == Layout::kColumns;
+      const double* column = b.data + (whole ? j * b.step : RowStart(j));
+      const std::size_t end = whole ? a.end : std::min(a.end, j + 1);
+      c[j] = end <= a.begin ? 0 : DotProduct(end - a.begin, a.data + a.begin, column + a.begin);
+    }
+    return;
+  }
+  std::fill(c, c + n, 0.0);
+  for (std::size_t k = a.begin; k < a.end; ++k) {
+    if (b.layout == Layout::kRows) {
+      AddScaled(n, a.data[k], b.data + k * b.step, c);
+      continue;
+    }
+    AddScaled(std::min(k + 1, n), a.data[k], b.data + RowStart(k), c);
+    if (b.layout == Layout::kLower) continue;
+    for (std::size_t j = k + 1, at = LowerIndex(j, k); j < n; ++j, at += j)
+      c[j] += a.data[k] * b.data[at];
   }
 }
 
@@ -45,25 +68,16 @@ void RowTimes(const double* a, const Operand& b, std::size_t inner, std::size_t 
 void MultiplyPlain(const Operand& a, const Operand& b, std::size_t m, std::size_t inner,
                    std::size_t n, double* c) {
   std::vector<double> row;
-  for (std::size_t i = 0; i < m; ++i) RowTimes(RowOf(a, i, inner, row), b, inner, n, c + i * n);
+  for (std::size_t i = 0; i < m; ++i) RowTimes(RowOf(a, i, inner, row), b, n, c + i * n);
 }
 
 void MultiplyLowerPlain(const Operand& a, const Operand& b, std::size_t n, std::size_t inner,
                         double* c) {
   std::vector<double> row;
-  for (std::size_t i = 0; i < n; ++i)
-    RowTimes(RowOf(a, i, inner, row), b, inner, i + 1, c + RowStart(i));
+  for (std::size_t i = 0; i < n; ++i) RowTimes(RowOf(a, i, inner, row), b, i + 1, c + RowStart(i));
 }
 
 namespace {
-
-// Sizes of the blocks that are packed at a time. kInner x kColumns of B stay in the second-level
-// cache while the rows of C pass by, kBlockRows of A in the first. Blocks of this size keep the
-// work memory below what the C library gives back to the system at every release.
-constexpr std::size_t kInner = 128;
-constexpr std::size_t kInnerOfLower = 64;
-constexpr std::size_t kColumns = 256;
-constexpr std::size_t kBlockRows = 32;
 
 // Below this many multiply-adds the packing costs more than it saves.
 constexpr std::size_t kSmallProduct = 1000;
@@ -72,76 +86,162 @@ bool IsSmall(std::size_t m, std::size_t inner, std::size_t n) {
   return m < 4 || n < 4 || inner < 4 || m * inner * n < kSmallProduct;
 }
 
-// Elements (first .. first+count-1, k .. k+depth-1) of an operand as a panel of `depth` vectors.
-void Pack(const Operand& a, std::size_t first, std::size_t count, std::size_t k, std::size_t depth,
-          double* panel) {
-  for (std::size_t i = 0; i < count; i += kPanelTile, panel += kPanelTile * depth) {
-    const std::size_t rows = std::min(kPanelTile, count - i);
-    if (a.layout == Operand::Layout::kColumns) {
-      for (std::size_t p = 0; p < depth; ++p)
-        std::copy_n(a.data + (k + p) * a.step + first + i, rows, panel + p * kPanelTile);
-      continue;
+// Elements (first .. first+count-1, k .. k+depth-1) of an operand as a panel of `depth` vectors in
+// tiles of `tile` elements, the last one padded with zeros.
+class Packer {
+ public:
+  Packer(const Operand& a, std::size_t tile) : fA(a), fTile(tile) {}
+
+  void operator()(std::size_t first, std::size_t count, std::size_t k, std::size_t depth,
+                  double* panel) const {
+    for (std::size_t i = 0; i < count; i += fTile, panel += fTile * depth) {
+      const std::size_t rows = std::min(fTile, count - i);
+      if (rows < fTile) std::fill_n(panel, fTile * depth, 0.0);
+      PackTile(first + i, rows, k, depth, panel);
     }
-    for (std::size_t r = 0; r < rows; ++r) {
-      const std::size_t row = first + i + r;
-      double* to = panel + r;
-      if (a.layout == Operand::Layout::kRows) {
-        const double* from = a.data + row * a.step + k;
-        for (std::size_t p = 0; p < depth; ++p) to[p * kPanelTile] = from[p];
-        continue;
+  }
+
+ private:
+  // Left of the diagonal a triangle lies along its rows, right of it along its columns.
+  void PackTile(std::size_t row, std::size_t rows, std::size_t k, std::size_t depth,
+                double* to) const {
+    std::size_t left = fA.layout == Layout::kRows ? depth : 0, right = left;
+    const bool packed = fA.layout != Layout::kRows && fA.layout != Layout::kColumns;
+    if (packed) {
+      left = std::clamp(row, k, k + depth) - k;
+      right = std::clamp(row + rows, k, k + depth) - k;
+    }
+    if (fA.layout == Layout::kUpper) {
+      std::fill_n(to, left * fTile, 0.0);
+    } else {
+      for (std::size_t r = 0; r < rows; ++r) {
+        const double* from = fA.data + (packed ? RowStart(row + r) : (row + r) * fA.step) + k;
+        for (std::size_t p = 0; p < left; ++p) to[p * fTile + r] = from[p];
       }
-      std::size_t at = SymIndex(row, k);
-      for (std::size_t p = 0; p < depth; ++p) {
-        to[p * kPanelTile] = a.data[at];
-        at += k + p < row ? 1 : k + p + 1;
+    }
+    for (std::size_t p = left; p < right; ++p) {
+      for (std::size_t r = 0; r < rows; ++r) {
+        const bool isZero = fA.layout == Layout::kLower   ? k + p > row + r
+                            : fA.layout == Layout::kUpper ? k + p < row + r
+                                                          : false;
+        to[p * fTile + r] = isZero ? 0 : fA.data[SymIndex(row + r, k + p)];
+      }
+    }
+    if (fA.layout == Layout::kLower) {
+      std::fill_n(to + right * fTile, (depth - right) * fTile, 0.0);
+      return;
+    }
+    for (std::size_t p = right; p < depth; ++p) {
+      const double* from = fA.data + (packed ? RowStart(k + p) : (k + p) * fA.step) + row;
+      if (rows == kPanelTile) {
+        std::copy_n(from, kPanelTile, to + p * fTile);  // of known length
+      } else {
+        for (std::size_t r = 0; r < rows; ++r) to[p * fTile + r] = from[r];
       }
     }
   }
+
+  Operand fA;
+  std::size_t fTile;
+};
+
+// Sizes of the blocks that are packed at a time: depth x columns of B stay in the second-level
+// cache while the rows of C pass by, a tile of A and of B in the first.
+struct Blocks {
+  std::size_t depth, columns, rows;
+};
+
+Blocks BlocksFor(std::size_t m, std::size_t inner, std::size_t n) {
+  const CacheSizes& caches = Caches();
+  const std::size_t depth = std::min<std::size_t>(inner, 256);
+  const std::size_t columns = WholeTiles(std::clamp<std::size_t>(caches.l2 / 16 / depth, 64, 512));
+  return {depth, std::min(WholeTiles(n), columns), std::min<std::size_t>(m, 96)};
+}
+
+PanelUpdate::Part PartOf(const Operand& a) {
+  return a.layout == Layout::kLower   ? PanelUpdate::Part::kLower
+         : a.layout == Layout::kUpper ? PanelUpdate::Part::kUpper
+                                      : PanelUpdate::Part::kAll;
+}
+
+// Fills in the panels of `job`, which is a product but for them, block by block. False when there
+// is no memory for them.
+bool MultiplyInBlocks(const Operand& a, const Operand& b, std::size_t inner, PanelUpdate job,
+                      const PackedKernels& kernels) {
+  const std::size_t m = job.endRow, n = job.endColumn;
+  const Blocks blocks = BlocksFor(m, inner, n);
+  // Rows that lie along memory are read where they are, but for steps at which they would fall into
+  // the same sets of the cache.
+  const bool inPlace = a.layout == Layout::kRows && a.step % 64 != 0;
+  const std::size_t rowTile = kernels.tileRows;
+  const std::size_t rowPanel = inPlace ? 0 : (blocks.rows + rowTile) * blocks.depth;
+  const auto work = AlignedDoubles::Try(blocks.depth * blocks.columns + rowPanel);
+  if (!work) return false;
+  double* const columnData = work->data();
+  double* const rowData = columnData + blocks.depth * blocks.columns;
+  const Packer packRows(a, rowTile), packColumns(TransposeOf(b), kPanelTile);
+  job.partOfA = PartOf(a);
+  job.partOfB = PartOf(b);
+  const std::size_t rowBlock = inPlace ? m : blocks.rows;
+  for (std::size_t k = 0; k < inner; k += blocks.depth) {
+    job.k = k;
+    job.count = std::min(blocks.depth, inner - k);
+    job.fresh = k == 0;
+    for (std::size_t j = 0; j < n; j += blocks.columns) {
+      job.firstColumn = j;
+      job.endColumn = std::min(n, j + blocks.columns);
+      packColumns(j, job.endColumn - j, k, job.count, columnData);
+      job.b = PanelAt(columnData, job.count);
+      for (std::size_t i = job.step == 0 ? j : 0; i < m; i += rowBlock) {
+        job.firstRow = i;
+        job.endRow = std::min(m, i + rowBlock);
+        job.a = {a.data + i * a.step + k, 1, a.step, 1};
+        if (!inPlace) {
+          packRows(i, job.endRow - i, k, job.count, rowData);
+          job.a = PanelAt(rowData, job.count, rowTile);
+        }
+        kernels.update(job);
+      }
+    }
+  }
+  return true;
+}
+
+// In the tiles on the diagonal of a triangular operand the fast form adds products with 0, which
+// change nothing unless the other factor is not finite; then the result is not finite either.
+bool IsFinite(const double* c, std::size_t size) {
+  double zero = 0;
+  for (std::size_t i = 0; i < size; ++i) zero += c[i] * 0;
+  return zero == 0;
 }
 
 }  // namespace
 
 void Multiply(const Operand& a, const Operand& b, std::size_t m, std::size_t inner, std::size_t n,
               double* c, Isa isa) {
-  std::unique_ptr<AlignedDoubles> work;
-  if (!IsSmall(m, inner, n))
-    work = AlignedDoubles::Try(std::min(inner, kInner) * WholeTiles(std::min(n, kColumns)));
-  if (!work) return MultiplyPlain(a, b, m, inner, n, c);
-  alignas(64) double rowPanel[kInner * kBlockRows] = {};
-  double* columnPanel = work->data();
-  std::fill(c, c + m * n, 0.0);
-  for (std::size_t k = 0; k < inner; k += kInner) {
-    const std::size_t depth = std::min(kInner, inner - k);
-    for (std::size_t j = 0; j < n; j += kColumns) {
-      const std::size_t width = std::min(kColumns, n - j);
-      Pack(TransposeOf(b), j, width, k, depth, columnPanel);
-      for (std::size_t i = 0; i < m; i += kBlockRows) {
-        const std::size_t rows = std::min(kBlockRows, m - i);
-        Pack(a, i, rows, k, depth, rowPanel);
-        KernelsFor(isa).addProduct(c + i * n + j, n, rows, width, rowPanel, columnPanel, depth,
-                                   depth);
-      }
-    }
-  }
+  const PanelUpdate job{.c = c,
+                        .end = c + m * n,
+                        .step = n,
+                        .firstRow = 0,
+                        .endRow = m,
+                        .firstColumn = 0,
+                        .endColumn = n,
+                        .a = {},
+                        .b = {},
+                        .count = 0};
+  if (!IsSmall(m, inner, n) && MultiplyInBlocks(a, b, inner, job, KernelsFor(isa)) &&
+      ((!IsTriangular(a) && !IsTriangular(b)) || IsFinite(c, m * n)))
+    return;
+  MultiplyPlain(a, b, m, inner, n, c);
 }
 
 void MultiplyLower(const Operand& a, const Operand& b, std::size_t n, std::size_t inner, double* c,
                    Isa isa) {
-  const Operand columns = TransposeOf(b);
-  const bool same = a.layout == columns.layout && a.data == columns.data && a.step == columns.step;
-  const std::size_t size = std::min(inner, kInnerOfLower) * WholeTiles(n);
-  std::unique_ptr<AlignedDoubles> work;
-  if (!IsSmall(n, inner, n)) work = AlignedDoubles::Try((same ? 1 : 2) * size);
-  if (!work) return MultiplyLowerPlain(a, b, n, inner, c);
-  double* columnPanel = work->data();
-  double* rowPanel = same ? columnPanel : columnPanel + size;
-  std::fill(c, c + RowStart(n), 0.0);
-  for (std::size_t k = 0; k < inner; k += kInnerOfLower) {
-    const std::size_t depth = std::min(kInnerOfLower, inner - k);
-    Pack(columns, 0, n, k, depth, columnPanel);
-    if (!same) Pack(a, 0, n, k, depth, rowPanel);
-    KernelsFor(isa).rankUpdate(c, n, columnPanel, rowPanel, depth, depth);
-  }
+  if (!IsSmall(n, inner, n) &&
+      MultiplyInBlocks(a, b, inner, UpdateOfTriangle(c, n, {}, {}, 0), KernelsFor(isa)) &&
+      ((!IsTriangular(a) && !IsTriangular(b)) || IsFinite(c, RowStart(n))))
+    return;
+  MultiplyLowerPlain(a, b, n, inner, c);
 }
 
 }  // namespace NQMath_940::internal

@@ -3,8 +3,7 @@
 #include <nqcommon/math/kernels/packed_kernels.h>
 #include <nqcommon/math/kernels/packed_triangle.h>
 
-#include <new>
-#include <optional>
+#include <algorithm>
 
 namespace NQMath_940::internal {
 namespace {
@@ -35,15 +34,16 @@ std::size_t CholeskyPlain(double* s, std::size_t n, const double* t, double eps,
 
 std::size_t Cholesky(double* s, std::size_t n, const double* t, double eps,
                      std::vector<bool>* aliased, Isa isa) {
-  std::optional<AlignedDoubles> work;
-  try {
-    work.emplace((n + kPanelTile) * kPanelTile);
-  } catch (const std::bad_alloc&) {
-    return CholeskyPlain(s, n, t, eps, aliased);
-  }
+  const PackedKernels& kernels = KernelsFor(isa);
+  // As many groups of rows as half of the second-level cache holds.
+  const std::size_t size = kernels.groupRows * (n + kernels.groupRows);
+  const std::size_t fitting = std::clamp<std::size_t>(Caches().l2 / 16 / size, 1, 8);
+  const std::size_t groups = std::min(fitting, n / kernels.groupRows + 1);
+  const auto work = AlignedDoubles::Try(groups * size);
+  if (!work) return CholeskyPlain(s, n, t, eps, aliased);
   if (aliased != nullptr) aliased->assign(n, false);
   CholeskyJob job{s, n, t, eps, aliased};
-  KernelsFor(isa).cholesky(job, work->data());
+  kernels.cholesky(job, work->data(), groups);
   return job.aliasedRows;
 }
 

@@ -10,8 +10,8 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
-#include <exception>
 #include <memory>
+#include <new>
 #include <vector>
 
 namespace NQMath_940::internal {
@@ -32,45 +32,122 @@ constexpr std::size_t PanelIndex(std::size_t depth, std::size_t p, std::size_t i
   return (i / kPanelTile * depth + p) * kPanelTile + i % kPanelTile;
 }
 
-// Zeroed doubles on a cache line boundary, where a vector never straddles two lines.
+// Doubles on a cache line boundary, where a vector never straddles two lines.
 class AlignedDoubles {
  public:
-  explicit AlignedDoubles(std::size_t size) : fvStorage(size + kLine - 1) {
-    const auto past = reinterpret_cast<std::uintptr_t>(fvStorage.data()) / sizeof(double) % kLine;
-    fpData = fvStorage.data() + (kLine - past) % kLine;
-  }
-  AlignedDoubles(const AlignedDoubles&) = delete;
-  AlignedDoubles& operator=(const AlignedDoubles&) = delete;
+  // Zeroed.
+  explicit AlignedDoubles(std::size_t size) : AlignedDoubles(new double[size + kLine]()) {}
 
-  // Null when there is no memory for them.
+  // Not initialised; null when there is no memory for them.
   static std::unique_ptr<AlignedDoubles> Try(std::size_t size) {
-    try {
-      return std::make_unique<AlignedDoubles>(size);
-    } catch (const std::exception&) {
-      return nullptr;
-    }
+    double* storage = new (std::nothrow) double[size + kLine];
+    if (storage == nullptr) return nullptr;
+    return std::unique_ptr<AlignedDoubles>(new (std::nothrow) AlignedDoubles(storage));
   }
 
   double* data() { return fpData; }
 
  private:
   static constexpr std::size_t kLine = 64 / sizeof(double);
-  std::vector<double> fvStorage;
+
+  explicit AlignedDoubles(double* storage) : fpStorage(storage) {
+    const auto past = reinterpret_cast<std::uintptr_t>(storage) / sizeof(double) % kLine;
+    fpData = storage + (kLine - past) % kLine;
+  }
+
+  std::unique_ptr<double[]> fpStorage;
   double* fpData;
 };
 
-// What the sweep keeps current at every pivot while the rest of the matrix waits for a panel of
-// pivots: the columns of the panel's rows, and the diagonal.
+// Vectors side by side, element i of vector p at data[i / tile * tileStep + i % tile + p * step].
+struct PanelView {
+  const double* data;
+  std::size_t tile;
+  std::size_t tileStep;
+  std::size_t step;
+
+  const double* At(std::size_t i) const { return data + i / tile * tileStep + i % tile; }
+};
+
+// A panel in tiles of `tile` elements, as PanelIndex counts them where the tiles are kPanelTile.
+inline PanelView PanelAt(const double* data, std::size_t depth, std::size_t tile = kPanelTile) {
+  return {data, tile, tile * depth, tile};
+}
+
+// Vectors first .. first + count - 1 of a panel.
+struct VectorRange {
+  std::size_t first;
+  std::size_t count;
+};
+
+// c(i,j) <- c(i,j) + a_0[i] b_0[j] + a_1[i] b_1[j] + ..., added one by one in this order, for
+// firstRow <= i < endRow and firstColumn <= j < endColumn; in a triangle only for j <= i.
+// Element 0 of a's vectors goes with firstRow, element 0 of b's with firstColumn.
+struct PanelUpdate {
+  double* c;         // element (0, 0)
+  double* end;       // behind the last element of the memory that c is in
+  std::size_t step;  // from row to row; 0 for the lower triangle packed by rows
+  std::size_t firstRow, endRow;
+  std::size_t firstColumn, endColumn;
+  PanelView a;         // endRow - firstRow elements each
+  PanelView b;         // tiles of kPanelTile, the last one padded
+  std::size_t count;   // vectors
+  bool fresh = false;  // c is taken for 0, whatever it holds
+
+  // Where the operands are triangles only some vectors differ from 0, and these alone are added up:
+  // a_p[i] for p + k <= i (kLower) or p + k >= i (kUpper), b_p[j] for p + k >= j (kLower) or
+  // p + k <= j (kUpper).
+  enum class Part { kAll, kLower, kUpper };
+  Part partOfA = Part::kAll, partOfB = Part::kAll;
+  std::size_t k = 0;
+
+  double* Row(std::size_t i) const { return c + (step == 0 ? RowStart(i) : i * step); }
+  std::size_t RowEnd(std::size_t i) const { return step == 0 && i < endColumn ? i + 1 : endColumn; }
+  // For the tile of `rows` x `columns` at (i, j).
+  VectorRange NonZeros(std::size_t i, std::size_t rows, std::size_t j, std::size_t columns) const {
+    std::size_t begin = k, behind = k + count;
+    if (partOfA == Part::kUpper && begin < i) begin = i;
+    if (partOfB == Part::kLower && begin < j) begin = j;
+    if (partOfA == Part::kLower && behind > i + rows) behind = i + rows;
+    if (partOfB == Part::kUpper && behind > j + columns) behind = j + columns;
+    return behind <= begin ? VectorRange{0, 0} : VectorRange{begin - k, behind - begin};
+  }
+};
+
+// The update of a whole triangle of order n.
+inline PanelUpdate UpdateOfTriangle(double* s, std::size_t n, const PanelView& a,
+                                    const PanelView& b, std::size_t count) {
+  return {.c = s,
+          .end = s + RowStart(n),
+          .step = 0,
+          .firstRow = 0,
+          .endRow = n,
+          .firstColumn = 0,
+          .endColumn = n,
+          .a = a,
+          .b = b,
+          .count = count};
+}
+
+// What the sweep keeps current while the rest of the matrix waits for a panel of pivots: the
+// diagonal at every pivot, and the column of a row of the panel when the row's turn comes.
 struct SweepPanel {
+  static constexpr std::size_t kMostPivots = 32;
+
+  // A row of the panel, whose column holds the first `pivots` pivots of the panel.
+  struct Row {
+    std::size_t row;
+    std::size_t pivots;
+  };
+
   SweepPanel(std::size_t order, std::size_t pivotsToHold)
       : n(order),
         depth(pivotsToHold),
         exempt(WholeTiles(n), -1),
-        storage((3 + 2 * depth) * WholeTiles(n) + depth * ColumnStep()),
+        storage((2 + 2 * depth) * WholeTiles(n) + depth * ColumnStep()),
         diagonal(storage.data()),
         reference(diagonal + WholeTiles(n)),
-        factor(reference + WholeTiles(n)),
-        u(factor + WholeTiles(n)),
+        u(reference + WholeTiles(n)),
         v(u + depth * WholeTiles(n)),
         columns(v + depth * WholeTiles(n)) {
     rows.reserve(depth);
@@ -82,17 +159,18 @@ struct SweepPanel {
   double* Column(std::size_t q) const { return columns + q * ColumnStep(); }
 
   std::size_t n;
-  std::size_t depth;
-  std::size_t pivots = 0;            // pivots held so far
-  std::vector<std::size_t> rows;     // the panel's rows, distinct
-  std::vector<std::int64_t> exempt;  // 0 for a row that is swept in, otherwise all ones
-  AlignedDoubles storage;            // of the arrays below, each padded to whole tiles
-  double* diagonal;                  // current diagonal
-  double* reference;                 // tolerance vector t
-  double* factor;                    // v of the last pivot
-  double* u;                         // panels: pivot p adds u_p[j] v_p[i] to (i, j), j <= i
+  std::size_t depth;                   // pivots that can be held
+  std::size_t pivots = 0;              // pivots held so far
+  std::size_t pivotRows[kMostPivots];  // and their rows
+  std::vector<Row> rows;               // distinct
+  std::vector<std::int64_t> exempt;    // 0 for a row that is swept in, otherwise all ones
+  std::size_t sweptEnd = 0;            // the rows from here on are exempt
+  AlignedDoubles storage;              // of the arrays below, each padded to whole tiles
+  double* diagonal;                    // current diagonal
+  double* reference;                   // tolerance vector t
+  double* u;                           // panels: pivot p adds u_p[j] v_p[i] to (i, j), j <= i
   double* v;
-  double* columns;  // current columns of the panel's rows
+  double* columns;  // of the panel's rows
 };
 
 // A triangle being factored, and how a pivot is made from its diagonal element and the sum of
@@ -127,15 +205,9 @@ struct CaseRows {
 };
 
 struct PackedKernels {
-  // s(i,j) <- s(i,j) + u_0[j] v_0[i] + u_1[j] v_1[i] + ..., j <= i, added one by one in this order;
-  // u and v are panels of the same depth of which the first `count` vectors are used.
-  void (*rankUpdate)(double* s, std::size_t n, const double* u, const double* v, std::size_t depth,
-                     std::size_t count);
-
-  // c(i,j) <- c(i,j) + a_0[i] b_0[j] + a_1[i] b_1[j] + ..., the same for a whole m x n matrix whose
-  // rows are `step` apart.
-  void (*addProduct)(double* c, std::size_t step, std::size_t m, std::size_t n, const double* a,
-                     const double* b, std::size_t depth, std::size_t count);
+  void (*update)(const PanelUpdate& job);
+  std::size_t
+      tileRows;  // the rows of a tile, which a panel `a` made for one update has as its tile
 
   // sums[j] += w[p] x_p[j], case after case; same[j] <- 0 when an x_p[j] differs from value[j]. All
   // arrays of n are padded to whole tiles here and in packCases.
@@ -153,16 +225,21 @@ struct PackedKernels {
   // Sweeps row k of the packed triangle, in or out, without any test and without allocating.
   void (*sweepRow)(double* s, std::size_t n, std::size_t k);
 
+  // Brings the column of row q of the panel up to date with the pivots held.
+  void (*catchUp)(SweepPanel& panel, std::size_t q);
+
   // Whether each swept row j stays above (s(j,j) - s(j,k) / p * s(j,k)) * eps * t[j] > -1, where k
-  // is row q of the panel and p its pivot. A NaN does not.
+  // is row q of the panel, its column up to date, and p its pivot. A NaN does not.
   bool (*keepsSweptRows)(const SweepPanel& panel, std::size_t q, double eps);
 
-  // Sweeps row q of the panel without any test: the panel's columns and the diagonal follow at
-  // once, and the pivot is appended to u and v for the rest of the matrix.
+  // Sweeps row q of the panel, its column up to date, without any test: the column and the diagonal
+  // follow at once, and the pivot is appended to u and v for the rest of the matrix.
   void (*sweepInPanel)(SweepPanel& panel, std::size_t q);
 
-  // Factors the triangle, S = L L'. work holds (n + kPanelTile) * kPanelTile doubles.
-  void (*cholesky)(CholeskyJob& job, double* work);
+  // Factors the triangle, S = L L', in groups of groupRows rows of which `groups` are made at a
+  // time. work holds groups * groupRows * (n + groupRows) doubles.
+  void (*cholesky)(CholeskyJob& job, double* work, std::size_t groups);
+  std::size_t groupRows;
 };
 
 // The table of `isa`, lowered to what the machine has.

@@ -14,8 +14,13 @@ namespace {
 // A deeper panel saves passes over the matrix, but each of its pivots passes over all its columns.
 // The bounds are measured.
 std::size_t PanelDepth(std::size_t n, std::size_t rows) {
-  const std::size_t depth = n <= 128 ? 8 : n <= 1500 ? 16 : 32;
+  const std::size_t depth = n <= 96 ? 8 : n <= 400 ? 16 : n <= 1500 ? 24 : 32;
   return std::min(depth, rows);
+}
+
+void Include(SweepPanel& panel, std::size_t row) {
+  panel.exempt[row] = 0;
+  panel.sweptEnd = std::max(panel.sweptEnd, row + 1);
 }
 
 // Leaves `panel` empty when there is no memory for it.
@@ -29,7 +34,23 @@ void TryMakePanel(std::optional<SweepPanel>& panel, std::size_t depth, const dou
   for (std::size_t i = 0; i < n; ++i) {
     panel->diagonal[i] = s[DiagIndex(i)];
     panel->reference[i] = t[i];
-    panel->exempt[i] = swept[i] ? 0 : -1;
+    if (swept[i]) Include(*panel, i);
+  }
+}
+
+// Calls f(element, place) for all elements of the panel's rows and their places in its columns: row
+// by row of the triangle, where neighbouring rows of the panel share cache lines.
+template <class Packed, class F>
+void ForEachInColumns(const SweepPanel& panel, Packed* s, F f) {
+  Packed* start[SweepPanel::kMostPivots];
+  for (std::size_t q = 0; q < panel.rows.size(); ++q) start[q] = s + RowStart(panel.rows[q].row);
+  for (std::size_t i = 0; i < panel.n; ++i) {
+    Packed* row = s + RowStart(i);
+    double* place = panel.columns + i;
+    for (std::size_t q = 0; q < panel.rows.size(); ++q, place += panel.ColumnStep()) {
+      const std::size_t k = panel.rows[q].row;
+      f(k <= i ? row[k] : start[q][i], *place);
+    }
   }
 }
 
@@ -40,22 +61,21 @@ void FillPanel(SweepPanel& panel, const double* s, std::span<const int> rows) {
   panel.pivots = 0;
   for (const int row : rows.first(std::min(panel.depth, rows.size()))) {
     const auto k = static_cast<std::size_t>(row);
-    if (std::find(panel.rows.begin(), panel.rows.end(), k) != panel.rows.end()) break;
-    double* column = panel.Column(panel.rows.size());
-    ForEachInRow(s, panel.n, k, [column](std::size_t i, double x) { column[i] = x; });
-    panel.rows.push_back(k);
+    const auto isK = [k](const SweepPanel::Row& r) { return r.row == k; };
+    if (std::any_of(panel.rows.begin(), panel.rows.end(), isK)) break;
+    panel.rows.push_back({k, 0});
   }
+  ForEachInColumns(panel, s, [](double element, double& place) { place = element; });
 }
 
 // Brings the rest of the matrix up to date with the panel.
-void FlushPanel(const SweepPanel& panel, double* s, const PackedKernels& kernels) {
+void FlushPanel(SweepPanel& panel, double* s, const PackedKernels& kernels) {
   if (panel.pivots == 0) return;
-  kernels.rankUpdate(s, panel.n, panel.u, panel.v, panel.depth, panel.pivots);
+  for (std::size_t q = 0; q < panel.rows.size(); ++q) kernels.catchUp(panel, q);
+  kernels.update(UpdateOfTriangle(s, panel.n, PanelAt(panel.v, panel.depth),
+                                  PanelAt(panel.u, panel.depth), panel.pivots));
   // The update ran over the panel's rows too, where a pivot scales its own row instead.
-  for (std::size_t q = 0; q < panel.rows.size(); ++q) {
-    const double* column = panel.Column(q);
-    ForEachInRow(s, panel.n, panel.rows[q], [column](std::size_t i, double& x) { x = column[i]; });
-  }
+  ForEachInColumns(panel, s, [](double& element, double place) { element = place; });
 }
 
 }  // namespace
@@ -119,7 +139,8 @@ void SweepRows(double* s, std::size_t n, std::span<const int> rows, double eps, 
   for (std::size_t entry = 0; entry < rows.size();) {
     FillPanel(*panel, s, rows.subspan(entry));
     for (std::size_t q = 0; q < panel->rows.size(); ++q, ++entry) {
-      const std::size_t k = panel->rows[q];
+      const std::size_t k = panel->rows[q].row;
+      kernels.catchUp(*panel, q);
       const double pivot = panel->diagonal[k];
       const bool done =
           swept[k] || (!(t[k] * eps >= pivot) && kernels.keepsSweptRows(*panel, q, eps));
@@ -127,7 +148,8 @@ void SweepRows(double* s, std::size_t n, std::span<const int> rows, double eps, 
       if (!done) continue;
       kernels.sweepInPanel(*panel, q);
       swept[k] = !swept[k];
-      panel->exempt[k] = swept[k] ? 0 : -1;
+      panel->exempt[k] = -1;
+      if (swept[k]) Include(*panel, k);
     }
     FlushPanel(*panel, s, kernels);
   }

@@ -89,6 +89,7 @@ bool AddThroughPanels(const Cases& cases, const std::vector<double>& center, Cas
   const std::size_t panels = cases.nWeights == 0 ? 1 : 2;
   const auto work = AlignedDoubles::Try((2 + panels * depth) * size);
   if (!work) return false;
+  std::fill_n(work->data(), 2 * size, 0.0);  // the padding of the two
   double* middle = work->data();
   double* sums = middle + size;
   double* centred = sums + size;
@@ -98,7 +99,8 @@ bool AddThroughPanels(const Cases& cases, const std::vector<double>& center, Cas
   ForEachBlock(cases, [&](const CaseRows& rows, const double* w) {
     AddWeights(rows, w, to);
     kernels.packCases(rows, w, middle, centred, weighted, depth, sums);
-    kernels.rankUpdate(s, rows.n, centred, weighted, depth, rows.count);
+    kernels.update(
+        UpdateOfTriangle(s, rows.n, PanelAt(weighted, depth), PanelAt(centred, depth), rows.count));
   });
   std::copy_n(sums, cases.nVars, to.sums.begin());
   return true;
