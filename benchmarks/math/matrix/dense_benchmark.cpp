@@ -1,53 +1,40 @@
 // Products of dense matrices through the classes, beside OpenBLAS on the same work, one thread:
 // ComputeMatrixProduct and ComputeProductMatrixTrans beside dgemm, R'R beside dsyrk, R'S R and R S
-// R' beside dsymm and dgemm. All matrices are square of the order given.
+// R' beside dsymm and dgemm, products of symmetric matrices beside dsymm. All matrices are square of the order given.
+#include <nqcommon/math/matrix/NQDiagMatrix.h>
 #include <nqcommon/math/matrix/NQRectMatrix.h>
 #include <nqcommon/math/matrix/NQSymMatrix.h>
 
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
 #include <random>
 #include <string>
 #include <vector>
 
+#include "support/blas.h"
 #include "support/ratio_reporter.h"
-
-extern "C" {
-void dgemm_(const char* transA, const char* transB, const int* m, const int* n, const int* k,
-            const double* alpha, const double* a, const int* lda, const double* b, const int* ldb,
-            const double* beta, double* c, const int* ldc);
-void dsymm_(const char* side, const char* uplo, const int* m, const int* n, const double* alpha,
-            const double* a, const int* lda, const double* b, const int* ldb, const double* beta,
-            double* c, const int* ldc);
-void dsyrk_(const char* uplo, const char* trans, const int* n, const int* k, const double* alpha,
-            const double* a, const int* lda, const double* beta, double* c, const int* ldc);
-void openblas_set_num_threads(int threads);
-}
 
 namespace {
 
+using NQMath_940::NQDiagMatrix;
 using NQMath_940::NQRectMatrix;
 using NQMath_940::NQSymMatrix;
 
-// The operands of both sides; the symmetric one is the triangle of a square.
+// The operands of both sides; the peer's symmetric ones are full squares.
 struct Operands {
   explicit Operands(int order)
-      : n(order), a(Square()), b(Square()), c(a.size()), work(a.size()), r(n, n, true) {
-    for (int i = 0; i < n; ++i) {
-      for (int j = 0; j < n; ++j) {
-        r.SetElem(i, j,
-                  a[static_cast<std::size_t>(i) * static_cast<std::size_t>(n) +
-                    static_cast<std::size_t>(j)]);
-      }
-    }
+      : n(order), a(Square()), b(Square()), c(a.size()), work(a.size()), r(n, n, true), d(n, true) {
+    std::copy(a.begin(), a.end(), r.GetRowPtr(0));
     s = NQSymMatrix(n, true);
-    for (double& x : s.AsVector()) x = Next();
+    g = NQSymMatrix(n, true);
+    for (NQSymMatrix* m : {&s, &g}) m->SetData(nqbench::RandomPacked(n, 1));
+    for (int i = 0; i < n; ++i) d.SetElem(i, nqbench::NextCentred(random));
   }
 
-  double Next() { return static_cast<double>(random()) / 4294967296.0 - 0.5; }
   std::vector<double> Square() {
     std::vector<double> square(static_cast<std::size_t>(n) * static_cast<std::size_t>(n));
-    for (double& x : square) x = Next();
+    for (double& x : square) x = nqbench::NextCentred(random);
     return square;
   }
 
@@ -55,7 +42,8 @@ struct Operands {
   std::mt19937 random{1};
   std::vector<double> a, b, c, work;
   NQRectMatrix r, rectOut;
-  NQSymMatrix s, symOut;
+  NQSymMatrix s, g, symOut;
+  NQDiagMatrix d;
 };
 
 constexpr double kOne = 1, kZero = 0;
@@ -64,8 +52,14 @@ void Gemm(Operands& o, const char* transA, const char* transB, const double* a, 
   dgemm_(transA, transB, &o.n, &o.n, &o.n, &kOne, a, &o.n, b, &o.n, &kZero, o.c.data(), &o.n);
 }
 
+// work = B A or A B, B symmetric, and c the same with work for A.
 void Symm(Operands& o, const char* side) {
   dsymm_(side, "L", &o.n, &o.n, &kOne, o.b.data(), &o.n, o.a.data(), &o.n, &kZero, o.work.data(),
+         &o.n);
+}
+void SymmTwice(Operands& o) {
+  Symm(o, "L");
+  dsymm_("R", "L", &o.n, &o.n, &kOne, o.b.data(), &o.n, o.work.data(), &o.n, &kZero, o.c.data(),
          &o.n);
 }
 
@@ -95,34 +89,31 @@ const Work kWorks[] = {
        Symm(o, "R");
        Gemm(o, "N", "T", o.work.data(), o.a.data());
      }},
+    {"GMG", [](Operands& o) { return o.g.ComputeGMG(o.s, o.symOut); }, "dsymm twice", SymmTwice},
+    {"GSG", [](Operands& o) { return o.s.ComputeGSG(o.g, o.symOut); }, "dsymm twice", SymmTwice},
+    {"DSD", [](Operands& o) { return o.s.ComputeGSG(o.d, o.symOut); }, "dsymm twice", SymmTwice},
+    {"LSL'", [](Operands& o) { return o.s.ComputeLSLTrans(o.g, o.symOut); }, "dsymm twice",
+     SymmTwice},
+    {"L'SL", [](Operands& o) { return o.s.ComputeLTransSL(o.g, o.symOut); }, "dsymm twice",
+     SymmTwice},
+    {"tr(SAB)", [](Operands& o) { return o.s.TraceOfProductOfThree(o.g, o.s) != 0; }, "dsymm",
+     [](Operands& o) { Symm(o, "L"); }},
 };
-
-template <class Run>
-void Register(const std::string& name, int n, Run run) {
-  benchmark::RegisterBenchmark((name + "/" + std::to_string(n)).c_str(),
-                               [n, run](benchmark::State& state) {
-                                 Operands operands(n);
-                                 for (auto _ : state) {
-                                   if (!run(operands)) state.SkipWithError("failed");
-                                   benchmark::ClobberMemory();
-                                 }
-                               })
-      ->Unit(benchmark::kMicrosecond)
-      ->MinTime(0.1)
-      ->Repetitions(3);
-}
 
 }  // namespace
 
 int main(int argc, char** argv) {
-  openblas_set_num_threads(1);
   for (const Work& work : kWorks) {
-    for (const int n : {100, 500, 1000}) {
-      Register(std::string(work.name) + "/ours", n, work.ours);
-      Register(std::string(work.name) + "/" + work.peer, n, [theirs = work.theirs](Operands& o) {
-        theirs(o);
-        return true;
-      });
+    for (const int n : {50, 100, 200, 500, 1000}) {
+      const auto time = [n](auto run) {
+        return [n, run](benchmark::State& state) {
+          Operands operands(n);
+          nqbench::TimeInPlace(state, [&] { return run(operands); });
+        };
+      };
+      nqbench::Register(std::string(work.name) + "/ours", n, time(work.ours));
+      nqbench::Register(std::string(work.name) + "/" + work.peer, n,
+                        time([theirs = work.theirs](Operands& o) { return theirs(o), true; }));
     }
   }
   return nqbench::RunWithRatios(argc, argv);

@@ -1,7 +1,6 @@
 // Means and cross-products of n weighted cases of p variables through NQMeansXProducts, beside
 // OpenBLAS, Eigen, Armadillo and the plain loop on the same cases, one thread. The order in the
-// table is p; n p is about the same for all. --isa=avx2 and --isa=baseline time the loops of older
-// processors as Compute's (set OPENBLAS_CORETYPE=Haswell for the peers to match).
+// table is p; n p is about the same for all.
 #include <nqcommon/math/matrix/NQRectMatrix.h>
 #include <nqcommon/math/stats/NQMeansXProducts.h>
 #include <nqcommon/math/stats/internal/case_products.h>
@@ -13,14 +12,11 @@
 #include <memory>
 #include <random>
 #include <string>
-#include <string_view>
 #include <utility>
 #include <vector>
 
 #include "math/stats/covariance_peers.h"
 #include "support/ratio_reporter.h"
-
-extern "C" void openblas_set_num_threads(int threads);
 
 namespace {
 
@@ -28,7 +24,6 @@ using NQMath_940::NQMeansXProducts;
 using NQMath_940::NQRectMatrix;
 using NQMath_940::internal::Cases;
 using NQMath_940::internal::CaseSums;
-using NQMath_940::internal::Isa;
 
 struct Setting {
   int n;
@@ -110,43 +105,21 @@ std::vector<double> RunPlain(const Setting& s) {
       [](auto&&... a) { NQMath_940::internal::AddProductsPlain(a...); });
 }
 
-// The form for an older processor.
-Run RunFor(Isa isa) {
-  return [isa](const Setting& s) {
-    return RunLoops(
-        s, [isa](auto&&... a) { NQMath_940::internal::AddSums(a..., isa); },
-        [isa](auto&&... a) { NQMath_940::internal::AddProducts(a..., isa); });
-  };
-}
-
 void Register(const char* name, const std::shared_ptr<Setting>& setting, const Run& run) {
-  benchmark::RegisterBenchmark((std::string(name) + "/" + std::to_string(setting->p)).c_str(),
-                               [setting, run](benchmark::State& state) {
-                                 std::vector<double> packed;
-                                 for (auto _ : state) {
-                                   packed = run(*setting);
-                                   benchmark::ClobberMemory();
-                                 }
-                                 if (!setting->Agrees(packed)) state.SkipWithError("differs");
-                               })
-      ->Unit(benchmark::kMicrosecond)
-      ->MinTime(0.1)
-      ->Repetitions(5);
+  nqbench::Register(name, setting->p, [setting, run](benchmark::State& state) {
+    std::vector<double> packed;
+    nqbench::TimeInPlace(state, [&] { return packed = run(*setting), true; });
+    if (!setting->Agrees(packed)) state.SkipWithError("differs");
+  });
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-  openblas_set_num_threads(1);
-  Run compute = RunCompute;
-  for (int i = 1; i < argc; ++i) {
-    if (std::string_view(argv[i]) == "--isa=avx2") compute = RunFor(Isa::kAvx2);
-    if (std::string_view(argv[i]) == "--isa=baseline") compute = RunFor(Isa::kBaseline);
-  }
   const std::pair<int, int> sizes[] = {{1000000, 10}, {200000, 50}, {100000, 100}, {20000, 500}};
   for (const auto& [n, p] : sizes) {
     const auto setting = std::make_shared<Setting>(n, p);
-    Register("Compute/ours", setting, compute);
+    Register("Compute/ours", setting, RunCompute);
     Register("Compute/dsyrk", setting, RunPeer<nqbench::WithBlas>);
     Register("Compute/Eigen", setting, RunPeer<nqbench::WithEigen>);
     Register("Compute/Armadillo", setting, RunPeer<nqbench::WithArmadillo>);
