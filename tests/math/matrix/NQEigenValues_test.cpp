@@ -8,6 +8,7 @@
 #include <tuple>
 
 #include "math/matrix/matrix_support.h"
+#include "support/displayed.h"
 #include "support/each.h"
 
 namespace NQMath_940 {
@@ -145,6 +146,9 @@ TEST_F(NQEigenValuesTest, NothingIsStale) {
     return values;
   };
   EXPECT_EQ(sorted(), Values({0.25, 3}));
+  EXPECT_NE(Displayed(eigen).find("fmOrthInfo\nNQSymMatrix display start\nThe number of rows = 0"),
+            std::string::npos)
+      << "reflections that nobody asked for";
   EXPECT_EQ(eigen.SetHMatrix(Sym({1, 8})), 2);
   EXPECT_EQ(sorted(), Values({1, 2})) << "the new H with the old E";
   EXPECT_EQ(eigen.GetSorted(values, vectors, true), 2) << "vectors after values alone";

@@ -270,5 +270,23 @@ TEST(NQRectMatrixEstimability, ResidualsOfProjection) {
   EXPECT_EQ(r.ResidOfOrthProjection(r, 1e-9, independent, remaining), 1) << "of itself";
 }
 
+// The second column, which has a NaN, counts as redundant: the others are independent.
+TEST(NQRectMatrixEstimability, NaNInOneRow) {
+  NQRectMatrix r = ToRect({{1, 1, 0}, {1, kNaN, 2}, {1, 5, 4}}), out, q;
+  NQSymMatrix s;
+  NQBitSet set, rest;
+  Indices kept;
+  Values x{7};
+  EXPECT_FALSE(r.SolveLinearSquare({1, 2, 3}, x, 0));
+  EXPECT_EQ((Indices{r.FindRedundancies(1e-9, set, false), r.FindNonRedunIndices(1e-9, kept, false),
+                     r.ExtractFullRank(1e-9, out, kept, false)}),
+            Indices(3, 1));
+  EXPECT_EACH(true, set == NQBitSet(Bits{true, false, true}), kept == (Indices{0, 2}),
+              out.GetElem(2, 1) == 4, r.EstimateLinearGI({1, 2, 3}, x, 1e-12) == 1);
+  EXPECT_EACH(true, r.QRDecompositionH(s, q), std::isnan(s.GetElem(1, 1)),
+              out.ResidOfOrthProjection(r, 1e-9, set, rest) == 2);
+  EXPECT_EACH(false, set.IsIn(1), r.IsEstimable(r, set, 1e-9), rest.InSet() > 0);
+}
+
 }  // namespace
 }  // namespace NQMath_940

@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <functional>
+#include <tuple>
 
 #include <support/compare.h>
 #include <support/special_values.h>
@@ -54,6 +55,25 @@ TEST(LobattoQuad, Integrals) {
   }
 }
 
+// f is 1 within 1 of the pivot. An end that moves is tried at 5 points more than 2 away from it.
+TEST(LobattoQuad, EndsMoveWhereAsked) {
+  for (const auto& [left, right, coef] :
+       {std::tuple{true, true, 1e-12}, {false, true, 0.5}, {true, false, 0.5}, {true, true, 0.0}}) {
+    int beyond[] = {0, 0};
+    Integrand f([&](double x) {
+      if (std::fabs(x - 1) > 2) ++beyond[x > 1];
+      return std::fabs(x - 1) <= 1 ? 1.0 : 0.0;
+    });
+    LobattoQuad quad(&f);
+    quad.SetAdjustLeft(left);
+    quad.SetAdjustRight(right);
+    quad.SetBoundaryAdjustmentCoef(coef);
+    quad.Integrate(-62, 64);
+    EXPECT_EQ(beyond[0] == 5, left && coef > 0) << left << right << coef << ": " << beyond[0];
+    EXPECT_EQ(beyond[1] == 5, right && coef > 0) << left << right << coef << ": " << beyond[1];
+  }
+}
+
 // |x - 1/4| is integrated exactly once a bound falls on 1/4: the limit leaves one exact rest.
 TEST(LobattoQuad, LimitsAndReuse) {
   Integrand kink([](double x) { return std::fabs(x - 0.25); });
@@ -80,6 +100,9 @@ TEST(LobattoQuad, LimitsAndReuse) {
   EXPECT_CLOSE(quad.Integrate(0, 1), 0.3125, 1e-15);
   EXPECT_EQ(quad.GetNIterations(), 2);
 
+  quad.SetCloseness(1);  // all of the span may be left out
+  quad.SetCloseness(0);
+  EXPECT_EQ(quad.Integrate(0, 1), 0);
   quad.SetIntegrand(nullptr);
   EXPECT_EQ(quad.Integrate(0, 1), 0);
 }

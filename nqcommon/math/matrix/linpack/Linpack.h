@@ -138,7 +138,7 @@ class NQ_API Linpack {
   // Cholesky's factor with pivoting (job 1; 0 without): E'A E = R'R, a <- R in the upper triangle.
   // jpvt   in: > 0 rows to be placed first, < 0 last, 0 free; out: jpvt[k - 1] is the row of A that
   //        moved to k. Free ones take the largest pivot left at each step.
-  // Result the number of positive pivots, p on success: stops at the first that is not.
+  // Result the number of positive pivots, p on success: stops at the first that is not, or is NaN.
   // work: p values.
   static int Dchdc(double* a, int lda, int p, double* work, int* jpvt, int job);
 
@@ -150,8 +150,8 @@ class NQ_API Linpack {
   static void Dchud(double* r, int ldr, int p, const double* x, double* z, int ldz, int nz,
                     const double* y, double* rho, double* c, double* s);
   // Row x' with responses y removed: R'R - x x' = new R'R. Result -1 when that is not positive
-  // definite, nothing but s changed; 1 when a residual norm would become the root of a negative
-  // number, and is set to -1.
+  // definite, or x or R has a NaN, nothing but s changed; 1 when a residual norm would become the
+  // root of a negative number, and is set to -1.
   static int Dchdd(double* r, int ldr, int p, const double* x, double* z, int ldz, int nz,
                    const double* y, double* rho, double* c, double* s);
   // Columns k .. l (1 <= k < l <= p) of R's matrix moved in a circle, R restored to a triangle:

@@ -36,10 +36,10 @@ int Linpack::Dchdc(double* a, int lda, int p, double* work, int* jpvt, int job) 
     int pivot = k;
     if (free.Contains(k)) {
       for (int l = k + 1; l < free.last; ++l) {
-        if (t(l, l) > t(pivot, pivot)) pivot = l;
+        if (!(t(l, l) <= t(pivot, pivot))) pivot = l;
       }
     }
-    if (t(pivot, pivot) <= 0) return k;
+    if (!(t(pivot, pivot) > 0)) return k;
     if (pivot != k) {
       exchange(k, pivot);
       std::swap(jpvt[k], jpvt[pivot]);
@@ -84,7 +84,7 @@ int Linpack::Dchdd(double* r, int ldr, int p, const double* x, double* z, int ld
   Blas1::DCopy(p, x, 1, s, 1);
   internal::SolveUpperTrans(factor, s);
   const double norm = Blas1::DNrm2(p, s, 1);
-  if (norm >= 1) return -1;
+  if (!(norm < 1)) return -1;
   double alpha = std::sqrt(1 - norm * norm);
   for (int i = p - 1; i >= 0; --i) {
     const double scale = alpha + std::fabs(s[i]);

@@ -45,7 +45,7 @@ void Linpack::Dqrdc(double* x, int ldx, int n, int p, double* qraux, int* jpvt, 
       int longest = l;
       double norm = 0;
       for (int j = l; j < free.last; ++j) {
-        if (!(qraux[j] > norm)) continue;
+        if (qraux[j] <= norm) continue;
         longest = j;
         norm = qraux[j];
       }

@@ -72,12 +72,25 @@ TEST(LinpackCholesky, AddsAndRemovesARow) {
 
     const Mat start = f.Normal();
     Mat tooLong(p + 2, 1, [](int, int) { return 100; }),
-        tooFar(p + 2, 1, [&](int i, int) { return i == p ? 5 : 0; });
+        notANumber = row, tooFar(p + 2, 1, [&](int i, int) { return i == p ? 5 : 0; });
+    notANumber(0, 0) = kNaN;
     EXPECT_EQ(f.Remove(tooLong), -1);
+    EXPECT_EQ(f.Remove(notANumber), -1);
     EXPECT_TRUE(IsNear(f.Normal(), start));
     EXPECT_EQ(f.Remove(tooFar), 1);
     f.Add(tooFar);
     EXPECT_EACH(true, f.rho[0] == -1, f.rho[1] == 0) << "a norm that is lost stays so";
+  }
+}
+
+// The published comparisons: what follows a NaN passes for larger, and a NaN is no positive pivot.
+TEST(LinpackCholesky, NaNPivot) {
+  for (int at : {0, 1, 2}) {
+    Mat a({{4, 0, 0}, {0, 9, 0}, {0, 0, 1}}), plain = a, work(3, 1);
+    a(at, at) = plain(at, at) = kNaN;
+    int jpvt[] = {0, 0, 0};
+    EXPECT_EQ(Linpack::Dchdc(a, a.ld, 3, work, jpvt, 1), at < 2 ? 2 : 0) << at;
+    EXPECT_EQ(Linpack::Dchdc(plain, a.ld, 3, work, nullptr, 0), at);
   }
 }
 
@@ -156,8 +169,12 @@ TEST(LinpackQR, DecomposesAndSolves) {
       }
     }
   }
-  Mat zero({{1, 0, 3}, {2, 0, 4}, {2, 0, 1}});
+  Mat notANumber({{1, 2}, {3, kNaN}});
   double qraux[3], y[] = {1, 2, 3}, b[3];
+  int jpvt[] = {0, 0};
+  Linpack::Dqrdc(notANumber, notANumber.ld, 2, 2, qraux, jpvt, b, 1);
+  EXPECT_EQ(jpvt[0], 2);
+  Mat zero({{1, 0, 3}, {2, 0, 4}, {2, 0, 1}});
   Linpack::Dqrdc(zero, zero.ld, 3, 3, qraux, nullptr, nullptr, 0);
   EXPECT_EQ(Linpack::Dqrsl(zero, zero.ld, 3, 3, qraux, y, nullptr, y, b, nullptr, nullptr, 100), 2);
 }
