@@ -10,13 +10,13 @@
 #include <nqcommon/model/NQVarList.h>
 #include <nqcommon/xml/save_format.h>
 
-#include "input_summaries.h"
 #include "pmml_document.h"
 #include "support/compare.h"
 #include "support/xmllint.h"
 #include "test_support.h"
 
 using namespace regression;
+using support::ModelData;
 
 namespace {
 
@@ -27,12 +27,17 @@ TEST(LinearRegression, ReadsPermittedForms) {
       "\xEF\xBB\xBF"
       "\"x\"\"1\",note, y \r\n+1.5,\"two\nlines, \"\"so\"\"\",-2e-3\r\n\r\n \" 7 \" , b ,+.5\r\n"
       "NA,b,1\n2,\"\",1\n3,c,NaN\n3,\"NA\",-1.7976931348623157e308\n  \n4,\"NA\",-3";
-  const ModelData data(Settings(FileOf(text), {}));
+  support::Team team(1, nullptr);
+  const ModelData data(Settings(FileOf(text), {}), team);
   EXPECT_EQ(data.Variables().GetVarAt(0)->GetVariableName(), "x\"1");
-  EXPECT_EQ(data.Categories(1), (std::vector<std::string>{"two\nlines, \"so\"", "b", "NA"}));
+  EXPECT_EQ(data.CategoriesOf(1), (std::vector<std::string>{"two\nlines, \"so\"", "b", "NA"}));
   EXPECT_EQ(data.Counts().missing, 4);
   std::vector<std::vector<double>> cases;
-  data.ForEachCase([&](const Case& taken) { cases.push_back(taken.values); });
+  support::Chunk chunk;
+  data.File().Load(0, chunk);
+  support::CaseReader taken(data);
+  taken.Start(chunk);
+  while (taken.Next()) cases.emplace_back(taken.Values(), taken.Values() + 3);
   EXPECT_EQ(cases, (std::vector<std::vector<double>>{{1.5, 0, -2e-3}, {7, 1, .5}, {4, 2, -3}}));
 }
 
@@ -53,10 +58,8 @@ TEST(LinearRegression, ReadsRowsAcrossBlocks) {
 TEST(LinearRegression, PmmlIsExact) {
   const std::string text =
       "g,x,f,y\n\"R&D \",1,2,11\nKüche,2,1,14\n\"R&D \",3,1,13\nKüche,4,1,16\n";
-  const ModelData data(Settings(FileOf(text), {{"freq-weight", "f"}}));
-  InputSummaries summaries(data);
-  const Regression fit = Fit(data, {}, &summaries);
-  const std::string pmml = PmmlDocument(data, fit, summaries);
+  const Fitted fitted(FileOf(text), {{"freq-weight", "f"}}, {.charts = true});
+  const std::string pmml = PmmlDocument(fitted.data, fitted.fit, {});
   const std::string model =
       "<RegressionModel functionName=\"regression\" algorithmName=\"leastSquares\" "
       "modelType=\"linearRegression\" targetFieldName=\"y\">\n"
@@ -151,7 +154,7 @@ TEST(LinearRegression, RefusesBadInputWithOneLineAndNoFiles) {
       {manyCategories, "--target y", "more than 1000 categories"},
       {good, "", "--target is required"},
       {good, "--target y --save /nowhere/fit", "cannot write /nowhere/fit"},
-      {good, "--target y --save \"$D/b.json\"", "two outputs are named"},
+      {good, "--target y --save \"$D/b.json\"", "b.json is the same file as --json"},
       {good, "--target y --what", "--what"},
   };
   for (const auto& row : rows) {
@@ -167,7 +170,7 @@ TEST(LinearRegression, RefusesBadInputWithOneLineAndNoFiles) {
                 "xsltproc");
   std::filesystem::remove_all(kDirectory);
   ExpectRefused(RunProgram("'" + file + "' --target y"), "cannot open");
-  ExpectRefused(RunProgram("'" + ::testing::TempDir() + "' --target y"), "not a regular file");
+  ExpectRefused(RunProgram("'" + ::testing::TempDir() + "' --target y"), "is a directory");
   EXPECT_EQ(RunProgram("--help").status, 0);
 }
 

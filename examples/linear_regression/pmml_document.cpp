@@ -1,18 +1,17 @@
 #include "pmml_document.h"
 
-#include <memory>
+#include <cstring>
+#include <ctime>
 #include <numeric>
-#include <sstream>
 #include <stdexcept>
 #include <vector>
 
 #include <nqcommon/model/INQVariable.h>
-#include <nqcommon/model/NQApplicInfo4XML.h>
 #include <nqcommon/output/NQPMMLExporter.h>
 #include <nqcommon/output/NQPMMLTags.h>
-#include <nqcommon/xml/XMLElement.h>
-#include <nqcommon/xml/write_tree.h>
 
+#include "support/text.h"
+#include "support/xml_tree.h"
 #include "version.h"
 
 using namespace NQPMMLTags;
@@ -20,15 +19,47 @@ using NQCommon_940::NQPMMLExporter;
 using NQCommon_940::NQStatus;
 using NQXML_940::NQVarList;
 using NQXML_940::XMLElement;
+using NQXML_940::XMLString;
+using support::Append;
+using support::ModelData;
+using support::NewElement;
+using support::Shortest;
+using support::Tree;
 
 namespace regression {
 namespace {
 
-// The element, taken over, when its export went well.
-XMLElement* Exported(const NQStatus& status, XMLElement* element) {
-  if (status.IsOK()) return element;
-  delete element;
-  throw std::runtime_error("PMML export failed with code " + std::to_string(status.GetErrorCode()));
+// What `fill` exports, when that went well.
+template <class Fill>
+Tree Exported(const Fill& fill) {
+  XMLElement* element = nullptr;
+  const NQStatus status = fill(element);
+  Tree tree(element);
+  if (!status.IsOK()) {
+    throw std::runtime_error("PMML export failed with code " +
+                             std::to_string(status.GetErrorCode()));
+  }
+  return tree;
+}
+
+// Not by the exporter, which signs a header that has no copyright line with one of its own: a
+// user's model does not carry that.
+Tree Header(const std::string& description, const PmmlOptions& options) {
+  Tree header = NewElement(XML_ELE_HEADER);
+  if (!options.copyright.empty()) header->AddAttribute(XML_ATT_HEADRIGHT, options.copyright);
+  header->AddAttribute(XML_ATT_DESCRIPTION, description);
+  Tree application = NewElement(XML_ELE_APPLICATION);
+  application->AddAttribute(XML_ATT_NAME, std::string(kProgramName));
+  application->AddAttribute(XML_ATT_VERSION, std::string(kProgramVersion));
+  Append(header, std::move(application));
+  if (!options.timestamp) return header;
+  const std::time_t now = std::time(nullptr);
+  char text[32];
+  ctime_r(&now, text);
+  Tree timestamp = NewElement(XML_ELE_TIMESTAMP);
+  timestamp->AddElement(XMLString::Create(std::string(text, std::strlen(text) - 1)));
+  Append(header, std::move(timestamp));
+  return header;
 }
 
 // "predicted" is the target for most consumers. The weights are no "frequencyWeight" or
@@ -38,81 +69,72 @@ const char* Usage(const ModelData& data, int position) {
   return position == data.TargetPosition() ? "predicted" : "supplementary";
 }
 
-XMLElement* MiningSchema(const ModelData& data) {
-  const NQVarList& variables = data.Variables();
-  XMLElement* schema = XMLElement::Create(XML_ELE_MININGSCHEMA);
-  for (int i = 0; i < variables.GetNumVars(); ++i) {
-    XMLElement* field = XMLElement::Create(XML_ELE_MININGFIELD);
-    field->AddAttribute(XML_ATT_MININGFIELDNAME, variables.GetVarAt(i)->GetVariableName());
+Tree MiningSchema(const ModelData& data) {
+  Tree schema = NewElement(XML_ELE_MININGSCHEMA);
+  for (int i = 0; i < data.Variables().GetNumVars(); ++i) {
+    Tree field = NewElement(XML_ELE_MININGFIELD);
+    field->AddAttribute(XML_ATT_MININGFIELDNAME, data.NameOf(i));
     field->AddAttribute(XML_ATT_MININGFIELDUSE, std::string(Usage(data, i)));
-    schema->AddElement(field);
+    Append(schema, std::move(field));
   }
   return schema;
 }
 
-XMLElement* RegressionTable(const ModelData& data, const Regression& fit) {
-  XMLElement* table = XMLElement::Create("RegressionTable");
-  table->AddAttribute("intercept", fit.intercept ? fit.coefficients.front().estimate : 0.0);
+Tree RegressionTable(const ModelData& data, const Regression& fit) {
+  Tree table = NewElement("RegressionTable");
+  table->AddAttribute("intercept",
+                      Shortest(fit.intercept ? fit.coefficients.front().estimate : 0.0));
   // Numeric predictors come before categorical ones.
   for (const bool categorical : {false, true}) {
     for (const Coefficient& c : fit.coefficients) {
       if (c.variable < 0 || c.redundant || (c.category >= 0) != categorical) continue;
-      XMLElement* predictor =
-          XMLElement::Create(categorical ? "CategoricalPredictor" : "NumericPredictor");
-      predictor->AddAttribute(XML_ATT_NAME,
-                              data.Variables().GetVarAt(c.variable)->GetVariableName());
-      if (categorical)
-        predictor->AddAttribute(XML_ATT_VALUE,
-                                data.Variables().GetEncoderAt(c.variable)->Decode(c.category));
-      predictor->AddAttribute("coefficient", c.estimate);
-      table->AddElement(predictor);
+      Tree predictor = NewElement(categorical ? "CategoricalPredictor" : "NumericPredictor");
+      predictor->AddAttribute(XML_ATT_NAME, data.NameOf(c.variable));
+      if (categorical) {
+        const auto code = static_cast<std::size_t>(c.category);
+        predictor->AddAttribute(XML_ATT_VALUE, data.CategoriesOf(c.variable)[code]);
+      }
+      predictor->AddAttribute("coefficient", Shortest(c.estimate));
+      Append(table, std::move(predictor));
     }
   }
   return table;
 }
 
-XMLElement* ModelStats(const ModelData& data, const NQPMMLExporter& exporter,
-                       InputSummaries& summaries) {
-  auto stats = std::unique_ptr<XMLElement>(XMLElement::Create(XML_ELE_MODELSTATS));
+Tree ModelStats(const ModelData& data, const NQPMMLExporter& exporter, const Regression& fit) {
+  Tree stats = NewElement(XML_ELE_MODELSTATS);
   for (int i = 0; i < data.NInputs(); ++i) {
-    XMLElement* input = nullptr;
-    const NQStatus status = exporter.ExportUniStats(summaries.Statistics(i), input);
-    stats->AddElement(Exported(status, input));
+    Append(stats, Exported([&](XMLElement*& out) {
+             return exporter.ExportUniStats(fit.summaries.Statistics(data, i), out);
+           }));
   }
-  return stats.release();
+  return stats;
 }
 
 }  // namespace
 
-std::string PmmlDocument(const ModelData& data, const Regression& fit, InputSummaries& summaries) {
+std::string PmmlDocument(const ModelData& data, const Regression& fit, const PmmlOptions& options) {
   const NQPMMLExporter exporter(nullptr);
-  const NQXML_940::NQApplicInfo4XML application(kProgramName, kProgramVersion, "");
-  const auto root = std::unique_ptr<XMLElement>(exporter.ExportPMMLElement());
-
-  XMLElement* part = nullptr;
-  NQStatus status =
-      exporter.ExportHeader(&application, "Linear regression of " + fit.target, false, part);
-  root->AddElement(Exported(status, part));
+  const Tree root(exporter.ExportPMMLElement());
+  Append(root, Header("Linear regression of " + fit.target, options));
 
   // Named one by one: without indices the regression weight, which has no role, would be left out.
   std::vector<int> all(static_cast<std::size_t>(data.Variables().GetNumVars()));
   std::iota(all.begin(), all.end(), 0);
-  status = exporter.ExportDataDictionary(data.Variables(), all, part);
-  root->AddElement(Exported(status, part));
+  Append(root, Exported([&](XMLElement*& out) {
+           return exporter.ExportDataDictionary(data.Variables(), all, out);
+         }));
 
-  XMLElement* model = XMLElement::Create(XML_ELE_REGRESSIONMODEL);
-  root->AddElement(model);
+  Tree model = NewElement(XML_ELE_REGRESSIONMODEL);
   model->AddAttribute(XML_ATT_FUNCTIONNAME, XML_VAL_REGRESSION);
   model->AddAttribute(XML_ATT_ALGORITHMNAME, std::string("leastSquares"));
   model->AddAttribute(XML_ATT_MODELTYPE, std::string("linearRegression"));
   model->AddAttribute("targetFieldName", fit.target);
-  model->AddElement(MiningSchema(data));
-  if (data.NInputs() > 0) model->AddElement(ModelStats(data, exporter, summaries));
-  model->AddElement(RegressionTable(data, fit));
-
-  std::ostringstream out;
-  NQXML_940::WriteTree(out, nullptr, root.get(), true);
-  return out.str() + "\n";
+  Append(model, MiningSchema(data));
+  if (data.NInputs() > 0) Append(model, ModelStats(data, exporter, fit));
+  Append(model, RegressionTable(data, fit));
+  Append(root, std::move(model));
+  return support::DocumentText(root);
 }
 
 }  // namespace regression

@@ -3,14 +3,19 @@
 
 #include <string>
 
-#include "input_summaries.h"
-#include "model_data.h"
 #include "regression.h"
 
 namespace regression {
 
+struct PmmlOptions {
+  std::string copyright;  // of the model's owner; empty: none
+  bool timestamp = false;
+};
+
 // Header, DataDictionary, and a RegressionModel with MiningSchema, ModelStats of the inputs and the
-// RegressionTable. Redundant coefficients have no predictor. The same fit gives the same bytes.
-std::string PmmlDocument(const ModelData& data, const Regression& fit, InputSummaries& summaries);
+// RegressionTable, whose numbers read back as the same doubles. Redundant coefficients have no
+// predictor. The same fit gives the same bytes unless there is a timestamp.
+std::string PmmlDocument(const support::ModelData& data, const Regression& fit,
+                         const PmmlOptions& options);
 
 }  // namespace regression

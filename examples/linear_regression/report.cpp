@@ -1,31 +1,31 @@
 #include "report.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <iomanip>
 #include <locale>
 #include <ostream>
 #include <sstream>
 #include <string_view>
-#include <utility>
 #include <vector>
+
+#include "support/text.h"
+
+using support::ModelData;
+using support::Shortest;
 
 namespace regression {
 namespace {
 
-// The columns of the table: significant digits, and the width that any number takes with them.
+// A column of a table: significant digits and a width that nearly any number has room in.
 struct ColumnOfTable {
   const char* title;
-  double Coefficient::*figure;
   int digits;
+  int width;
 };
-constexpr ColumnOfTable kTable[] = {{"Estimate", &Coefficient::estimate, 12},
-                                    {"Standard error", &Coefficient::stdError, 12},
-                                    {"t", &Coefficient::t, 7},
-                                    {"Significance", &Coefficient::sig, 7},
-                                    {"Lower 95%", &Coefficient::lower, 12},
-                                    {"Upper 95%", &Coefficient::upper, 12}};
+
+// Below this a significance is 0 as a double.
+constexpr double kLeastSignificance = 1e-307;
 
 std::string Figure(double x, int digits) {
   if (!std::isfinite(x)) return {};
@@ -35,10 +35,8 @@ std::string Figure(double x, int digits) {
   return out.str();
 }
 
-// A count, or a sum of fractional frequencies, as short as it can be told.
-std::string Shortest(double x) {
-  char text[32];
-  return {text, std::to_chars(text, text + sizeof text, x).ptr};
+std::string Significance(double sig) {
+  return sig < kLeastSignificance ? "< 1e-307" : Figure(sig, 5);
 }
 
 // Characters, not bytes, of UTF-8.
@@ -51,26 +49,78 @@ std::string Padded(const std::string& text, std::size_t width) {
   return text + std::string(width - std::min(width, Width(text)), ' ');
 }
 
-void PrintCoefficients(std::ostream& out, const std::vector<Coefficient>& coefficients) {
-  std::size_t width = 0;
-  for (const Coefficient& c : coefficients) width = std::max(width, Width(c.name));
-  const auto line = [&](const std::string& name, auto cell) {
-    out << Padded(name, width) << std::right;
-    for (const ColumnOfTable& column : kTable)
-      out << "  " << std::setw(column.digits + 7) << cell(column);  // sign, point, exponent
+std::string RightAligned(const std::string& text, int width) {
+  return std::string(static_cast<std::size_t>(std::max(0, width - static_cast<int>(Width(text)))),
+                     ' ') +
+         text;
+}
+
+// A table with named rows. `cell` gives the text of a row's column.
+template <class Row, std::size_t kColumns, class Name, class Text>
+void PrintTable(std::ostream& out, const ColumnOfTable (&columns)[kColumns],
+                const std::vector<Row>& rows, const char* title, Name name, Text cell) {
+  std::size_t width = Width(title);
+  for (const Row& row : rows) width = std::max(width, Width(name(row)));
+  const auto line = [&](const std::string& head, auto text) {
+    out << Padded(head, width);
+    for (std::size_t j = 0; j < kColumns; ++j)
+      out << ' ' << RightAligned(text(j), columns[j].width);
     out << '\n';
   };
-  line("", [](const ColumnOfTable& column) -> std::string { return column.title; });
-  for (const Coefficient& c : coefficients) {
-    line(c.name, [&c](const ColumnOfTable& column) -> std::string {
-      if (c.redundant) return column.figure == &Coefficient::estimate ? "redundant" : "";
-      return Figure(c.*column.figure, column.digits);
-    });
-  }
+  line(title, [&](std::size_t j) -> std::string { return columns[j].title; });
+  for (const Row& row : rows)
+    line(name(row), [&](std::size_t j) { return cell(row, j, columns[j].digits); });
+}
+
+void PrintCoefficients(std::ostream& out, const std::vector<Coefficient>& coefficients) {
+  constexpr ColumnOfTable kColumns[] = {{"Estimate", 10, 16}, {"Std. error", 8, 14},
+                                        {"t", 5, 11},         {"Significance", 5, 12},
+                                        {"Lower 95%", 6, 12}, {"Upper 95%", 6, 12}};
+  PrintTable(
+      out, kColumns, coefficients, "", [](const Coefficient& c) { return c.name; },
+      [](const Coefficient& c, std::size_t j, int digits) -> std::string {
+        if (c.redundant) return j == 0 ? "redundant" : "";
+        if (j == 3) return Significance(c.sig);
+        const double figures[] = {c.estimate, c.stdError, c.t, c.sig, c.lower, c.upper};
+        return Figure(figures[j], digits);
+      });
+}
+
+void PrintTerms(std::ostream& out, const ModelData& data, const Regression& fit) {
+  constexpr ColumnOfTable kColumns[] = {{"df", 0, 5},
+                                        {"F", 6, 14},
+                                        {"Significance", 5, 12},
+                                        {"Inflation (VIF)", 6, 16},
+                                        {"Standardized", 6, 14}};
+  PrintTable(
+      out, kColumns, fit.terms, "Input",
+      [&](const Term& term) { return data.NameOf(term.variable); },
+      [&](const Term& term, std::size_t j, int digits) -> std::string {
+        if (j == 0) return Shortest(term.df);
+        if (j == 1) return Figure(term.f, digits);
+        if (j == 2) return Significance(term.sig);
+        if (j == 3) return Figure(term.vif, digits);
+        if (data.IsCategorical(term.variable)) return "";
+        const auto found =
+            std::find_if(fit.coefficients.begin(), fit.coefficients.end(),
+                         [&](const Coefficient& c) { return c.variable == term.variable; });
+        return Figure(found->standardized, digits);
+      });
+}
+
+void PrintInfluence(std::ostream& out, const std::vector<InfluentialCase>& cases) {
+  constexpr ColumnOfTable kColumns[] = {
+      {"Cook's distance", 6, 16}, {"Leverage", 6, 12}, {"Residual", 6, 14}};
+  PrintTable(
+      out, kColumns, cases, "Row", [](const InfluentialCase& c) { return std::to_string(c.row); },
+      [](const InfluentialCase& c, std::size_t j, int digits) {
+        const double figures[] = {c.cooksDistance, c.leverage, c.residual};
+        return Figure(figures[j], digits);
+      });
 }
 
 std::string CasesLine(const Regression& fit) {
-  const CaseCounts& rows = fit.rows;
+  const support::CaseCounts& rows = fit.rows;
   std::string line = "Cases used: " + std::to_string(rows.used);
   if (fit.n != static_cast<double>(rows.used)) line += ", sum of frequencies " + Shortest(fit.n);
   line += "; dropped: " + std::to_string(rows.Dropped());
@@ -80,54 +130,54 @@ std::string CasesLine(const Regression& fit) {
   return line;
 }
 
-// ---- JSON ---------------------------------------------------------------------------------------
-
-std::string JsonNumber(double x) { return std::isfinite(x) ? Shortest(x) : "null"; }
-
-std::string JsonString(std::string_view text) {
-  constexpr char kHex[] = "0123456789abcdef";
-  std::string json = "\"";
-  for (const char c : text) {
-    if (c == '"' || c == '\\') {
-      json.append({'\\', c});
-    } else if (c >= 0 && c < ' ') {
-      json.append("\\u00").append({kHex[c >> 4], kHex[c & 15]});
-    } else {
-      json += c;
-    }
-  }
-  return json + '"';
-}
-
-std::string JsonCoefficient(const Coefficient& c) {
-  return "{\"name\": " + JsonString(c.name) + ", \"estimate\": " + JsonNumber(c.estimate) +
-         ", \"stdError\": " + JsonNumber(c.stdError) + ", \"t\": " + JsonNumber(c.t) +
-         ", \"sig\": " + JsonNumber(c.sig) + ", \"lower\": " + JsonNumber(c.lower) +
-         ", \"upper\": " + JsonNumber(c.upper) +
-         ", \"redundant\": " + (c.redundant ? "true" : "false") + "}";
-}
-
 }  // namespace
 
-void PrintReport(std::ostream& out, const Regression& fit) {
+void PrintReport(std::ostream& out, const ModelData& data, const Regression& fit) {
   out << "Linear regression of " << fit.target << (fit.intercept ? "" : " without intercept")
       << '\n'
-      << CasesLine(fit) << "\n\n";
+      << CasesLine(fit) << '\n';
+  std::string references;
+  for (int i = 0; i < data.NInputs(); ++i) {
+    if (!data.IsCategorical(i)) continue;
+    const auto code = static_cast<std::size_t>(data.ReferenceOf(i));
+    references +=
+        (references.empty() ? "" : ", ") + data.NameOf(i) + "=" + data.CategoriesOf(i)[code];
+  }
+  if (!references.empty()) out << "Reference categories: " << references << '\n';
+  out << '\n';
   PrintCoefficients(out, fit.coefficients);
 
-  const auto figure = [&](const std::string& name, double x, const std::string& remark) {
-    const std::string text = Figure(x, 12);
-    out << Padded(name, 29) << std::right << std::setw(19) << (text.empty() ? "undefined" : text)
-        << remark << '\n';
+  const auto figure = [&](const std::string& name, const std::string& text,
+                          const std::string& remark) {
+    out << Padded(name, 29) << RightAligned(text.empty() ? "undefined" : text, 17) << remark
+        << '\n';
+  };
+  const auto number = [&](const std::string& name, double x, const std::string& remark) {
+    figure(name, Figure(x, 10), remark);
   };
   const std::string origin = fit.intercept ? "" : " about zero";
   const std::string dfResidual = Shortest(fit.dfResidual) + " degrees of freedom";
   out << '\n';
-  figure("Residual standard deviation", fit.residualStdDev, "  on " + dfResidual);
-  figure("R squared" + origin, fit.rSquared, "");
-  figure("Adjusted R squared", fit.adjustedRSquared, "");
-  figure("F" + origin, fit.fStatistic, "  on " + Shortest(fit.dfModel) + " and " + dfResidual);
-  figure("Significance of F", fit.fSig, "");
+  number("Residual standard deviation", fit.residualStdDev, "  on " + dfResidual);
+  number("R squared" + origin, fit.rSquared, "");
+  number("Adjusted R squared", fit.adjustedRSquared, "");
+  number("F" + origin, fit.fStatistic, "  on " + Shortest(fit.dfModel) + " and " + dfResidual);
+  figure("Significance of F", Significance(fit.fSig), "");
+  number("Log-likelihood", fit.logLik,
+         "  AIC " + Figure(fit.aic, 8) + "  BIC " + Figure(fit.bic, 8));
+  number("Durbin-Watson", fit.durbinWatson, "");
+  number("Condition number", fit.conditionNumber, "  of the correlations");
+  const ResidualFigures& r = fit.residuals;
+  out << "\nResiduals  minimum " << Figure(r.min, 6) << "  quartiles " << Figure(r.q1, 6) << "  "
+      << Figure(r.median, 6) << "  " << Figure(r.q3, 6) << "  maximum " << Figure(r.max, 6) << '\n';
+  if (!fit.terms.empty()) {
+    out << '\n';
+    PrintTerms(out, data, fit);
+  }
+  if (!fit.influence.empty()) {
+    out << '\n';
+    PrintInfluence(out, fit.influence);
+  }
   std::string redundant;
   for (const Coefficient& c : fit.coefficients) {
     if (c.redundant) redundant += (redundant.empty() ? "" : ", ") + c.name;
@@ -135,24 +185,12 @@ void PrintReport(std::ostream& out, const Regression& fit) {
   if (!redundant.empty()) out << "\nRedundant, left out of the fit: " << redundant << '\n';
 }
 
-std::string ToJson(const Regression& fit) {
-  const std::pair<const char*, double> figures[] = {
-      {"n", fit.n},
-      {"nDropped", static_cast<double>(fit.rows.Dropped())},
-      {"rSquared", fit.rSquared},
-      {"adjustedRSquared", fit.adjustedRSquared},
-      {"residualStdDev", fit.residualStdDev},
-      {"fStatistic", fit.fStatistic},
-      {"fSig", fit.fSig},
-      {"dfModel", fit.dfModel},
-      {"dfResidual", fit.dfResidual}};
-  std::string json = "{\n";
-  for (const auto& [name, x] : figures)
-    json += "  " + JsonString(name) + ": " + JsonNumber(x) + ",\n";
-  json += "  \"coefficients\": [";
-  for (const Coefficient& c : fit.coefficients)
-    json += (&c == fit.coefficients.data() ? "\n    " : ",\n    ") + JsonCoefficient(c);
-  return json + "\n  ]\n}\n";
+void PrintCounts(std::ostream& out, const PredictionCounts& counts) {
+  out << "Predicted rows: " << counts.rows - counts.missing - counts.unseen << " of "
+      << counts.rows;
+  if (counts.missing > 0) out << "; " << counts.missing << " with a missing cell";
+  if (counts.unseen > 0) out << "; " << counts.unseen << " with an unknown category";
+  out << '\n';
 }
 
 }  // namespace regression

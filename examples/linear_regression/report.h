@@ -1,17 +1,18 @@
-// A fit as text for people and as JSON for programs.
+// A fit as text for people.
 #pragma once
 
 #include <iosfwd>
-#include <string>
 
+#include "prediction.h"
 #include "regression.h"
 
 namespace regression {
 
-// An aligned table, blank where a figure is not finite.
-void PrintReport(std::ostream& out, const Regression& fit);
+// Aligned tables of 100 columns for names of up to 16 characters; blank where a figure is not
+// finite.
+void PrintReport(std::ostream& out, const support::ModelData& data, const Regression& fit);
 
-// One object, described in README.md; null where a figure is not finite.
-std::string ToJson(const Regression& fit);
+// How many rows have a prediction: a line.
+void PrintCounts(std::ostream& out, const PredictionCounts& counts);
 
 }  // namespace regression

@@ -11,8 +11,9 @@
 #include <utility>
 #include <vector>
 
-#include "model_data.h"
 #include "regression.h"
+#include "support/model_data.h"
+#include "support/team.h"
 
 namespace regression {
 
@@ -37,26 +38,41 @@ inline std::string ContentOf(const std::string& path) {
   return {std::istreambuf_iterator<char>(in), {}};
 }
 
-// "inputs" and "categorical" are lists of one or two names, separated by a comma.
+// "inputs", "categorical", "missing" and "reference" are lists of one argument.
 inline NQXML_940::NQSettings Settings(const std::string& path, const Arguments& arguments) {
   NQXML_940::NQSettings settings;
   settings.AddSetting("data", path, true);
   settings.AddSetting("target", std::string("y"), true);
   for (const auto& [name, value] : arguments) {
-    const std::size_t comma = value.find(',');
-    std::vector<std::string> list = {value.substr(0, comma)};
-    if (comma != value.npos) list.push_back(value.substr(comma + 1));
-    if (name == "inputs" || name == "categorical")
-      settings.AddNewSetting(name, list, "");
+    if (name == "inputs" || name == "categorical" || name == "missing" || name == "reference")
+      settings.AddNewSetting(name, std::vector<std::string>{value}, "");
     else
       settings.AddSetting(name, value, true);
   }
   return settings;
 }
 
+// A file read in chunks of so many bytes, by so many threads.
+struct Reading {
+  std::uint64_t chunkBytes = support::CsvFile::kChunkBytes;
+  int threads = 1;
+};
+
+struct Fitted {
+  support::Team team;
+  support::ModelData data;
+  Regression fit;
+
+  Fitted(const std::string& path, const Arguments& arguments, const FitOptions& options = {},
+         const Reading& reading = {})
+      : team(reading.threads, nullptr),
+        data(Settings(path, arguments), team, reading.chunkBytes),
+        fit(Fit(data, options, team)) {}
+};
+
 inline Regression FitText(const std::string& text, const Arguments& arguments = {},
-                          const FitOptions& options = {}) {
-  return Fit(ModelData(Settings(FileOf(text), arguments)), options, nullptr);
+                          const FitOptions& options = {}, const Reading& reading = {}) {
+  return Fitted(FileOf(text), arguments, options, reading).fit;
 }
 
 }  // namespace regression

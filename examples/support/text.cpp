@@ -1,9 +1,12 @@
-#include "xml_text.h"
+#include "text.h"
 
+#include <algorithm>
+#include <charconv>
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
 
-namespace regression {
+namespace support {
 namespace {
 
 // The length of the sequence that the byte begins, 0 for a byte that begins none.
@@ -42,4 +45,34 @@ bool IsXmlText(std::string_view text) {
   return true;
 }
 
-}  // namespace regression
+std::string Quoted(std::string_view text) {
+  constexpr std::size_t kLongest = 60;
+  std::string quoted = "'" + std::string(text.substr(0, kLongest));
+  std::replace_if(
+      quoted.begin(), quoted.end(), [](char c) { return c >= 0 && c < ' '; }, ' ');
+  return quoted + (text.size() > kLongest ? "...'" : "'");
+}
+
+std::string Shortest(double x) {
+  char text[32];
+  return {text, std::to_chars(text, text + sizeof text, x).ptr};
+}
+
+std::string JsonString(std::string_view text) {
+  constexpr char kHex[] = "0123456789abcdef";
+  std::string json = "\"";
+  for (const char c : text) {
+    if (c == '"' || c == '\\') {
+      json.append({'\\', c});
+    } else if (c >= 0 && c < ' ') {
+      json.append("\\u00").append({kHex[c >> 4], kHex[c & 15]});
+    } else {
+      json += c;
+    }
+  }
+  return json + '"';
+}
+
+std::string JsonNumber(double x) { return std::isfinite(x) ? Shortest(x) : "null"; }
+
+}  // namespace support

@@ -4,7 +4,7 @@
 #include <chrono>
 #include <cstdint>
 
-namespace regression {
+namespace support {
 
 // Shown when standard error is a terminal and the work takes long enough to wonder about; wiped off
 // at the end.
@@ -29,4 +29,4 @@ class Progress {
   std::chrono::steady_clock::time_point fStart = std::chrono::steady_clock::now();
 };
 
-}  // namespace regression
+}  // namespace support

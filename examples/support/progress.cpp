@@ -6,7 +6,7 @@
 #include <iostream>
 #include <string>
 
-namespace regression {
+namespace support {
 
 Progress::Progress(std::uint64_t total)
     : fTotal(std::max<std::uint64_t>(total, 1)), fOnTerminal(isatty(STDERR_FILENO) == 1) {}
@@ -26,4 +26,4 @@ void Progress::Draw(std::uint64_t done) {
   std::cerr << '\r' << '[' << bar << "] " << static_cast<int>(100 * share) << '%' << std::flush;
 }
 
-}  // namespace regression
+}  // namespace support

@@ -1,0 +1,14 @@
+// The variables of a fit in the library's save format.
+#pragma once
+
+#include <string>
+
+#include "regression.h"
+
+namespace regression {
+
+// Gives the variables of `data` what the fit knows of them, and writes them. Throws
+// std::runtime_error when a name or a category is too long to be read back.
+std::string SavedVariables(support::ModelData& data, const Regression& fit);
+
+}  // namespace regression
