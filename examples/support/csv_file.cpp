@@ -255,7 +255,7 @@ std::uint64_t CsvFile::RowStart(std::uint64_t chunk, std::uint64_t base, Chunk& 
     result.isCut = have > kLongestRow + fChunkBytes;
     if (result.isCut) return base + have;
     from = have;
-    buffer.resize(have + std::max(kStep, have));
+    buffer.resize(std::min(have + std::max(kStep, have), kLongestRow + fChunkBytes + 1));
     buffer.resize(have + ReadAt(base + have, buffer.data() + have, buffer.size() - have));
     if (buffer.size() == have) Fail(fPath + " has changed while it was read");
   }

@@ -123,8 +123,10 @@ void ModelData::ChooseFields(const NQSettings& settings) {
   const std::vector<std::string>& names = fFile.ColumnNames();
   std::map<std::string, std::string> roles;
   const auto choose = [&](const std::string& name, const char* role) {
-    if (std::find(names.begin(), names.end(), name) == names.end())
-      Fail("no column " + Quoted(name));
+    if (std::find(names.begin(), names.end(), name) == names.end()) {
+      Fail("no column " + Quoted(name) +
+           (names[0].starts_with('#') ? "; is line 1 a comment? They are not passed over" : ""));
+    }
     const auto [place, isNew] = roles.emplace(name, role);
     if (!isNew) Fail("column " + Quoted(name) + " is both " + place->second + " and " + role);
     fFields.push_back({name, false, {}, {}, 0});
@@ -177,10 +179,7 @@ void ModelData::RefuseCells(const ScanPart& scan) const {
   const std::int64_t line = fFile.LineInFile(first->chunk, first->line);
   std::string message = "line " + std::to_string(line) + ", column " + Quoted(NameOf(column)) +
                         ": " + Quoted(first->text) + Complaint(first->reading);
-  if (column < fNInputs) {
-    message += "; --missing or --categorical tells what it is among " +
-               std::to_string(scan.fields[static_cast<std::size_t>(column)].numbers) + " numbers";
-  }
+  if (column < fNInputs) message += "; --missing or --categorical tells what it is";
   Fail(message);
 }
 

@@ -37,15 +37,22 @@ void WriteFile(const std::string& path, const std::string& content, const std::s
   throw std::runtime_error("cannot write " + name + reason);
 }
 
+// The path without links, also where the last one leads to nothing yet.
+fs::path Resolved(fs::path path) {
+  constexpr int kMostLinks = 40;  // as the system allows
+  std::error_code error;
+  path = fs::absolute(path);
+  for (int i = 0; i < kMostLinks && fs::is_symlink(path, error); ++i) {
+    const fs::path next = fs::read_symlink(path, error);
+    path = next.is_absolute() ? next : path.parent_path() / next;
+  }
+  const fs::path resolved = fs::weakly_canonical(path, error);
+  return error ? path.lexically_normal() : resolved;
+}
+
 bool IsSameFile(const std::string& one, const std::string& other) {
   std::error_code error;
-  if (fs::equivalent(one, other, error)) return true;
-  const auto plain = [](const std::string& path) {
-    std::error_code unknown;
-    const fs::path resolved = fs::weakly_canonical(fs::absolute(path), unknown);
-    return unknown ? fs::absolute(path).lexically_normal() : resolved;
-  };
-  return plain(one) == plain(other);
+  return fs::equivalent(one, other, error) || Resolved(one) == Resolved(other);
 }
 
 }  // namespace
