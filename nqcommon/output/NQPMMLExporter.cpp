@@ -19,6 +19,7 @@ using NQXML_940::XMLString;
 using NQXML_940::internal::ElementPtr;
 using NQXML_940::internal::NewElement;
 using NQXML_940::internal::NonEmpty;
+using NQXML_940::internal::NotMissing;
 
 namespace {
 
@@ -42,9 +43,10 @@ ElementPtr NewFrequencies(const std::vector<double>& frequencies) {
 ElementPtr NewNumericInfo(const NQUniStats::Summary& summary) {
   // An accumulator of maxima that saw no case may hold the negated system-missing value.
   const bool hasMaximum = !NQMV::IsMissing(-summary.fMaximum);
-  return NewElement(XML_ELE_NUMERICINFO, XML_ATT_MINIMUM, summary.fMinimum, XML_ATT_MAXIMUM,
-                    hasMaximum ? summary.fMaximum : NQMV::Missing(), XML_ATT_MEAN, summary.fMean,
-                    XML_ATT_STDDEV, summary.fStdDev);
+  return NewElement(XML_ELE_NUMERICINFO, XML_ATT_MINIMUM, NotMissing{summary.fMinimum},
+                    XML_ATT_MAXIMUM, NotMissing{hasMaximum ? summary.fMaximum : NQMV::Missing()},
+                    XML_ATT_MEAN, NotMissing{summary.fMean}, XML_ATT_STDDEV,
+                    NotMissing{summary.fStdDev});
 }
 
 }  // namespace
@@ -91,9 +93,8 @@ NQStatus NQPMMLExporter::ExportUniStats(const NQUniStats& statistics, XMLElement
   if (!statistics.IsValid()) return {kStatisticsNotValid, false};
   ElementPtr element =
       NewElement(XML_ELE_UNIVARIATESTATS, XML_ATT_FIELD, statistics.GetVariableName());
-  ElementPtr counts = NewElement(XML_ELE_COUNTS);
-  counts->AddAttribute(XML_ATT_TOTALFREQ, statistics.GetNCases());
-  element->AddElement(counts.release());
+  element->AddElement(
+      NewElement(XML_ELE_COUNTS, XML_ATT_TOTALFREQ, statistics.GetNCases()).release());
   if (statistics.IsCategorical()) {
     ElementPtr discrete = NewElement(XML_ELE_DISCRSTATS);
     discrete->AddElement(NewFrequencies(statistics.GetFrequencies()).release());
@@ -115,8 +116,9 @@ void ExportCutPointsFreqs(const std::vector<double>& cutPoints, const std::vecto
   ElementPtr element = NewElement(XML_ELE_CONTSTATS);
   const std::string& closure = openLeft ? XML_VAL_OPENCLOSED : XML_VAL_CLOSEDOPEN;
   for (std::size_t i = 1; i < cutPoints.size(); ++i) {
-    element->AddElement(NewElement(XML_ELE_INTERVAL, XML_ATT_LEFTMARGIN, cutPoints[i - 1],
-                                   XML_ATT_RIGHTMARGIN, cutPoints[i], XML_ATT_CLOSURE, closure)
+    element->AddElement(NewElement(XML_ELE_INTERVAL, XML_ATT_LEFTMARGIN,
+                                   NotMissing{cutPoints[i - 1]}, XML_ATT_RIGHTMARGIN,
+                                   NotMissing{cutPoints[i]}, XML_ATT_CLOSURE, closure)
                             .release());
   }
   if (!cutPoints.empty() && !freqs.empty()) element->AddElement(NewFrequencies(freqs).release());

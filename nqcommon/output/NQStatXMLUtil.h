@@ -23,8 +23,8 @@ namespace NQXML_940 {
 //             element is passed once. Null elements are passed over. In braces a list needs its
 //             type where texts or numbers could stand too: Elements{a, b}.
 // Attributes  in the order told, as many as are told. A name, label or description in [brackets] is
-//             left out when it is empty, and a number when it is system-missing. bool is "true" or
-//             "false"; numbers are as ReplaceSep writes them, so infinity is inf.
+//             left out when it is empty, a number in brackets when it is system-missing. bool is
+//             "true" or "false"; numbers are as ReplaceSep writes them, so infinity is inf.
 // Lists       items with single blanks between them, as one text; none where there are no items. A
 //             null pointer or a count below 1 is an empty list. The time is linear.
 // Failure     nothing is checked: names, kinds and sizes are written as they are told.
@@ -73,10 +73,12 @@ class NQ_API NQStatXMLUtil {
   static void AddDoublesList(XMLElement& element, const std::vector<double>& values);
   static void AddDoublesList(XMLElement& element, const double* values, int n);
 
-  // Strings through ReplaceSpecialChar; each between double quotes when there is a blank in any.
+  // Strings through ReplaceSpecialChar; each between double quotes when there is a blank in any. An
+  // empty string leaves a trace only between quotes: readers lose it else, so give it a name.
   //   a b|c    "a b" "c"
   //   a|c      a c
   //   a"b|c    a\"b c
+  //   |a       a, after a blank
   static void AddStringList(XMLElement& element, const std::vector<std::string>& values);
 
   // `out` becomes `in` with a backslash before each double quote and each backslash. Both may be
@@ -100,13 +102,12 @@ class NQ_API NQStatXMLUtil {
   static XMLElement* CreateElemVarData(const std::string& name, const std::string& description,
                                        const NQVariateData& data);
 
-  // Counts totalFreq missingFreq invalidFreq cardinality. The total is written even when missing,
-  // the cardinality when it is 0 or more.
+  // Counts totalFreq [missingFreq] [invalidFreq] cardinality, the last when it is 0 or more.
   static XMLElement* CreateElemCounts(const NQXMLCounts& counts);
   static XMLElement* CreateElemCounts(double total, double missing, double invalid,
                                       double cardinality);
 
-  // Statistic name value.
+  // Statistic name value, without the value where the number is system-missing.
   static XMLElement* CreateElemStatistic(const std::string& name, const std::string& value);
   static XMLElement* CreateElemStatistic(const std::string& name, double value);
 
@@ -158,7 +159,7 @@ class NQ_API NQStatXMLUtil {
 
   // ---- Fields and parameters (NQStatXMLUtil_model.cpp) ------------------------------------------
 
-  // FieldInfo fieldName fieldValue isNull.
+  // FieldInfo fieldName fieldValue isNull, without the value where the number is system-missing.
   static XMLElement* CreateElemFieldInfo(const std::string& name, const std::string& value,
                                          bool isNull);
   static XMLElement* CreateElemFieldInfo(const std::string& name, double value, bool isNull);

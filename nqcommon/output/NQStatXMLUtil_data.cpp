@@ -12,6 +12,7 @@ using namespace NQStatXMLTags;
 using internal::ElementPtr;
 using internal::NewElement;
 using internal::NonEmpty;
+using internal::NotMissing;
 using internal::PassedElements;
 
 namespace {
@@ -88,10 +89,9 @@ XMLElement* NQStatXMLUtil::CreateElemCounts(const NQXMLCounts& counts) {
 
 XMLElement* NQStatXMLUtil::CreateElemCounts(double total, double missing, double invalid,
                                             double cardinality) {
-  ElementPtr element = NewElement(XML_ELE_COUNTS);
-  element->AddAttribute(XML_ATT_TOTALFREQ, total);
-  internal::AddAttributes(*element, NQPMMLTags::XML_ATT_MISSINGFREQ, missing,
-                          NQPMMLTags::XML_ATT_INVALIDFREQ, invalid);
+  ElementPtr element =
+      NewElement(XML_ELE_COUNTS, XML_ATT_TOTALFREQ, total, NQPMMLTags::XML_ATT_MISSINGFREQ,
+                 NotMissing{missing}, NQPMMLTags::XML_ATT_INVALIDFREQ, NotMissing{invalid});
   if (cardinality >= 0) element->AddAttribute(NQPMMLTags::XML_ATT_CARDINALITY, cardinality);
   return element.release();
 }
@@ -104,7 +104,7 @@ XMLElement* NQStatXMLUtil::CreateElemStatistic(const std::string& name, const st
 
 XMLElement* NQStatXMLUtil::CreateElemStatistic(const std::string& name, double value) {
   return NewElement(XML_ELE_STATISTIC, NQPMMLTags::XML_ATT_NAME, name, NQPMMLTags::XML_ATT_VALUE,
-                    value)
+                    NotMissing{value})
       .release();
 }
 

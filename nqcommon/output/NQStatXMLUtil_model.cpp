@@ -55,7 +55,7 @@ XMLElement* NQStatXMLUtil::CreateElemFieldInfo(const std::string& name, const st
 }
 
 XMLElement* NQStatXMLUtil::CreateElemFieldInfo(const std::string& name, double value, bool isNull) {
-  return FieldInfo(name, value, isNull);
+  return FieldInfo(name, internal::NotMissing{value}, isNull);
 }
 
 XMLElement* NQStatXMLUtil::CreateElemCovariate(const std::string& field, int power) {

@@ -20,6 +20,11 @@ struct NonEmpty {
   const std::string& text;
 };
 
+// The value of an attribute that is there only when the number is not system-missing.
+struct NotMissing {
+  double number;
+};
+
 inline void AddAttribute(XMLElement& element, const std::string& name, const std::string& value) {
   element.AddAttribute(name, value);
 }
@@ -28,9 +33,12 @@ inline void AddAttribute(XMLElement& element, const std::string& name, NonEmpty 
   if (!value.text.empty()) element.AddAttribute(name, value.text);
 }
 
-// A missing number has no attribute.
 inline void AddAttribute(XMLElement& element, const std::string& name, double value) {
-  if (!NQCommon_940::NQMV::IsMissing(value)) element.AddAttribute(name, value);
+  element.AddAttribute(name, value);
+}
+
+inline void AddAttribute(XMLElement& element, const std::string& name, NotMissing value) {
+  if (!NQCommon_940::NQMV::IsMissing(value.number)) element.AddAttribute(name, value.number);
 }
 
 inline void AddAttribute(XMLElement& element, const std::string& name, int value) {
