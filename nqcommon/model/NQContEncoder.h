@@ -2,6 +2,7 @@
 
 #include <iosfwd>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <nqcommon/export.h>
@@ -43,7 +44,7 @@ class NQ_API NQContEncoder final : public NQNumericEncoder {
   double DecodeNum(int bin) const override;
 
   const NQBinningEncoder& GetBinning() const { return fBinning; }
-  void SetBinning(const NQBinningEncoder& binning) { fBinning = binning; }
+  void SetBinning(NQBinningEncoder binning) { fBinning = std::move(binning); }
 
   NQContEncoder* Clone() const override;
 

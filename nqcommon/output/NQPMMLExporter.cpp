@@ -8,10 +8,13 @@
 #include <nqcommon/output/NQPMMLTags.h>
 #include <nqcommon/output/internal/joined_list.h>
 #include <nqcommon/output/internal/new_element.h>
+#include <nqcommon/output/internal/pmml_export.h>
 
 namespace NQCommon_940 {
 
 using namespace NQPMMLTags;
+using internal::Export;
+using internal::NewExtension;
 using NQXML_940::NQApplicInfo4XML;
 using NQXML_940::NQUniStats;
 using NQXML_940::XMLElement;
@@ -49,70 +52,8 @@ ElementPtr NewNumericInfo(const NQUniStats::Summary& summary) {
                     NotMissing{summary.fStdDev});
 }
 
-}  // namespace
-
-// ---- Root and header ----------------------------------------------------------------------------
-
-XMLElement* NQPMMLExporter::ExportPMMLElement() const {
-  return NewElement(XML_ELE_PMMLMODEL, XML_ATT_VERSION, XML_VAL_PMMLVERSION42, XML_ATT_XMLNS,
-                    XML_VAL_PMMLNAMESPACE42, XML_ATT_XMLNSXSI, XML_VAL_SCHEMAINSTANCE,
-                    XML_ATT_SCHEMALOC, XML_VAL_SCHEMAFILE42)
-      .release();
-}
-
-XMLElement* NQPMMLExporter::ExportPMMLElement40() const { return ExportPMMLElement(); }
-
-NQStatus NQPMMLExporter::ExportHeader(const NQApplicInfo4XML* info, const std::string& description,
-                                      bool withTimestamp, XMLElement*& out) const {
-  out = nullptr;
-  const NQApplicInfo4XML application = info ? *info : NQApplicInfo4XML();
-  const std::string& copyright = application.GetCopyright();
-  ElementPtr header = NewElement(XML_ELE_HEADER, XML_ATT_HEADRIGHT,
-                                 copyright.empty() ? XML_VAL_HEADRIGHT : copyright,
-                                 XML_ATT_DESCRIPTION, NonEmpty{description});
-  const std::string& name = application.GetApplicationName();
-  const std::string& version = application.GetApplicationVersion();
-  if (!name.empty() || !version.empty()) {
-    header->AddElement(NewElement(XML_ELE_APPLICATION, XML_ATT_NAME, NonEmpty{name},
-                                  XML_ATT_VERSION, NonEmpty{version})
-                           .release());
-  }
-  if (withTimestamp) {
-    ElementPtr timestamp = NewElement(XML_ELE_TIMESTAMP);
-    timestamp->AddElement(XMLString::Create(LocalTime()));
-    header->AddElement(timestamp.release());
-  }
-  out = header.release();
-  return {};
-}
-
-// ---- Statistics ---------------------------------------------------------------------------------
-
-NQStatus NQPMMLExporter::ExportUniStats(const NQUniStats& statistics, XMLElement*& out) const {
-  out = nullptr;
-  if (!statistics.IsValid()) return {kStatisticsNotValid, false};
-  ElementPtr element =
-      NewElement(XML_ELE_UNIVARIATESTATS, XML_ATT_FIELD, statistics.GetVariableName());
-  element->AddElement(
-      NewElement(XML_ELE_COUNTS, XML_ATT_TOTALFREQ, statistics.GetNCases()).release());
-  if (statistics.IsCategorical()) {
-    ElementPtr discrete = NewElement(XML_ELE_DISCRSTATS);
-    discrete->AddElement(NewFrequencies(statistics.GetFrequencies()).release());
-    element->AddElement(discrete.release());
-  } else {
-    element->AddElement(NewNumericInfo(statistics.GetSummary()).release());
-    XMLElement* continuous;
-    ExportCutPointsFreqs(statistics.GetCutPoints(), statistics.GetFrequencies(),
-                         statistics.IsOpenLeft(), continuous);
-    element->AddElement(continuous);
-  }
-  out = element.release();
-  return {};
-}
-
-void ExportCutPointsFreqs(const std::vector<double>& cutPoints, const std::vector<double>& freqs,
-                          bool openLeft, XMLElement*& out) {
-  out = nullptr;
+ElementPtr NewContStats(const std::vector<double>& cutPoints,
+                        const std::vector<double>& frequencies, bool openLeft) {
   ElementPtr element = NewElement(XML_ELE_CONTSTATS);
   const std::string& closure = openLeft ? XML_VAL_OPENCLOSED : XML_VAL_CLOSEDOPEN;
   for (std::size_t i = 1; i < cutPoints.size(); ++i) {
@@ -121,8 +62,78 @@ void ExportCutPointsFreqs(const std::vector<double>& cutPoints, const std::vecto
                                    NotMissing{cutPoints[i]}, XML_ATT_CLOSURE, closure)
                             .release());
   }
-  if (!cutPoints.empty() && !freqs.empty()) element->AddElement(NewFrequencies(freqs).release());
-  out = element.release();
+  if (!cutPoints.empty() && !frequencies.empty())
+    element->AddElement(NewFrequencies(frequencies).release());
+  return element;
+}
+
+}  // namespace
+
+// ---- Root and header ----------------------------------------------------------------------------
+
+XMLElement* NQPMMLExporter::ExportPMMLElement() const {
+  XMLElement* root;
+  Export(root, [] {
+    return NewElement(XML_ELE_PMMLMODEL, XML_ATT_VERSION, XML_VAL_PMMLVERSION42, XML_ATT_XMLNS,
+                      XML_VAL_PMMLNAMESPACE42, XML_ATT_XMLNSXSI, XML_VAL_SCHEMAINSTANCE,
+                      XML_ATT_SCHEMALOC, XML_VAL_SCHEMAFILE42);
+  });
+  return root;
+}
+
+XMLElement* NQPMMLExporter::ExportPMMLElement40() const { return ExportPMMLElement(); }
+
+NQStatus NQPMMLExporter::ExportHeader(const NQApplicInfo4XML* info, const std::string& description,
+                                      bool withTimestamp, XMLElement*& out) const {
+  return Export(out, [&] {
+    const NQApplicInfo4XML application = info ? *info : NQApplicInfo4XML();
+    const std::string& copyright = application.GetCopyright();
+    ElementPtr header = NewElement(XML_ELE_HEADER, XML_ATT_HEADRIGHT,
+                                   copyright.empty() ? XML_VAL_HEADRIGHT : copyright,
+                                   XML_ATT_DESCRIPTION, NonEmpty{description});
+    const std::string& name = application.GetApplicationName();
+    const std::string& version = application.GetApplicationVersion();
+    if (!name.empty() || !version.empty()) {
+      header->AddElement(NewElement(XML_ELE_APPLICATION, XML_ATT_NAME, NonEmpty{name},
+                                    XML_ATT_VERSION, NonEmpty{version})
+                             .release());
+    }
+    if (withTimestamp) {
+      ElementPtr timestamp = NewElement(XML_ELE_TIMESTAMP);
+      timestamp->AddElement(XMLString::Create(LocalTime()));
+      header->AddElement(timestamp.release());
+    }
+    return header;
+  });
+}
+
+// ---- Statistics ---------------------------------------------------------------------------------
+
+NQStatus NQPMMLExporter::ExportUniStats(const NQUniStats& statistics, XMLElement*& out) const {
+  out = nullptr;
+  if (!statistics.IsValid()) return {kStatisticsNotValid, false};
+  return Export(out, [&] {
+    ElementPtr element =
+        NewElement(XML_ELE_UNIVARIATESTATS, XML_ATT_FIELD, statistics.GetVariableName());
+    element->AddElement(
+        NewElement(XML_ELE_COUNTS, XML_ATT_TOTALFREQ, statistics.GetNCases()).release());
+    if (statistics.IsCategorical()) {
+      ElementPtr discrete = NewElement(XML_ELE_DISCRSTATS);
+      discrete->AddElement(NewFrequencies(statistics.GetFrequencies()).release());
+      element->AddElement(discrete.release());
+    } else {
+      element->AddElement(NewNumericInfo(statistics.GetSummary()).release());
+      element->AddElement(NewContStats(statistics.GetCutPoints(), statistics.GetFrequencies(),
+                                       statistics.IsOpenLeft())
+                              .release());
+    }
+    return element;
+  });
+}
+
+void ExportCutPointsFreqs(const std::vector<double>& cutPoints, const std::vector<double>& freqs,
+                          bool openLeft, XMLElement*& out) {
+  Export(out, [&] { return NewContStats(cutPoints, freqs, openLeft); });
 }
 
 void AddDoublesList(XMLElement& element, const double* values, unsigned long n) {
@@ -133,25 +144,19 @@ void AddDoublesList(XMLElement& element, const double* values, unsigned long n) 
 
 void NQPMMLExporter::ExportExtension(const std::string& name, double value,
                                      XMLElement*& out) const {
-  ExportExtensionImpl(name, "", value, true, out);
+  Export(out, [&] { return NewExtension(name, value); });
 }
 
 void NQPMMLExporter::ExportExtension(const std::string& name, const std::string& value,
                                      XMLElement*& out) const {
-  ExportExtensionImpl(name, value, NQMV::Missing(), false, out);
+  Export(out, [&] { return NewExtension(name, NonEmpty{value}); });
 }
 
 void ExportExtensionImpl(const std::string& name, const std::string& strValue, double value,
                          bool useDouble, XMLElement*& out) {
-  out = nullptr;
-  ElementPtr extension = NewElement(XML_ELE_EXTENSION, XML_ATT_NAME, NonEmpty{name});
-  if (useDouble) {
-    extension->AddAttribute(XML_ATT_VALUE, value);
-  } else {
-    NQXML_940::internal::AddAttribute(*extension, XML_ATT_VALUE, NonEmpty{strValue});
-  }
-  extension->AddAttribute(XML_ATT_EXTENDER, XML_VAL_TARNCOM);
-  out = extension.release();
+  Export(out, [&] {
+    return useDouble ? NewExtension(name, value) : NewExtension(name, NonEmpty{strValue});
+  });
 }
 
 }  // namespace NQCommon_940

@@ -27,7 +27,9 @@ class NQWarnings;
 // Attributes  in the order told. A name, label, description, margin or statistic in [brackets] is
 //             left out when it is empty or system-missing. Numbers are as ReplaceSep writes them.
 // Failure     an error status. `out` is null, but for the two operations on fields, which stop at
-//             the field that failed and hand out what they have, complete with its count.
+//             the field that failed and hand out what they have, complete with its count. Where
+//             memory ends the status is kNoMemory and the element null, also of operations without
+//             a status; AddDoublesList alone throws std::bad_alloc, the element as it was.
 // Threads     one object, one thread at a time; const operations may run together.
 //
 //   Root, header, statistics, extensions    NQPMMLExporter.cpp
@@ -37,6 +39,7 @@ class NQ_API NQPMMLExporter {
   enum ErrorCode : long {
     kFieldIndexOutOfRange = 101,  // discrete datum 0 is the index
     kNoVariableAtIndex = 102,     // the same, of an empty slot of the list
+    kNoMemory = 103,
     kStatisticsNotValid = 117
   };
 

@@ -5,6 +5,7 @@
 #include <nqcommon/output/NQDataModelTags.h>
 #include <nqcommon/output/NQPMMLTags.h>
 #include <nqcommon/output/internal/new_element.h>
+#include <nqcommon/output/internal/pmml_export.h>
 
 namespace NQCommon_940 {
 
@@ -104,7 +105,6 @@ const std::string& DataType(INQVariable::VariableStorage storage) {
   }
 }
 
-// The extender comes first here and last in ExportExtension: both orders are kept.
 template <class Value>
 void AddExtension(XMLElement& field, const std::string& name, const Value& value) {
   field.AddElement(NewElement(XML_ELE_EXTENSION, XML_ATT_EXTENDER, XML_VAL_TARNCOM, XML_ATT_NAME,
@@ -146,10 +146,7 @@ void AddCategories(XMLElement& field, const INQEncoder& encoder) {
 }
 
 void AddMissingBound(XMLElement& field, const std::string& name, double bound) {
-  if (NQMV::IsMissing(bound)) return;
-  XMLElement* extension;
-  ExportExtensionImpl(name, "", bound, true, extension);
-  field.AddElement(extension);
+  if (!NQMV::IsMissing(bound)) field.AddElement(internal::NewExtension(name, bound).release());
 }
 
 // An encoder declares texts missing, or numbers; the one list of labels is in this order.
@@ -247,29 +244,33 @@ ElementPtr NewField(const INQVariable& variable) {
 NQStatus NQPMMLExporter::ExportDataDictionary(const NQVarList& variables,
                                               const std::vector<int>& indices,
                                               XMLElement*& out) const {
-  out = nullptr;
-  ElementPtr dictionary = NewElement(XML_ELE_DATADICTIONARY);
   const auto isUsed = [](const INQVariable& variable) {
     return variable.GetVariableRole() != INQVariable::RoleUnused;
   };
-  const NQStatus status = AddFields(*dictionary, variables, Selected(variables, indices, isUsed),
-                                    XML_ATT_NUMBEROFFIELDS, NewDataField);
-  out = dictionary.release();
-  return status;
+  NQStatus status;
+  const NQStatus exported = internal::Export(out, [&] {
+    ElementPtr dictionary = NewElement(XML_ELE_DATADICTIONARY);
+    status = AddFields(*dictionary, variables, Selected(variables, indices, isUsed),
+                       XML_ATT_NUMBEROFFIELDS, NewDataField);
+    return dictionary;
+  });
+  return exported.IsOK() ? status : exported;
 }
 
 NQStatus NQPMMLExporter::ExportDataModel(const NQVarList& variables,
                                          const std::vector<int>& indices, XMLElement*& out) const {
-  out = nullptr;
-  ElementPtr model = NewElement(NQDataModelTags::XML_ELE_DATAMODEL);
-  AddClone(*model, variables.GetFieldFormatsElement());
-  ElementPtr fields = NewElement(NQDataModelTags::XML_ELE_FIELDS);
-  const auto any = [](const INQVariable&) { return true; };
-  const NQStatus status = AddFields(*fields, variables, Selected(variables, indices, any),
-                                    NQDataModelTags::XML_ATT_COUNT, NewField);
-  model->AddElement(fields.release());
-  out = model.release();
-  return status;
+  const auto isAny = [](const INQVariable&) { return true; };
+  NQStatus status;
+  const NQStatus exported = internal::Export(out, [&] {
+    ElementPtr model = NewElement(NQDataModelTags::XML_ELE_DATAMODEL);
+    AddClone(*model, variables.GetFieldFormatsElement());
+    ElementPtr fields = NewElement(NQDataModelTags::XML_ELE_FIELDS);
+    status = AddFields(*fields, variables, Selected(variables, indices, isAny),
+                       NQDataModelTags::XML_ATT_COUNT, NewField);
+    model->AddElement(fields.release());
+    return model;
+  });
+  return exported.IsOK() ? status : exported;
 }
 
 }  // namespace NQCommon_940
