@@ -40,6 +40,10 @@ void NQRNGUTwister::SetSeed(double seed) {
 
 double NQRNGUTwister::GetNext() { return internal::NextRes53(fState); }
 
+void init_genrand(NQRNGUTwister::Data& state, std::uint32_t seed) {
+  internal::SeedTwister(state, seed);
+}
+
 std::uint32_t genrand_int32(NQRNGUTwister::Data& state) { return internal::NextWord(state); }
 
 }  // namespace NQMath_940

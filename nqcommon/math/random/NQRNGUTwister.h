@@ -30,11 +30,16 @@ class NQ_API NQRNGUTwister : public NQRNGenerator {
   // A multiple of 2^-53 in [0, 1). Takes two integers, the upper 27 bits from the first.
   double GetNext() override;
 
+  // Where the stream stands, to be kept and gone on from later, by this or another object.
+  const Data& GetState() const { return fState; }
+  void SetState(const Data& state) { fState = state; }
+
  private:
   Data fState;
 };
 
-// The next integer of 32 bits.
+// The standard initialisation with a seed, and the next integer of 32 bits.
+NQ_API void init_genrand(NQRNGUTwister::Data& state, std::uint32_t seed);
 NQ_API std::uint32_t genrand_int32(NQRNGUTwister::Data& state);
 
 }  // namespace NQMath_940
