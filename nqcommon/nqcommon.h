@@ -56,6 +56,7 @@
 #include <nqcommon/math/random/NQRandomValues.h>
 #include <nqcommon/math/random/NQURandom.h>
 #include <nqcommon/math/stats/NQAccumXProdPair.h>
+#include <nqcommon/math/stats/NQCategoryXProducts.h>
 #include <nqcommon/math/stats/NQHashKey.h>
 #include <nqcommon/math/stats/NQIterationReporter.h>
 #include <nqcommon/math/stats/NQMeansXProdData.h>

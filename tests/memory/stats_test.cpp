@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <nqcommon/math/stats/NQAccumXProdPair.h>
+#include <nqcommon/math/stats/NQCategoryXProducts.h>
 #include <nqcommon/math/stats/NQHashKey.h>
 #include <nqcommon/math/stats/NQIterationReporter.h>
 #include <nqcommon/math/stats/NQMeansXProducts.h>
@@ -87,6 +88,36 @@ TEST(Memory, MeansAndProducts) {
   AddObject(rows, "NQProvMeans", means, NQProvMeans(0, false));
   AddObject(rows, "NQMeansXProducts", full, NQMeansXProducts(0, true, true, false));
   RunMemoryCases("means and products", rows);
+}
+
+TEST(Memory, CategoryXProducts) {
+  const Ints levels = {2, 3}, codes = {1, 2};
+  const Values x = {4};
+  const NQRectMatrix cases = ToRect({{1, 0, 2, 1}, {3, 1, 1, 2}, {9, 1, 0, 1}});
+  const NQCategoryXProducts none, empty(1, levels, true, true, false);
+  NQCategoryXProducts full = empty;
+  EXPECT_TRUE(full.Compute(cases, 0));
+  const auto merge = [=](auto& r) { return r.Merge(full); };
+  std::vector<MemoryCase> rows = {
+      Makes(
+          "NQCategoryXProducts(int, vector, ...)",
+          [=] { return NQCategoryXProducts(1, levels, true, true, false); }, none),
+      Answers("Compute", full, [=](auto& r) { return r.Compute(cases, 2); }),
+      Answers("Update", full, [=](auto& r) { return r.Update(cases, 0); }),
+      Answers("AddCase", full, [=](auto& r) { return r.AddCase(x, codes, 2); }),
+      Answers("Merge", full, merge),
+      Answers("Merge into an empty one", empty, merge),
+      Answers("Merge into one without columns", none, merge),
+      Fills<std::string>("GetRecord", full,
+                         [](auto& r, std::string& out) {
+                           NQMeansXProdData record;
+                           const bool isGiven = r.GetRecord(record);
+                           if (isGiven) out = record.GetNVars() == 6 ? "whole" : "not whole";
+                           return isGiven;
+                         }),
+  };
+  AddObject(rows, "NQCategoryXProducts", full, none);
+  RunMemoryCases("categories", rows);
 }
 
 TEST(Memory, Pairs) {
