@@ -26,9 +26,23 @@ void LowerTransTimesVector(const double* l, std::size_t n, const double* v, doub
 }
 
 void LowerSolve(const double* l, std::size_t n, double* x) {
+  bool dropped = false;  // a row before i
   for (std::size_t i = 0; i < n; ++i) {
     const double* row = l + RowStart(i);
-    x[i] = row[i] != 0 ? (x[i] - DotProduct(i, row, x)) / row[i] : 0;
+    if (row[i] == 0) {
+      x[i] = 0;
+      dropped = true;
+      continue;
+    }
+    double sum = 0;
+    if (dropped) {
+      for (std::size_t k = 0; k < i; ++k) {
+        if (l[DiagIndex(k)] != 0) sum += row[k] * x[k];
+      }
+    } else {
+      sum = DotProduct(i, row, x);
+    }
+    x[i] = (x[i] - sum) / row[i];
   }
 }
 
@@ -36,7 +50,7 @@ void LowerTransSolve(const double* l, std::size_t n, double* x) {
   for (std::size_t i = n; i-- > 0;) {
     const double* row = l + RowStart(i);
     x[i] = row[i] != 0 ? x[i] / row[i] : 0;
-    AddScaled(i, -x[i], row, x);
+    if (row[i] != 0) AddScaled(i, -x[i], row, x);
   }
 }
 
@@ -45,8 +59,12 @@ void LowerTransSolve(const double* l, std::size_t n, double* x) {
 void InvertLower(double* l, std::size_t n) {
   for (std::size_t k = n; k-- > 0;) {
     double* pivotRow = l + RowStart(k);
-    const double inverse = pivotRow[k] != 0 ? 1 / pivotRow[k] : 0;
-    for (std::size_t j = 0; j < k; ++j) pivotRow[j] *= -inverse;
+    if (pivotRow[k] == 0) {
+      ForEachInRow(l, n, k, [](std::size_t, double& x) { x = 0; });
+      continue;
+    }
+    const double inverse = 1 / pivotRow[k];
+    for (std::size_t j = 0; j < k; ++j) pivotRow[j] = 0 - pivotRow[j] * inverse;  // not -0
     pivotRow[k] = inverse;
     for (std::size_t i = k + 1; i < n; ++i) {
       double* row = l + RowStart(i);

@@ -22,12 +22,13 @@ void SymTimesVector(const double* s, std::size_t n, const double* v, std::size_t
 void LowerTimesVector(const double* l, std::size_t n, const double* v, double* out);
 void LowerTransTimesVector(const double* l, std::size_t n, const double* v, double* out);
 
-// x <- L^-1 x and x <- L'^-1 x; where L has a zero on its diagonal the solution is 0.
+// x <- L^-1 x and x <- L'^-1 x. A row of L with a zero on its diagonal takes no part, whatever it
+// holds: the solution is 0 there.
 void LowerSolve(const double* l, std::size_t n, double* x);
 void LowerTransSolve(const double* l, std::size_t n, double* x);
 
-// L <- L^-1. A zero on the diagonal leaves its row and column zero: with the factor of a
-// rank-deficient matrix, a generalised inverse.
+// L <- L^-1. A row with a zero on its diagonal, and the column, become 0, whatever they hold: with
+// the factor of a rank-deficient matrix, a generalised inverse.
 void InvertLower(double* l, std::size_t n);
 
 // L <- the lower triangle of L L'.

@@ -22,13 +22,20 @@ constexpr std::size_t SymIndex(std::size_t i, std::size_t j) {
 
 constexpr std::size_t DiagIndex(std::size_t i) { return LowerIndex(i, i); }
 
-// Calls f(j, element) for every element of row i of the full symmetric matrix, j = 0 .. n-1: along
-// the packed row up to the diagonal, then down the column, whose step grows by one a row.
+// Calls f(j, element) for the elements j = first .. last-1 of row i of the full symmetric matrix:
+// along the packed row up to the diagonal, then down the column, whose step grows by one a row.
+template <class Packed, class F>
+void ForEachInRowPart(Packed* s, std::size_t i, std::size_t first, std::size_t last, F f) {
+  Packed* row = s + RowStart(i);
+  std::size_t j = first;
+  for (; j < last && j <= i; ++j) f(j, row[j]);
+  for (std::size_t at = LowerIndex(j, i); j < last; ++j, at += j) f(j, s[at]);
+}
+
+// The same for the whole row of a matrix of order n.
 template <class Packed, class F>
 void ForEachInRow(Packed* s, std::size_t n, std::size_t i, F f) {
-  Packed* row = s + RowStart(i);
-  for (std::size_t j = 0; j <= i; ++j) f(j, row[j]);
-  for (std::size_t j = i + 1, at = LowerIndex(j, i); j < n; ++j, at += j) f(j, s[at]);
+  ForEachInRowPart(s, i, 0, n, f);
 }
 
 }  // namespace NQMath_940::internal

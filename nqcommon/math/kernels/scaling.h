@@ -3,7 +3,6 @@
 
 #include <cmath>
 #include <limits>
-#include <utility>
 #include <vector>
 
 namespace NQMath_940::internal {
@@ -15,20 +14,24 @@ inline double GeometricMean(double a, double b) {
   return inRange ? std::sqrt(product) : std::sqrt(a) * std::sqrt(b);
 }
 
-// Multiplies a number kept as mantissa x 10^power by x and renormalises to 1 <= |mantissa| < 10.
-// 0, the infinities and NaN have no such form and are left as they come.
-inline void MultiplyScaled(std::pair<double, int>& number, double x) {
-  auto& [mantissa, power] = number;
-  mantissa *= x;
+// Multiplies a number kept as mantissa x 10^power, 1 <= |mantissa| < 10, by x and renormalises. A
+// product outside the normal range of doubles is scaled on the way. 0, the infinities and NaN have
+// no such form and are left as they come.
+template <class Power>
+void MultiplyScaled(double& mantissa, Power& power, double x) {
+  const double product = mantissa * x;
+  if (std::isinf(product) && std::isfinite(x)) {
+    mantissa = mantissa / 10 * x;
+    power += 1;
+  } else if (product != 0 && std::fabs(product) < std::numeric_limits<double>::min()) {
+    mantissa *= x * 1e20;
+    power -= 20;
+  } else {
+    mantissa = product;
+  }
   if (mantissa == 0 || !std::isfinite(mantissa)) return;
-  while (std::fabs(mantissa) < 1) {
-    mantissa *= 10;
-    --power;
-  }
-  while (std::fabs(mantissa) >= 10) {
-    mantissa /= 10;
-    ++power;
-  }
+  for (; std::fabs(mantissa) < 1; power -= 1) mantissa *= 10;
+  for (; std::fabs(mantissa) >= 10; power += 1) mantissa /= 10;
 }
 
 // The largest of 0 and the values.

@@ -4,7 +4,7 @@
 #include <cstddef>
 
 #include <nqcommon/math/matrix/internal/argument_checks.h>
-#include <nqcommon/math/matrix/internal/matrix_access.h>
+#include <nqcommon/math/matrix/internal/matrix_results.h>
 
 namespace NQMath_940 {
 

@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <functional>
 #include <limits>
-#include <new>
 #include <utility>
 
 #include <nqcommon/common/display.h>
+#include <nqcommon/common/memory_guard.h>
 
 namespace NQMath_940 {
 namespace {
@@ -23,14 +23,14 @@ int CountTrue(Bits::const_iterator first, Bits::const_iterator last) {
 
 }  // namespace
 
+NQBitSet& NQBitSet::operator=(const NQBitSet& other) noexcept {
+  if (this == &other) return *this;
+  if (!NQCommon_940::GuardMemory([&] { fbVec = other.fbVec; })) fbVec.clear();
+  return *this;
+}
+
 bool NQBitSet::SetSize(std::size_t n, bool b) {
-  if (n > kMaxSize) return false;
-  try {
-    fbVec.resize(n, b);
-  } catch (const std::bad_alloc&) {
-    return false;
-  }
-  return true;
+  return n <= kMaxSize && NQCommon_940::GuardMemory([&] { fbVec.resize(n, b); });
 }
 
 void NQBitSet::Resize(int n, bool b) {
@@ -83,6 +83,17 @@ int NQBitSet::InRangeS(int start, int count) const {
   return CountTrue(first, first + count);
 }
 
+bool NQBitSet::GetMembers(std::vector<int>& out) const {
+  return NQCommon_940::GuardMemory([&] {
+    std::vector<int> members;
+    members.reserve(static_cast<std::size_t>(InSet()));
+    for (int i = 0; i < Size(); ++i) {
+      if (IsIn(i)) members.push_back(i);
+    }
+    out = std::move(members);
+  });
+}
+
 NQBitSet NQBitSet::GetSubset(int from, int to) const {
   const int first = std::max(from, 0);
   const int last = std::min(to, Size() - 1);
@@ -95,7 +106,7 @@ NQBitSet NQBitSet::GetSubset(int from, int to) const {
 template <class Op>
 void NQBitSet::Combine(const NQBitSet& a, const NQBitSet& b, Op op) {
   const std::size_t n = std::min(a.fbVec.size(), b.fbVec.size());
-  // an operand that is this set is at least n long, so it can only shrink here
+  // An operand that is this set is at least n long, so it can only shrink here.
   if (!SetSize(n, false)) return fbVec.clear();
   std::transform(a.fbVec.begin(), a.fbVec.begin() + static_cast<Bits::difference_type>(n),
                  b.fbVec.begin(), fbVec.begin(), op);
@@ -113,9 +124,11 @@ bool NQBitSet::IsNewFalse(const NQBitSet& other, int n) const {
 }
 
 void NQBitSet::Display() const {
-  NQDisplay_940::DisplayText(1, "NQBitSet display start");
-  NQDisplay_940::DisplayBV("fbVec", fbVec);
-  NQDisplay_940::DisplayText(1, "NQBitSet display end");
+  NQCommon_940::GuardMemory([this] {
+    NQDisplay_940::DisplayText(1, "NQBitSet display start");
+    NQDisplay_940::DisplayBV("fbVec", fbVec);
+    NQDisplay_940::DisplayText(1, "NQBitSet display end");
+  });
 }
 
 }  // namespace NQMath_940

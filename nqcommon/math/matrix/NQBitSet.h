@@ -11,9 +11,9 @@ namespace NQMath_940 {
 // A set of row or variable indices 0 .. Size() - 1, one bit per index; the size can change.
 //
 // Failure   by return value: an index out of range is answered, never followed. No set holds more
-//           than INT_MAX indices. Where memory fails, Append and Duplicate change nothing; the
-//           constructor from a size, Resize, GetSubset, DoAND and DoOR leave an empty set. Only
-//           copies, of a set or of the vector of bools, throw (std::bad_alloc).
+//           than INT_MAX indices. Where memory ends, Append and Duplicate change nothing; the
+//           constructor from a size, copies, Resize, GetSubset, DoAND and DoOR leave an empty set.
+//           Nothing throws; the copy of a vector that is passed by value is the caller's.
 // Threads   one object, one thread at a time; concurrent reads are safe.
 class NQ_API NQBitSet {
  public:
@@ -23,6 +23,12 @@ class NQ_API NQBitSet {
 
   // Size n, all false; empty when n is negative.
   explicit NQBitSet(int n) { Resize(n, false); }
+
+  NQBitSet(const NQBitSet& other) noexcept { *this = other; }
+  NQBitSet& operator=(const NQBitSet& other) noexcept;
+  NQBitSet(NQBitSet&&) noexcept = default;  // leaves the source empty
+  NQBitSet& operator=(NQBitSet&&) noexcept = default;
+  ~NQBitSet() = default;
 
   explicit NQBitSet(std::vector<bool> bits) { Set(std::move(bits)); }
 
@@ -72,6 +78,9 @@ class NQ_API NQBitSet {
   // The number of true bits in start .. start + count - 1; -1 when these are not all in range.
   // A count of 0 gives 0 for start up to and including Size().
   int InRangeS(int start, int count) const;
+
+  // out = the members, ascending. False, out unchanged, where memory ends.
+  bool GetMembers(std::vector<int>& out) const;
 
   // The bits of from .. to that exist, renumbered from 0; empty when there are none.
   NQBitSet GetSubset(int from, int to) const;

@@ -2,15 +2,17 @@
 
 #include <algorithm>
 #include <cassert>
-#include <utility>
 
 #include <nqcommon/common/display.h>
-#include <nqcommon/math/kernels/packed_algebra.h>
-#include <nqcommon/math/kernels/scaling.h>
+#include <nqcommon/common/memory_guard.h>
+#include <nqcommon/math/kernels/strided.h>
+#include <nqcommon/math/matrix/internal/argument_checks.h>
 #include <nqcommon/math/matrix/internal/display_rows.h>
-#include <nqcommon/math/matrix/internal/matrix_access.h>
+#include <nqcommon/math/matrix/internal/matrix_casts.h>
 
 namespace NQMath_940 {
+
+using NQCommon_940::GuardMemory;
 
 // ---- Life cycle and shape ----------------------------------------------------------------------
 
@@ -26,12 +28,6 @@ NQDiagMatrix::NQDiagMatrix(const std::vector<double>& diagonal) {
 bool NQDiagMatrix::Resize(int n) {
   fNRows = std::max(n, 0);
   return Allocate();
-}
-
-bool NQDiagMatrix::SetNRows(int n, bool clear) {
-  const bool resized = Resize(n);
-  if (resized && clear) Clear();
-  return resized;
 }
 
 // ---- Elements and rows -------------------------------------------------------------------------
@@ -52,17 +48,18 @@ bool NQDiagMatrix::SetElem(int i, int j, double x) {
 
 bool NQDiagMatrix::SetElem(int k, double x) { return HasRow(k) && SetElem(k, k, x); }
 
-void NQDiagMatrix::GetDiagonal(std::vector<double>& out) const { out = fvData; }
+void NQDiagMatrix::GetDiagonal(std::vector<double>& out) const {
+  if (!GuardMemory([&] { out = fvData; })) out.clear();
+}
 
 bool NQDiagMatrix::ReplaceDiagonal(const std::vector<double>& v) {
   if (!HasOrder(v.size())) return false;
-  fvData = v;
+  std::copy(v.begin(), v.end(), fvData.begin());
   return true;
 }
 
 bool NQDiagMatrix::GetRow(int i, std::vector<double>& out) const {
-  if (!HasRow(i)) return false;
-  out.assign(Order(), 0.0);
+  if (!HasRow(i) || !GuardMemory([&] { out.assign(Order(), 0.0); })) return false;
   out[static_cast<std::size_t>(i)] = GetElem(i, i);
   return true;
 }
@@ -72,8 +69,6 @@ bool NQDiagMatrix::PutRow(int i, const std::vector<double>& v) {
 }
 
 bool NQDiagMatrix::SetRowColToConst(int i, double x) { return SetElem(i, x); }
-
-bool NQDiagMatrix::ZeroOut(int i) { return SetRowColToConst(i, 0); }
 
 bool NQDiagMatrix::IncrVecByRow(int i, std::vector<double>& v, double factor) const {
   if (!HasRow(i) || v.size() != Order()) return false;
@@ -94,7 +89,7 @@ void NQDiagMatrix::AddToDiagonal(double x) {
 }
 
 void NQDiagMatrix::ChangeSign() {
-  for (double& d : fvData) d = -d;
+  for (double& d : fvData) d = 0 - d;  // a zero stays 0, where -d would make it -0
 }
 
 void NQDiagMatrix::MultiplyByNumber(double x) {
@@ -108,27 +103,10 @@ bool NQDiagMatrix::ComputeAXpY(double a, const INQSymMatrix& x) {
   return true;
 }
 
-void NQDiagMatrix::GetNCheckDiagonal(std::vector<double>& out, double /*a*/, double /*b*/) const {
-  out.assign(Order(), internal::LargestFromZero(fvData));
-}
-
-void NQDiagMatrix::MaxMinDiag(double& max, double& min) const {
-  internal::Extremes extremes;
-  for (double d : fvData) extremes.Add(d);
-  max = extremes.Max();
-  min = extremes.Min();
-}
-
 void NQDiagMatrix::MaxMinDiagOffDiag(double& maxDiag, double& minDiag, double& maxOff,
                                      double& minOff) const {
   MaxMinDiag(maxDiag, minDiag);
   maxOff = minOff = 0;
-}
-
-double NQDiagMatrix::Trace() const {
-  double sum = 0;
-  for (double d : fvData) sum += d;
-  return sum;
 }
 
 void NQDiagMatrix::ZeroOutNonDiag(double /*eps*/) {}
@@ -136,11 +114,13 @@ void NQDiagMatrix::ZeroOutNonDiag(double /*eps*/) {}
 // ---- Diagnostic display ------------------------------------------------------------------------
 
 void NQDiagMatrix::Display() const {
-  NQDisplay_940::DisplayText(1, "NQDiagMatrix display start");
-  NQDisplay_940::DisplayI("The number of rows", fNRows);
-  NQDisplay_940::DisplayText(1, "Diagonal");
-  NQDisplay_940::DisplayDAS(fvData.data(), fNRows);
-  NQDisplay_940::DisplayText(1, "NQDiagMatrix display end");
+  GuardMemory([this] {
+    NQDisplay_940::DisplayText(1, "NQDiagMatrix display start");
+    NQDisplay_940::DisplayI("The number of rows", fNRows);
+    NQDisplay_940::DisplayText(1, "Diagonal");
+    NQDisplay_940::DisplayDAS(fvData.data(), fNRows);
+    NQDisplay_940::DisplayText(1, "NQDiagMatrix display end");
+  });
 }
 
 void NQDiagMatrix::DisplayF() const { internal::DisplayAllRows("NQDiagMatrix", *this); }

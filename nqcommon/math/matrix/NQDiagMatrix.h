@@ -26,6 +26,14 @@ namespace NQMath_940 {
 //           NQDiagMatrix_product.cpp   products, parts
 class NQ_API NQDiagMatrix : public INQSymMatrix, private MatrixStorage<DiagonalShape> {
  public:
+  // The forms of these that the interface makes of the ones below.
+  using INQSymMatrix::ComputeLTransV;
+  using INQSymMatrix::ComputeLV;
+  using INQSymMatrix::ComputeRVD;
+  using INQSymMatrix::ComputeSV;
+  using INQSymMatrix::ComputeVSWParts;
+  using INQSymMatrix::LTChol;
+
   // ---- Life cycle, shape and elements (NQDiagMatrix.cpp) ---------------------------------------
 
   // Order 0.
@@ -40,7 +48,6 @@ class NQ_API NQDiagMatrix : public INQSymMatrix, private MatrixStorage<DiagonalS
   int GetNRows() const override { return fNRows; }
   bool IsValidMatrix() const override { return fNRows >= 0; }
   bool Resize(int n) override;
-  bool SetNRows(int n, bool clear) override;
   double GetElem(int i, int j) const override;
   bool SetElem(int i, int j, double x) override;
   void GetDiagonal(std::vector<double>& out) const override;
@@ -52,7 +59,6 @@ class NQ_API NQDiagMatrix : public INQSymMatrix, private MatrixStorage<DiagonalS
   bool GetRow(int i, std::vector<double>& out) const override;
   bool PutRow(int i, const std::vector<double>& v) override;
   bool SetRowColToConst(int i, double x) override;
-  bool ZeroOut(int i) override;
   bool IncrVecByRow(int i, std::vector<double>& v, double factor) const override;
   bool IsZeroRow(int i, const NQBitSet& set) const override;
 
@@ -63,12 +69,9 @@ class NQ_API NQDiagMatrix : public INQSymMatrix, private MatrixStorage<DiagonalS
   void ChangeSign() override;
   void MultiplyByNumber(double x) override;
   bool ComputeAXpY(double a, const INQSymMatrix& x) override;
-  void GetNCheckDiagonal(std::vector<double>& out, double a, double b) const override;
-  void MaxMinDiag(double& max, double& min) const override;
   // The extremes off the diagonal are 0.
   void MaxMinDiagOffDiag(double& maxDiag, double& minDiag, double& maxOff,
                          double& minOff) const override;
-  double Trace() const override;
   // Does nothing.
   void ZeroOutNonDiag(double eps) override;
   void Display() const override;
@@ -80,9 +83,7 @@ class NQ_API NQDiagMatrix : public INQSymMatrix, private MatrixStorage<DiagonalS
   // d(i) <- sqrt(d(i)) when it is above t[i] eps, otherwise 0.
   int LTChol(const std::vector<double>& t, double eps, bool check) override;
   int LTChol(const std::vector<double>& t, double eps, NQBitSet& nonRedundant, bool check) override;
-  int LTChol(double eps, double& minPivot, bool check) override;
   int LTDetInverse(NQDeterminant& det, int job) override;
-  bool LTInverse() override;
   // Both square the entries.
   void LTLLTrans() override;
   void LTLTransL() override;
@@ -98,7 +99,6 @@ class NQ_API NQDiagMatrix : public INQSymMatrix, private MatrixStorage<DiagonalS
 
   // ---- Products (NQDiagMatrix_product.cpp) -----------------------------------------------------
 
-  double ComputeDotProduct2Rows(int i, int j) const override;
   bool ComputeGMG(const INQSymMatrix& m, INQSymMatrix& out) const override;
   bool ComputeGMGNG(const INQSymMatrix& m, const INQSymMatrix& n,
                     INQRectMatrix& out) const override;
@@ -107,35 +107,17 @@ class NQ_API NQDiagMatrix : public INQSymMatrix, private MatrixStorage<DiagonalS
   bool ComputeLSLTrans(const INQSymMatrix& l, INQSymMatrix& out) const override;
   bool ComputeLTransSL(const INQSymMatrix& l, INQSymMatrix& out) const override;
   bool ComputeLTransV(const std::vector<double>& v, std::vector<double>& out) const override;
-  bool ComputeLTransV(const std::vector<int>& indices, const std::vector<double>& values,
-                      std::vector<double>& out) const override;
   bool ComputeLV(const std::vector<double>& v, std::vector<double>& out) const override;
-  bool ComputeLV(const std::vector<int>& indices, const std::vector<double>& values,
-                 std::vector<double>& out) const override;
   double ComputeRowDotProductS(int i, const INQSymMatrix& other, int j) const override;
   double ComputeRowDotProductS(int i, const std::vector<double>& v) const override;
   bool ComputeRS(const INQRectMatrix& r, INQRectMatrix& out) const override;
-  bool ComputeRSRTrans(const INQRectMatrix& r, INQSymMatrix& out) const override;
   bool ComputeRTransS(const INQRectMatrix& r, INQRectMatrix& out) const override;
-  bool ComputeRTransSR(const INQRectMatrix& r, INQSymMatrix& out) const override;
-  bool ComputeRTransSV(const INQRectMatrix& r, const std::vector<double>& v,
-                       std::vector<double>& out) const override;
-  double ComputeRVD(int r, const std::vector<double>& x, int inc) const override;
   double ComputeRVD(int r, const double* x, int inc) const override;
   bool ComputeSS(const INQSymMatrix& b, INQRectMatrix& out) const override;
   bool ComputeSTransS(INQSymMatrix& out) const override;
-  bool ComputeSV(const std::vector<double>& v, std::vector<double>& out) const override;
   bool ComputeSV(const std::vector<double>& v, int nRows, std::vector<double>& out) const override;
-  double ComputeVSV(const std::vector<double>& v) const override;
-  double ComputeVSV(const INQRectMatrix& r, int i) const override;
-  double ComputeVSW(const std::vector<double>& v, const std::vector<double>& w) const override;
-  double ComputeVSW(const double* v, int nv, const double* w, int nw) const override;
-  double ComputeVSW(const std::vector<double>& v, int first, int second) const override;
-  double ComputeVSWParts(const std::vector<double>& v, int row, const std::vector<double>& w,
-                         int col) const override;
   double ComputeVSWParts(const double* v, int nv, int row, const double* w, int nw,
                          int col) const override;
-  double TraceOfProduct(const INQSymMatrix& a) const override;
   double TraceOfProductOfThree(const INQSymMatrix& a, const INQSymMatrix& b) const override;
 
   // ---- Parts (NQDiagMatrix_product.cpp) --------------------------------------------------------
@@ -159,6 +141,8 @@ class NQ_API NQDiagMatrix : public INQSymMatrix, private MatrixStorage<DiagonalS
   std::size_t Order() const { return Count(); }
   bool HasRow(int i) const { return i >= 0 && i < fNRows; }
   bool HasOrder(std::size_t n) const { return fNRows >= 0 && n == Order(); }
+  template <class Factor>
+  int InvertInto(INQSymMatrix& out, Factor factor) const;
 };
 
 }  // namespace NQMath_940

@@ -5,8 +5,7 @@
 
 #include <nqcommon/common/NQMV.h>
 #include <nqcommon/math/kernels/packed_algebra.h>
-#include <nqcommon/math/matrix/internal/matrix_access.h>
-#include <nqcommon/math/matrix/internal/symmetric_forms.h>
+#include <nqcommon/math/matrix/internal/matrix_results.h>
 
 namespace NQMath_940 {
 
@@ -28,10 +27,6 @@ void ScaleBy(const std::vector<double>& d, std::vector<double>& x) {
 
 // ---- Rows and vectors --------------------------------------------------------------------------
 
-double NQDiagMatrix::ComputeDotProduct2Rows(int i, int j) const {
-  return ComputeRowDotProductS(i, *this, j);
-}
-
 double NQDiagMatrix::ComputeRowDotProductS(int i, const INQSymMatrix& other, int j) const {
   if (other.GetNRows() != fNRows || !HasRow(i) || !HasRow(j)) return NQMV::Missing();
   return GetElem(i) * other.GetElem(j, i);
@@ -42,77 +37,29 @@ double NQDiagMatrix::ComputeRowDotProductS(int i, const std::vector<double>& v) 
   return GetElem(i) * v[static_cast<std::size_t>(i)];
 }
 
-double NQDiagMatrix::ComputeRVD(int r, const std::vector<double>& x, int inc) const {
-  return internal::StridedRowProduct(*this, r, x, inc);
-}
-
 double NQDiagMatrix::ComputeRVD(int r, const double* x, int inc) const {
   if (!HasRow(r)) return NQMV::Missing();
   const std::ptrdiff_t at = inc >= 0 ? r : r + 1 - static_cast<std::ptrdiff_t>(fNRows);
   return GetElem(r) * x[at * inc];
 }
 
-bool NQDiagMatrix::ComputeSV(const std::vector<double>& v, std::vector<double>& out) const {
-  return ComputeSV(v, fNRows, out);
-}
-
 bool NQDiagMatrix::ComputeSV(const std::vector<double>& v, int nRows,
                              std::vector<double>& out) const {
-  if (!HasOrder(v.size()) || nRows < 0 || nRows > fNRows) return false;
-  std::vector<double> product(v.begin(), v.begin() + nRows);
-  ScaleBy(fvData, product);
-  out = std::move(product);
-  return true;
+  return HasOrder(v.size()) && nRows >= 0 && nRows <= fNRows &&
+         internal::MakeVector(static_cast<std::size_t>(nRows), out, [&](std::vector<double>& sv) {
+           for (std::size_t i = 0; i < sv.size(); ++i) sv[i] = v[i] * fvData[i];
+         });
 }
 
 bool NQDiagMatrix::ComputeLV(const std::vector<double>& v, std::vector<double>& out) const {
   return ComputeSV(v, out);
 }
 
-bool NQDiagMatrix::ComputeLV(const std::vector<int>& indices, const std::vector<double>& values,
-                             std::vector<double>& out) const {
-  if (!IsValidMatrix() || indices.size() != values.size() || !internal::AllBelow(fNRows, indices))
-    return false;
-  std::vector<double> product(Order());
-  for (std::size_t k = 0; k < indices.size(); ++k)
-    product[static_cast<std::size_t>(indices[k])] += GetElem(indices[k]) * values[k];
-  out = std::move(product);
-  return true;
-}
-
 bool NQDiagMatrix::ComputeLTransV(const std::vector<double>& v, std::vector<double>& out) const {
   return ComputeSV(v, out);
 }
 
-bool NQDiagMatrix::ComputeLTransV(const std::vector<int>& indices,
-                                  const std::vector<double>& values,
-                                  std::vector<double>& out) const {
-  return ComputeLV(indices, values, out);
-}
-
-double NQDiagMatrix::ComputeVSV(const std::vector<double>& v) const { return ComputeVSW(v, v); }
-
-double NQDiagMatrix::ComputeVSV(const INQRectMatrix& r, int i) const {
-  return internal::FormOfRectRow(*this, r, i);
-}
-
-double NQDiagMatrix::ComputeVSW(const std::vector<double>& v, const std::vector<double>& w) const {
-  if (!HasOrder(v.size()) || !HasOrder(w.size())) return NQMV::Missing();
-  return ComputeVSW(v.data(), fNRows, w.data(), fNRows);
-}
-
-double NQDiagMatrix::ComputeVSW(const double* v, int nv, const double* w, int nw) const {
-  return ComputeVSWParts(v, nv, 0, w, nw, 0);
-}
-
-double NQDiagMatrix::ComputeVSW(const std::vector<double>& v, int first, int second) const {
-  return internal::FormInOneVector(*this, v, first, second);
-}
-
-double NQDiagMatrix::ComputeVSWParts(const std::vector<double>& v, int row,
-                                     const std::vector<double>& w, int col) const {
-  return internal::FormOfPart(*this, v, row, w, col);
-}
+// ---- Bilinear forms -----------------------------------------------------------------------------
 
 double NQDiagMatrix::ComputeVSWParts(const double* v, int nv, int row, const double* w, int nw,
                                      int col) const {
@@ -130,9 +77,10 @@ bool NQDiagMatrix::ComputeGMG(const INQSymMatrix& m, INQSymMatrix& out) const {
   if (m.GetType() == 1) return m.ComputeGSG(*this, out);
   if (!IsValidMatrix() || m.GetNRows() != fNRows) return false;
   return PutRows(fNRows, AsDenseSym(out), [&](int i, std::vector<double>& row) {
-    m.GetRow(i, row);
+    if (!m.GetRow(i, row)) return false;
     ScaleBy(fvData, row);
     for (double& x : row) x *= GetElem(i);
+    return true;
   });
 }
 
@@ -140,35 +88,35 @@ bool NQDiagMatrix::ComputeGMG(const INQSymMatrix& m, INQSymMatrix& out) const {
 bool NQDiagMatrix::ComputeGSG(const INQSymMatrix& g, INQSymMatrix& out) const {
   if (!IsValidMatrix() || g.GetNRows() != fNRows) return false;
   if (const NQDiagMatrix* diagonal = AsDiagonal(g)) {
-    std::vector<double> product = diagonal->fvData;
-    ScaleBy(product, product);
-    ScaleBy(fvData, product);
-    return PutDiagonal(product, out);
+    NQDiagMatrix product(*diagonal);
+    ScaleBy(product.fvData, product.fvData);
+    ScaleBy(fvData, product.fvData);
+    return PutDiagonal(std::move(product), out);
   }
   return PutRows(fNRows, AsDenseSym(out), [&](int i, std::vector<double>& row) {
-    g.GetRow(i, row);
+    if (!g.GetRow(i, row)) return false;
     ScaleBy(fvData, row);
-    g.ComputeSV(row, row);
+    return g.ComputeSV(row, row);
   });
 }
 
 bool NQDiagMatrix::ComputeLSLTrans(const INQSymMatrix& l, INQSymMatrix& out) const {
   if (l.GetType() == 1) return ComputeGSG(l, out);
-  return internal::ConjugateByLower(*this, l, out);
+  return INQSymMatrix::ComputeLSLTrans(l, out);
 }
 
 bool NQDiagMatrix::ComputeLTransSL(const INQSymMatrix& l, INQSymMatrix& out) const {
   if (l.GetType() == 1) return ComputeGSG(l, out);
-  return internal::ConjugateByUpper(*this, l, out);
+  return INQSymMatrix::ComputeLTransSL(l, out);
 }
 
 bool NQDiagMatrix::ComputeMGN(const INQSymMatrix& m, const INQSymMatrix& n,
                               INQRectMatrix& out) const {
   if (!IsValidMatrix() || m.GetNRows() != fNRows || n.GetNRows() != fNRows) return false;
-  return PutRows(fNRows, AsDenseRect(out), [&](int i, std::vector<double>& row) {
-    m.GetRow(i, row);
+  return PutRows(fNRows, fNRows, AsDenseRect(out), [&](int i, std::vector<double>& row) {
+    if (!m.GetRow(i, row)) return false;
     ScaleBy(fvData, row);
-    n.ComputeSV(row, row);
+    return n.ComputeSV(row, row);
   });
 }
 
@@ -181,30 +129,28 @@ bool NQDiagMatrix::ComputeGMGNG(const INQSymMatrix& m, const INQSymMatrix& n,
 
 bool NQDiagMatrix::ComputeSS(const INQSymMatrix& b, INQRectMatrix& out) const {
   if (!IsValidMatrix() || b.GetNRows() != fNRows) return false;
-  return PutRows(fNRows, AsDenseRect(out), [&](int i, std::vector<double>& row) {
-    b.GetRow(i, row);
+  return PutRows(fNRows, fNRows, AsDenseRect(out), [&](int i, std::vector<double>& row) {
+    if (!b.GetRow(i, row)) return false;
     for (double& x : row) x *= GetElem(i);
+    return true;
   });
 }
 
 bool NQDiagMatrix::ComputeSTransS(INQSymMatrix& out) const {
   if (!IsValidMatrix()) return false;
-  std::vector<double> squares = fvData;
-  ScaleBy(squares, squares);
-  return PutDiagonal(squares, out);
-}
-
-double NQDiagMatrix::TraceOfProduct(const INQSymMatrix& a) const {
-  if (a.GetNRows() != fNRows || !IsValidMatrix()) return NQMV::Missing();
-  double sum = 0;
-  for (int i = 0; i < fNRows; ++i) sum += GetElem(i) * a.GetElem(i, i);
-  return sum;
+  NQDiagMatrix squares(*this);
+  squares.LTLLTrans();
+  return PutDiagonal(std::move(squares), out);
 }
 
 double NQDiagMatrix::TraceOfProductOfThree(const INQSymMatrix& a, const INQSymMatrix& b) const {
   if (a.GetNRows() != fNRows || b.GetNRows() != fNRows || !IsValidMatrix()) return NQMV::Missing();
   double sum = 0;
-  for (int i = 0; i < fNRows; ++i) sum += GetElem(i) * a.ComputeRowDotProductS(i, b, i);
+  for (int i = 0; i < fNRows; ++i) {
+    const double product = a.ComputeRowDotProductS(i, b, i);
+    if (NQMV::IsMissing(product)) return product;
+    sum += GetElem(i) * product;
+  }
   return sum;
 }
 
@@ -225,29 +171,14 @@ bool NQDiagMatrix::ComputeRTransS(const INQRectMatrix& r, INQRectMatrix& out) co
   return true;
 }
 
-bool NQDiagMatrix::ComputeRSRTrans(const INQRectMatrix& r, INQSymMatrix& out) const {
-  return internal::RSRTrans(*this, r, out);
-}
-
-bool NQDiagMatrix::ComputeRTransSR(const INQRectMatrix& r, INQSymMatrix& out) const {
-  return internal::RTransSR(*this, r, out);
-}
-
-bool NQDiagMatrix::ComputeRTransSV(const INQRectMatrix& r, const std::vector<double>& v,
-                                   std::vector<double>& out) const {
-  return internal::RTransSV(*this, r, v, out);
-}
-
 namespace {
 
 // d' line[first .. first+count-1]; system-missing where it does not fit.
 double PartTimesDiagonal(const std::vector<double>& line, int first, int count,
                          const std::vector<double>& d) {
-  const bool fits =
-      first >= 0 && count >= 0 && static_cast<std::size_t>(count) <= d.size() &&
-      static_cast<std::size_t>(first) <= line.size() &&
-      static_cast<std::size_t>(count) <= line.size() - static_cast<std::size_t>(first);
-  if (!fits) return NQMV::Missing();
+  if (count < 0 || static_cast<std::size_t>(count) > d.size() ||
+      !internal::HoldsRun(line.size(), first, static_cast<std::size_t>(count)))
+    return NQMV::Missing();
   return internal::DotProduct(static_cast<std::size_t>(count), line.data() + first, d.data());
 }
 
@@ -267,28 +198,33 @@ double NQDiagMatrix::ComputeRTransVD(int j, const INQRectMatrix& r, int first, i
 
 bool NQDiagMatrix::ExtractFirstNRows(INQSymMatrix& out) const {
   const int k = out.GetNRows();
-  return k >= 0 && k <= fNRows && PutDiagonal({fvData.begin(), fvData.begin() + k}, out);
+  NQDiagMatrix part(*this);
+  return k >= 0 && k <= fNRows && part.Resize(k) && PutDiagonal(std::move(part), out);
 }
 
 bool NQDiagMatrix::ExtractSubmatrix(const std::vector<int>& indices, INQSymMatrix& out) const {
-  std::vector<bool> taken(Order());
-  std::vector<double> part;
-  bool repeats = false;
-  for (int i : indices) {
-    if (!HasRow(i)) return false;
-    repeats = repeats || taken[static_cast<std::size_t>(i)];
-    taken[static_cast<std::size_t>(i)] = true;
-    part.push_back(GetElem(i));
+  if (!internal::AllBelow(fNRows, indices) ||
+      !internal::FitsInt(static_cast<long long>(indices.size())))
+    return false;
+  const auto order = static_cast<int>(indices.size());
+  const auto at = [&](int a) { return indices[static_cast<std::size_t>(a)]; };
+  if (NQDiagMatrix* diagonal = AsDiagonal(out)) {
+    NQBitSet taken(fNRows);
+    NQDiagMatrix part(order, false);
+    if (taken.Size() < fNRows || !part.IsValidMatrix()) return false;
+    for (int a = 0; a < order; ++a) {
+      if (taken.IsIn(at(a))) return false;
+      taken.Set(at(a), true);
+      part.SetElem(a, GetElem(at(a)));
+    }
+    *diagonal = std::move(part);
+    return true;
   }
-  if (!repeats) return PutDiagonal(part, out);
-  const auto at = [&](std::size_t a) { return indices[a]; };
-  return internal::FitsInt(static_cast<long long>(indices.size())) &&
-         PutRows(static_cast<int>(indices.size()), AsDenseSym(out),
-                 [&](int a, std::vector<double>& row) {
-                   row.resize(indices.size());
-                   for (std::size_t b = 0; b < row.size(); ++b)
-                     row[b] = GetElem(at(static_cast<std::size_t>(a)), at(b));
-                 });
+  return PutRows(order, AsDenseSym(out), [&](int a, std::vector<double>& row) {
+    row.resize(indices.size());
+    for (int b = 0; b <= a; ++b) row[static_cast<std::size_t>(b)] = GetElem(at(a), at(b));
+    return true;
+  });
 }
 
 }  // namespace NQMath_940

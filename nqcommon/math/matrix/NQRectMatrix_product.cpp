@@ -5,7 +5,8 @@
 #include <nqcommon/common/NQMV.h>
 #include <nqcommon/math/kernels/packed_algebra.h>
 #include <nqcommon/math/matrix/internal/argument_checks.h>
-#include <nqcommon/math/matrix/internal/matrix_access.h>
+#include <nqcommon/math/matrix/internal/matrix_entries.h>
+#include <nqcommon/math/matrix/internal/matrix_results.h>
 #include <nqcommon/math/matrix/internal/sparse_products.h>
 #include <nqcommon/math/matrix/internal/symmetric_times.h>
 

@@ -4,7 +4,7 @@
 #include <utility>
 
 #include <nqcommon/common/memory_guard.h>
-#include <nqcommon/math/matrix/internal/matrix_access.h>
+#include <nqcommon/math/matrix/internal/matrix_results.h>
 #include <nqcommon/math/matrix/internal/sparse_run.h>
 
 namespace NQMath_940 {

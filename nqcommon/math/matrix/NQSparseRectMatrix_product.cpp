@@ -4,7 +4,7 @@
 
 #include <nqcommon/common/NQMV.h>
 #include <nqcommon/math/kernels/strided.h>
-#include <nqcommon/math/matrix/internal/matrix_access.h>
+#include <nqcommon/math/matrix/internal/matrix_results.h>
 #include <nqcommon/math/matrix/internal/sparse_run.h>
 
 namespace NQMath_940 {

@@ -2,14 +2,18 @@
 
 #include <algorithm>
 #include <cassert>
-#include <exception>
 #include <numeric>
 #include <utility>
 
+#include <nqcommon/common/memory_guard.h>
+#include <nqcommon/math/kernels/packed_triangle.h>
 #include <nqcommon/math/kernels/scaling.h>
-#include <nqcommon/math/matrix/internal/matrix_access.h>
+#include <nqcommon/math/matrix/internal/argument_checks.h>
+#include <nqcommon/math/matrix/internal/matrix_casts.h>
 
 namespace NQMath_940 {
+
+using NQCommon_940::GuardMemory;
 
 // ---- Life cycle --------------------------------------------------------------------------------
 
@@ -24,68 +28,40 @@ NQSymBlockDiagMatrix::NQSymBlockDiagMatrix(const std::vector<const INQSymMatrix*
   }
 }
 
-NQSymBlockDiagMatrix::NQSymBlockDiagMatrix(const NQSymBlockDiagMatrix& other) : INQSymMatrix() {
+NQSymBlockDiagMatrix::NQSymBlockDiagMatrix(const NQSymBlockDiagMatrix& other) noexcept
+    : INQSymMatrix() {
   *this = other;
 }
 
-// The blocks' copies report a failure by their order, the other members' throw.
-NQSymBlockDiagMatrix& NQSymBlockDiagMatrix::operator=(const NQSymBlockDiagMatrix& other) {
+// The blocks' copies report a failure by their order, the arrays' throw.
+NQSymBlockDiagMatrix& NQSymBlockDiagMatrix::operator=(const NQSymBlockDiagMatrix& other) noexcept {
   if (this == &other) return *this;
-  try {
-    fvDense = other.fvDense;
-    fvDiagonal = other.fvDiagonal;
-    fvBlockSizes = other.fvBlockSizes;
-    fIsDiagonal = other.fIsDiagonal;
-    fvStart = other.fvStart;
-    fvBlockIndices = other.fvBlockIndices;
+  const bool copied = GuardMemory([&] {
+    fvBlocks = other.fvBlocks;
     fvBlockOfRow = other.fvBlockOfRow;
     fNRows = other.fNRows;
-    fNBlocks = other.fNBlocks;
-  } catch (const std::exception&) {
-    Fail();
-  }
-  const auto failed = [](const INQSymMatrix& block) { return !block.IsValidMatrix(); };
-  if (std::any_of(fvDense.begin(), fvDense.end(), failed) ||
-      std::any_of(fvDiagonal.begin(), fvDiagonal.end(), failed))
-    Fail();
+  });
+  bool valid = copied;
+  ForEachBlock([&](const INQSymMatrix& block, int) { valid = valid && block.IsValidMatrix(); });
+  if (!valid) Fail();
   return *this;
 }
 
 NQSymBlockDiagMatrix::NQSymBlockDiagMatrix(NQSymBlockDiagMatrix&& other) noexcept : INQSymMatrix() {
-  Swap(other);
+  *this = std::move(other);
 }
 
 NQSymBlockDiagMatrix& NQSymBlockDiagMatrix::operator=(NQSymBlockDiagMatrix&& other) noexcept {
   if (this == &other) return *this;
-  Swap(other);
-  other.ClearAll();
+  fNRows = std::exchange(other.fNRows, 0);
+  fvBlocks = std::exchange(other.fvBlocks, {});
+  fvBlockOfRow = std::exchange(other.fvBlockOfRow, {});
   return *this;
 }
 
 NQSymBlockDiagMatrix::~NQSymBlockDiagMatrix() = default;
 
-void NQSymBlockDiagMatrix::Swap(NQSymBlockDiagMatrix& other) noexcept {
-  std::swap(fNRows, other.fNRows);
-  std::swap(fNBlocks, other.fNBlocks);
-  std::swap(fvDense, other.fvDense);
-  std::swap(fvDiagonal, other.fvDiagonal);
-  std::swap(fvBlockSizes, other.fvBlockSizes);
-  std::swap(fIsDiagonal, other.fIsDiagonal);
-  std::swap(fvStart, other.fvStart);
-  std::swap(fvBlockIndices, other.fvBlockIndices);
-  std::swap(fvBlockOfRow, other.fvBlockOfRow);
-}
-
-void NQSymBlockDiagMatrix::ClearAll() {
-  fNRows = fNBlocks = 0;
-  fvDense.clear();
-  fvDiagonal.clear();
-  fvBlockSizes.clear();
-  fIsDiagonal.Resize(0, false);
-  fvStart.assign(1, 0);
-  fvBlockIndices.clear();
-  fvBlockOfRow.clear();
-}
+void NQSymBlockDiagMatrix::ClearAll() { *this = NQSymBlockDiagMatrix(); }
 
 // What a failed allocation leaves.
 bool NQSymBlockDiagMatrix::Fail() {
@@ -114,38 +90,30 @@ bool NQSymBlockDiagMatrix::SetStructure(const std::vector<int>& sizes, const NQB
   return fNRows >= 0;
 }
 
-void NQSymBlockDiagMatrix::SetBlockIndicesForRow(int from) {
-  for (int b = from; b < static_cast<int>(fvBlockSizes.size()); ++b)
-    fvBlockOfRow.resize(At(fvStart[At(b + 1)]), b);
+void NQSymBlockDiagMatrix::SetBlockIndicesForRow() {
+  fvBlockOfRow.resize(Order(), GetNBlocks() - 1);
 }
 
+// The new nb; -1 where the order would be more than an int counts, and, with order -1 then, where
+// there is no memory.
 template <class Matrix>
-int NQSymBlockDiagMatrix::AppendTo(std::vector<Matrix>& kind, Matrix block) {
+int NQSymBlockDiagMatrix::Append(Matrix block) {
   const int size = block.GetNRows();
-  const bool isDiagonal = block.GetType() == 1;
-  if (fNRows >= 0 && block.IsValidMatrix()) {
+  if (fNRows >= 0 && size >= 0) {
     if (!internal::FitsInt(static_cast<long long>(fNRows) + size)) return -1;
-    try {
-      fvBlockIndices.push_back(static_cast<int>(kind.size()));
-      kind.push_back(std::move(block));
-      fvBlockSizes.push_back(size);
-      fvStart.push_back(fNRows + size);
-      SetBlockIndicesForRow(fNBlocks);
+    const bool appended = GuardMemory([&] {
+      fvBlocks.push_back({std::move(block), fNRows});
       fNRows += size;
-      if (fIsDiagonal.Append(isDiagonal) > fNBlocks) return ++fNBlocks;
-    } catch (const std::exception&) {
-    }
+      SetBlockIndicesForRow();
+    });
+    if (appended) return GetNBlocks();
   }
   Fail();
   return -1;
 }
 
-int NQSymBlockDiagMatrix::Append(NQSymMatrix&& block) {
-  return AppendTo(fvDense, std::move(block));
-}
-int NQSymBlockDiagMatrix::Append(NQDiagMatrix&& block) {
-  return AppendTo(fvDiagonal, std::move(block));
-}
+template int NQSymBlockDiagMatrix::Append(NQSymMatrix block);
+template int NQSymBlockDiagMatrix::Append(NQDiagMatrix block);
 
 int NQSymBlockDiagMatrix::AddBlock(const std::vector<double>& diagonal) {
   return diagonal.empty() || fNRows < 0 ? -1 : Append(NQDiagMatrix(diagonal));
@@ -159,34 +127,9 @@ int NQSymBlockDiagMatrix::AddBlock(const INQSymMatrix& m) {
   NQSymBlockDiagMatrix copy(*internal::AsBlockDiag(m));
   if (!internal::FitsInt(static_cast<long long>(fNRows) + m.GetNRows())) return -1;
   if (!copy.IsValidMatrix()) Fail();
-  for (int b = 0; b < copy.fNBlocks && fNRows >= 0; ++b) {
-    const std::size_t at = At(copy.fvBlockIndices[At(b)]);
-    if (copy.GetIsBlockDiagonal(b)) {
-      Append(std::move(copy.fvDiagonal[at]));
-    } else {
-      Append(std::move(copy.fvDense[at]));
-    }
-  }
-  return fNRows >= 0 ? fNBlocks : -1;
-}
-
-// Makes room for block b among those of the kind, and takes it out of the other.
-void NQSymBlockDiagMatrix::SetKind(int b, bool isDiagonal) {
-  if (GetIsBlockDiagonal(b) == isDiagonal) return;
-  int before = 0;  // blocks of the new kind before b
-  for (int a = 0; a < b; ++a) before += GetIsBlockDiagonal(a) == isDiagonal;
-  const std::ptrdiff_t from = fvBlockIndices[At(b)];
-  if (isDiagonal) {
-    fvDiagonal.emplace(fvDiagonal.begin() + before);
-    fvDense.erase(fvDense.begin() + from);
-  } else {
-    fvDense.emplace(fvDense.begin() + before);
-    fvDiagonal.erase(fvDiagonal.begin() + from);
-  }
-  fIsDiagonal.Set(b, isDiagonal);
-  fvBlockIndices[At(b)] = before;
-  for (int a = b + 1; a < fNBlocks; ++a)
-    fvBlockIndices[At(a)] += GetIsBlockDiagonal(a) == isDiagonal ? 1 : -1;
+  for (PlacedBlock& block : copy.fvBlocks)
+    std::visit([this](auto& matrix) { Append(std::move(matrix)); }, block.matrix);
+  return fNRows >= 0 ? GetNBlocks() : -1;
 }
 
 bool NQSymBlockDiagMatrix::ReplaceBlock(int b, const std::vector<double>& diagonal) {
@@ -195,69 +138,85 @@ bool NQSymBlockDiagMatrix::ReplaceBlock(int b, const std::vector<double>& diagon
 
 bool NQSymBlockDiagMatrix::ReplaceBlock(int b, const INQSymMatrix& m) {
   if (!HasBlock(b) || m.GetNRows() != GetBlockSize(b)) return false;
-  const bool isDiagonal = m.GetType() == 1;
   NQSymMatrix dense;
-  NQDiagMatrix diagonal;
-  if (isDiagonal) {
-    diagonal = *internal::AsDiagonal(m);
-  } else if (const NQSymMatrix* source = internal::AsDenseSym(m)) {
+  if (const NQDiagMatrix* diagonal = internal::AsDiagonal(m)) {
+    NQDiagMatrix copy(*diagonal);
+    if (!copy.IsValidMatrix()) return false;
+    fvBlocks[At(b)].matrix = std::move(copy);
+    return true;
+  }
+  if (const NQSymMatrix* source = internal::AsDenseSym(m)) {
     dense = *source;
   } else if (!internal::AsBlockDiag(m)->FillDenseMatrix(dense)) {
-    return Fail();
+    return false;
   }
-  try {
-    SetKind(b, isDiagonal);
-  } catch (const std::exception&) {
-    return Fail();
-  }
-  const std::size_t at = At(fvBlockIndices[At(b)]);
-  if (isDiagonal) {
-    fvDiagonal[at] = std::move(diagonal);
-  } else {
-    fvDense[at] = std::move(dense);
-  }
-  return Block(b).IsValidMatrix() || Fail();
+  if (!dense.IsValidMatrix()) return false;
+  fvBlocks[At(b)].matrix = std::move(dense);
+  return true;
 }
 
 INQSymMatrix& NQSymBlockDiagMatrix::Block(int b) {
-  const std::size_t at = At(fvBlockIndices[At(b)]);
-  if (fIsDiagonal.IsIn(b)) return fvDiagonal[at];
-  return fvDense[at];
+  return std::visit([](INQSymMatrix& m) -> INQSymMatrix& { return m; }, fvBlocks[At(b)].matrix);
 }
 
 const INQSymMatrix& NQSymBlockDiagMatrix::Block(int b) const {
-  const std::size_t at = At(fvBlockIndices[At(b)]);
-  if (fIsDiagonal.IsIn(b)) return fvDiagonal[at];
-  return fvDense[at];
+  return std::visit([](const INQSymMatrix& m) -> const INQSymMatrix& { return m; },
+                    fvBlocks[At(b)].matrix);
+}
+
+int NQSymBlockDiagMatrix::GetNDiagBlocks() const {
+  int count = 0;
+  for (int b = 0; b < GetNBlocks(); ++b) count += GetIsBlockDiagonal(b);
+  return count;
+}
+
+std::vector<int> NQSymBlockDiagMatrix::GetBlockSizes() const {
+  return GuardMemory(std::vector<int>(), [this] {
+    std::vector<int> sizes;
+    ForEachBlock([&](const INQSymMatrix& block, int) { sizes.push_back(block.GetNRows()); });
+    return sizes;
+  });
+}
+
+std::vector<int> NQSymBlockDiagMatrix::GetStartingIndices() const {
+  return GuardMemory(std::vector<int>(), [this] {
+    std::vector<int> starts;
+    ForEachBlock([&](const INQSymMatrix&, int start) { starts.push_back(start); });
+    starts.push_back(std::max(fNRows, 0));
+    return starts;
+  });
 }
 
 bool NQSymBlockDiagMatrix::GetDenseBlock(int b, const NQSymMatrix*& out) const {
   if (!HasBlock(b) || GetIsBlockDiagonal(b)) return false;
-  out = &fvDense[At(fvBlockIndices[At(b)])];
+  out = std::get_if<NQSymMatrix>(&fvBlocks[At(b)].matrix);
   return true;
 }
 
 bool NQSymBlockDiagMatrix::GetDenseBlock(int b, NQSymMatrix*& out) {
   if (!HasBlock(b) || GetIsBlockDiagonal(b)) return false;
-  out = &fvDense[At(fvBlockIndices[At(b)])];
+  out = std::get_if<NQSymMatrix>(&fvBlocks[At(b)].matrix);
   return true;
 }
 
 bool NQSymBlockDiagMatrix::GetDiagonalBlock(int b, const std::vector<double>*& out) const {
-  if (!HasBlock(b) || !GetIsBlockDiagonal(b)) return false;
-  out = &fvDiagonal[At(fvBlockIndices[At(b)])].AsVectorConst();
+  if (!GetIsBlockDiagonal(b)) return false;
+  out = &std::get_if<NQDiagMatrix>(&fvBlocks[At(b)].matrix)->AsVectorConst();
   return true;
 }
 
 bool NQSymBlockDiagMatrix::GetDiagonalBlock(int b, std::vector<double>*& out) {
-  if (!HasBlock(b) || !GetIsBlockDiagonal(b)) return false;
-  out = &fvDiagonal[At(fvBlockIndices[At(b)])].AsVector();
+  if (!GetIsBlockDiagonal(b)) return false;
+  out = &std::get_if<NQDiagMatrix>(&fvBlocks[At(b)].matrix)->AsVector();
   return true;
 }
 
 bool NQSymBlockDiagMatrix::IsSameStructure(const NQSymBlockDiagMatrix& other) const {
-  return fNRows == other.fNRows && fvBlockSizes == other.fvBlockSizes &&
-         fIsDiagonal == other.fIsDiagonal;
+  const auto alike = [](const PlacedBlock& a, const PlacedBlock& b) {
+    return a.start == b.start && a.matrix.index() == b.matrix.index();
+  };
+  return fNRows == other.fNRows && std::equal(fvBlocks.begin(), fvBlocks.end(),
+                                              other.fvBlocks.begin(), other.fvBlocks.end(), alike);
 }
 
 bool NQSymBlockDiagMatrix::CopyStructure(NQSymBlockDiagMatrix& out) const {
@@ -269,15 +228,13 @@ bool NQSymBlockDiagMatrix::CopyStructure(NQSymBlockDiagMatrix& out) const {
 bool NQSymBlockDiagMatrix::Resize(int n) {
   n = std::max(n, 0);
   if (!IsValidMatrix()) ClearAll();
-  if (n < fNRows) *this = LeadingBlocks(n);
+  NQSymBlockDiagMatrix leading;
+  if (n < fNRows) {
+    leading.TakeLeadingBlocks(*this, n);
+    *this = std::move(leading);
+  }
   if (n > fNRows && IsValidMatrix()) Append(NQSymMatrix(n - fNRows, true));
   return fNRows >= 0;
-}
-
-bool NQSymBlockDiagMatrix::SetNRows(int n, bool clear) {
-  const bool resized = Resize(n);
-  if (resized && clear) Clear();
-  return resized;
 }
 
 // ---- Elements ----------------------------------------------------------------------------------
@@ -285,11 +242,13 @@ bool NQSymBlockDiagMatrix::SetNRows(int n, bool clear) {
 const double* NQSymBlockDiagMatrix::FindBlock(int i, int j) const {
   assert(HasRow(i) && HasRow(j));
   const int high = std::max(i, j), low = std::min(i, j);
-  const int b = fvBlockOfRow[At(high)], start = fvStart[At(b)];
-  if (low < start || (GetIsBlockDiagonal(b) && low != high)) return nullptr;
-  const std::size_t at = At(fvBlockIndices[At(b)]), row = At(high - start);
-  if (GetIsBlockDiagonal(b)) return fvDiagonal[at].AsVectorConst().data() + row;
-  return fvDense[at].AsVectorConst().data() + internal::LowerIndex(row, At(low - start));
+  const PlacedBlock& block = fvBlocks[At(fvBlockOfRow[At(high)])];
+  if (low < block.start) return nullptr;
+  const std::size_t row = At(high - block.start);
+  if (const auto* dense = std::get_if<NQSymMatrix>(&block.matrix))
+    return dense->AsVectorConst().data() + internal::LowerIndex(row, At(low - block.start));
+  const auto* diagonal = std::get_if<NQDiagMatrix>(&block.matrix);
+  return low == high ? diagonal->AsVectorConst().data() + row : nullptr;
 }
 
 double* NQSymBlockDiagMatrix::FindBlock(int i, int j) {
@@ -312,7 +271,7 @@ bool NQSymBlockDiagMatrix::FindAbsBlockRelColIndex(int i, int& block, int& start
                                                    bool& isDiagonal) const {
   if (!HasRow(i)) return false;
   block = fvBlockOfRow[At(i)];
-  start = fvStart[At(block)];
+  start = GetBlockStartIndex(block);
   relative = i - start;
   isDiagonal = GetIsBlockDiagonal(block);
   return true;
@@ -340,25 +299,12 @@ bool NQSymBlockDiagMatrix::ComputeAXpY(double a, const INQSymMatrix& x) {
   if (x.GetNRows() != fNRows || fNRows < 0) return false;
   if (const NQSymBlockDiagMatrix* blocks = internal::AsBlockDiag(x)) {
     if (!IsSameStructure(*blocks)) return false;
-    for (int b = 0; b < fNBlocks; ++b) Block(b).ComputeAXpY(a, blocks->Block(b));
+    for (int b = 0; b < GetNBlocks(); ++b) Block(b).ComputeAXpY(a, blocks->Block(b));
     return true;
   }
   if (x.GetType() != 1) return false;
   for (int i = 0; i < fNRows; ++i) *FindBlock(i, i) += a * x.GetElem(i, i);
   return true;
-}
-
-void NQSymBlockDiagMatrix::GetNCheckDiagonal(std::vector<double>& out, double /*a*/,
-                                             double /*b*/) const {
-  GetDiagonal(out);
-  out.assign(out.size(), internal::LargestFromZero(out));
-}
-
-void NQSymBlockDiagMatrix::MaxMinDiag(double& max, double& min) const {
-  internal::Extremes extremes;
-  for (int i = 0; i < fNRows; ++i) extremes.Add(*FindBlock(i, i));
-  max = extremes.Max();
-  min = extremes.Min();
 }
 
 // A block of one row has no entries off its diagonal, and answers 0 for them.
@@ -377,12 +323,6 @@ void NQSymBlockDiagMatrix::MaxMinDiagOffDiag(double& maxDiag, double& minDiag, d
   });
   maxOff = off.Max();
   minOff = off.Min();
-}
-
-double NQSymBlockDiagMatrix::Trace() const {
-  double sum = 0;
-  for (int i = 0; i < fNRows; ++i) sum += *FindBlock(i, i);
-  return sum;
 }
 
 void NQSymBlockDiagMatrix::ZeroOutNonDiag(double eps) {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <cstddef>
-#include <utility>
+#include <variant>
 #include <vector>
 
 #include <nqcommon/export.h>
@@ -48,6 +48,14 @@ class NQRectMatrix;
 //           NQSymBlockDiagMatrix_companion.cpp  products beside a dense matrix
 class NQ_API NQSymBlockDiagMatrix : public INQSymMatrix {
  public:
+  // The forms of these that the interface makes of the ones below.
+  using INQSymMatrix::ComputeLTransV;
+  using INQSymMatrix::ComputeLV;
+  using INQSymMatrix::ComputeRVD;
+  using INQSymMatrix::ComputeSV;
+  using INQSymMatrix::ComputeVSWParts;
+  using INQSymMatrix::LTChol;
+
   // ---- Life cycle and structure (NQSymBlockDiagMatrix.cpp) -------------------------------------
 
   // No blocks.
@@ -57,9 +65,9 @@ class NQ_API NQSymBlockDiagMatrix : public INQSymMatrix {
   // One block per matrix, added as by AddBlock; a null pointer or a matrix that is refused adds
   // none.
   explicit NQSymBlockDiagMatrix(const std::vector<const INQSymMatrix*>& blocks);
-  NQSymBlockDiagMatrix(const NQSymBlockDiagMatrix& other);
-  NQSymBlockDiagMatrix& operator=(const NQSymBlockDiagMatrix& other);
-  // The source is left without blocks.
+  // A copy that finds no storage has order -1; a move leaves its source without blocks.
+  NQSymBlockDiagMatrix(const NQSymBlockDiagMatrix& other) noexcept;
+  NQSymBlockDiagMatrix& operator=(const NQSymBlockDiagMatrix& other) noexcept;
   NQSymBlockDiagMatrix(NQSymBlockDiagMatrix&& other) noexcept;
   NQSymBlockDiagMatrix& operator=(NQSymBlockDiagMatrix&& other) noexcept;
   ~NQSymBlockDiagMatrix() override;
@@ -84,19 +92,19 @@ class NQ_API NQSymBlockDiagMatrix : public INQSymMatrix {
   bool ReplaceBlock(int b, const std::vector<double>& diagonal);
   bool ReplaceBlock(int b, const INQSymMatrix& m);
 
-  int GetNBlocks() const { return fNBlocks; }
-  int GetNDenseBlocks() const { return static_cast<int>(fvDense.size()); }
-  int GetNDiagBlocks() const { return static_cast<int>(fvDiagonal.size()); }
-  const std::vector<int>& GetBlockSizes() const { return fvBlockSizes; }
-  // nb + 1 entries, the last being n.
-  const std::vector<int>& GetStartingIndices() const { return fvStart; }
+  int GetNBlocks() const { return static_cast<int>(fvBlocks.size()); }
+  int GetNDenseBlocks() const { return GetNBlocks() - GetNDiagBlocks(); }
+  int GetNDiagBlocks() const;
+  // Empty where memory ends. GetStartingIndices has nb + 1 entries, the last being n.
+  std::vector<int> GetBlockSizes() const;
+  std::vector<int> GetStartingIndices() const;
   // The block of every row.
   const std::vector<int>& GetBlockIndexForRow() const { return fvBlockOfRow; }
   // -1 when there is no such block or row; GetIsBlockDiagonal answers false.
-  int GetBlockSize(int b) const { return HasBlock(b) ? fvBlockSizes[At(b)] : -1; }
-  int GetBlockStartIndex(int b) const { return HasBlock(b) ? fvStart[At(b)] : -1; }
+  int GetBlockSize(int b) const { return HasBlock(b) ? Block(b).GetNRows() : -1; }
+  int GetBlockStartIndex(int b) const { return HasBlock(b) ? fvBlocks[At(b)].start : -1; }
   int GetBlockIndexForRow(int i) const { return HasRow(i) ? fvBlockOfRow[At(i)] : -1; }
-  bool GetIsBlockDiagonal(int b) const { return fIsDiagonal.IsIn(b); }
+  bool GetIsBlockDiagonal(int b) const { return HasBlock(b) && Block(b).GetType() == 1; }
   // out = block b itself, or its array of diagonal entries, until the structure changes; the size
   // must stay. False, out unchanged, when b is of the other kind or not there.
   bool GetDenseBlock(int b, NQSymMatrix*& out);
@@ -112,7 +120,6 @@ class NQ_API NQSymBlockDiagMatrix : public INQSymMatrix {
   // An order below n keeps the leading blocks, the last cut; one above n appends a dense block of
   // zeros.
   bool Resize(int n) override;
-  bool SetNRows(int n, bool clear) override;
 
   // ---- Elements (NQSymBlockDiagMatrix.cpp) -----------------------------------------------------
 
@@ -134,12 +141,9 @@ class NQ_API NQSymBlockDiagMatrix : public INQSymMatrix {
   void ChangeSign() override;
   void MultiplyByNumber(double x) override;
   bool ComputeAXpY(double a, const INQSymMatrix& x) override;
-  void GetNCheckDiagonal(std::vector<double>& out, double a, double b) const override;
-  void MaxMinDiag(double& max, double& min) const override;
   // The zeros outside the blocks count.
   void MaxMinDiagOffDiag(double& maxDiag, double& minDiag, double& maxOff,
                          double& minOff) const override;
-  double Trace() const override;
   void ZeroOutNonDiag(double eps) override;
 
   // ---- Rows, parts and display (NQSymBlockDiagMatrix_rows.cpp) ---------------------------------
@@ -148,7 +152,6 @@ class NQ_API NQSymBlockDiagMatrix : public INQSymMatrix {
   bool GetRow(int i, std::vector<double>& out) const override;
   bool PutRow(int i, const std::vector<double>& v) override;
   bool SetRowColToConst(int i, double x) override;
-  bool ZeroOut(int i) override;
   bool IncrVecByRow(int i, std::vector<double>& v, double factor) const override;
   bool IsZeroRow(int i, const NQBitSet& set) const override;
   // A block-diagonal `out` takes the leading blocks, the last cut.
@@ -165,9 +168,7 @@ class NQ_API NQSymBlockDiagMatrix : public INQSymMatrix {
 
   int LTChol(const std::vector<double>& t, double eps, bool check) override;
   int LTChol(const std::vector<double>& t, double eps, NQBitSet& nonRedundant, bool check) override;
-  int LTChol(double eps, double& minPivot, bool check) override;
   int LTDetInverse(NQDeterminant& det, int job) override;
-  bool LTInverse() override;
   void LTLLTrans() override;
   void LTLTransL() override;
   int LTSolve(const std::vector<double>& b, double eps, std::vector<double>& x) override;
@@ -180,7 +181,6 @@ class NQ_API NQSymBlockDiagMatrix : public INQSymMatrix {
 
   // ---- Products (NQSymBlockDiagMatrix_product.cpp) ---------------------------------------------
 
-  double ComputeDotProduct2Rows(int i, int j) const override;
   bool ComputeGMG(const INQSymMatrix& m, INQSymMatrix& out) const override;
   bool ComputeGMGNG(const INQSymMatrix& m, const INQSymMatrix& n,
                     INQRectMatrix& out) const override;
@@ -189,35 +189,17 @@ class NQ_API NQSymBlockDiagMatrix : public INQSymMatrix {
   bool ComputeLSLTrans(const INQSymMatrix& l, INQSymMatrix& out) const override;
   bool ComputeLTransSL(const INQSymMatrix& l, INQSymMatrix& out) const override;
   bool ComputeLTransV(const std::vector<double>& v, std::vector<double>& out) const override;
-  bool ComputeLTransV(const std::vector<int>& indices, const std::vector<double>& values,
-                      std::vector<double>& out) const override;
   bool ComputeLV(const std::vector<double>& v, std::vector<double>& out) const override;
-  bool ComputeLV(const std::vector<int>& indices, const std::vector<double>& values,
-                 std::vector<double>& out) const override;
   double ComputeRowDotProductS(int i, const INQSymMatrix& other, int j) const override;
   double ComputeRowDotProductS(int i, const std::vector<double>& v) const override;
   bool ComputeRS(const INQRectMatrix& r, INQRectMatrix& out) const override;
-  bool ComputeRSRTrans(const INQRectMatrix& r, INQSymMatrix& out) const override;
   bool ComputeRTransS(const INQRectMatrix& r, INQRectMatrix& out) const override;
-  bool ComputeRTransSR(const INQRectMatrix& r, INQSymMatrix& out) const override;
-  bool ComputeRTransSV(const INQRectMatrix& r, const std::vector<double>& v,
-                       std::vector<double>& out) const override;
-  double ComputeRVD(int r, const std::vector<double>& x, int inc) const override;
   double ComputeRVD(int r, const double* x, int inc) const override;
   bool ComputeSS(const INQSymMatrix& b, INQRectMatrix& out) const override;
   bool ComputeSTransS(INQSymMatrix& out) const override;
-  bool ComputeSV(const std::vector<double>& v, std::vector<double>& out) const override;
   bool ComputeSV(const std::vector<double>& v, int nRows, std::vector<double>& out) const override;
-  double ComputeVSV(const std::vector<double>& v) const override;
-  double ComputeVSV(const INQRectMatrix& r, int i) const override;
-  double ComputeVSW(const std::vector<double>& v, const std::vector<double>& w) const override;
-  double ComputeVSW(const double* v, int nv, const double* w, int nw) const override;
-  double ComputeVSW(const std::vector<double>& v, int first, int second) const override;
-  double ComputeVSWParts(const std::vector<double>& v, int row, const std::vector<double>& w,
-                         int col) const override;
   double ComputeVSWParts(const double* v, int nv, int row, const double* w, int nw,
                          int col) const override;
-  double TraceOfProduct(const INQSymMatrix& a) const override;
   double TraceOfProductOfThree(const INQSymMatrix& a, const INQSymMatrix& b) const override;
 
   // ---- Beside a dense matrix (NQSymBlockDiagMatrix_companion.cpp) ------------------------------
@@ -252,52 +234,44 @@ class NQ_API NQSymBlockDiagMatrix : public INQSymMatrix {
   static std::size_t At(int i) { return static_cast<std::size_t>(i); }
   std::size_t Order() const { return fNRows > 0 ? At(fNRows) : 0; }
   bool HasRow(int i) const { return i >= 0 && i < fNRows; }
-  bool HasBlock(int b) const { return b >= 0 && b < fNBlocks; }
+  bool HasBlock(int b) const { return b >= 0 && b < GetNBlocks(); }
   bool HasOrder(std::size_t n) const { return fNRows >= 0 && n == Order(); }
+
+  // A block and its first row.
+  struct PlacedBlock {
+    std::variant<NQSymMatrix, NQDiagMatrix> matrix;
+    int start;
+  };
 
   INQSymMatrix& Block(int b);
   const INQSymMatrix& Block(int b) const;
   // f(block, its first row), block after block.
   template <class F>
   void ForEachBlock(F f) {
-    for (int b = 0; b < fNBlocks; ++b) f(Block(b), fvStart[At(b)]);
+    for (int b = 0; b < GetNBlocks(); ++b) f(Block(b), fvBlocks[At(b)].start);
   }
   template <class F>
   void ForEachBlock(F f) const {
-    for (int b = 0; b < fNBlocks; ++b) f(Block(b), fvStart[At(b)]);
+    for (int b = 0; b < GetNBlocks(); ++b) f(Block(b), fvBlocks[At(b)].start);
   }
-  // f(i, s(i,j)) for the stored cells of column j from row `from` of its block on; with `from` = j
-  // the column of L.
-  template <class F>
-  void ForEachInColumn(int j, int from, F f) const;
 
-  void Swap(NQSymBlockDiagMatrix& other) noexcept;
   bool Fail();
-  // The table of rows, from the rows of block `from` on, which it has not got.
-  void SetBlockIndicesForRow(int from);
+  // The table of rows, where it has not got the rows of the last blocks.
+  void SetBlockIndicesForRow();
   template <class Matrix>
-  int AppendTo(std::vector<Matrix>& kind, Matrix block);
-  int Append(NQSymMatrix&& block);
-  int Append(NQDiagMatrix&& block);
-  void SetKind(int b, bool isDiagonal);
-  int Factor(const std::vector<double>& t, double eps, NQBitSet* nonRedundant, bool check);
-  int InvertInto(INQSymMatrix& out, const std::vector<double>& t, double eps,
-                 NQBitSet* nonRedundant, double* minPivot) const;
+  int Append(Matrix block);
+  std::size_t Factor(const double* t, double eps, std::vector<bool>& aliased);
+  template <class FactorCopy>
+  int InvertInto(INQSymMatrix& out, FactorCopy factor) const;
   const NQSymBlockDiagMatrix* CutAlike(const INQSymMatrix& x, NQSymBlockDiagMatrix& cut) const;
-  NQSymBlockDiagMatrix LeadingBlocks(int n) const;
+  bool TakeLeadingBlocks(const NQSymBlockDiagMatrix& from, int n);
   template <class F>
   bool PutEachBlock(const NQSymBlockDiagMatrix& x, INQSymMatrix& out, F f) const;
   template <class F>
   bool MapVector(const std::vector<double>& v, std::vector<double>& out, F f) const;
 
   int fNRows = 0;
-  int fNBlocks = 0;
-  std::vector<NQSymMatrix> fvDense;
-  std::vector<NQDiagMatrix> fvDiagonal;
-  std::vector<int> fvBlockSizes;
-  NQBitSet fIsDiagonal;
-  std::vector<int> fvStart{0};
-  std::vector<int> fvBlockIndices;  // the place of a block among those of its kind
+  std::vector<PlacedBlock> fvBlocks;
   std::vector<int> fvBlockOfRow;
 };
 

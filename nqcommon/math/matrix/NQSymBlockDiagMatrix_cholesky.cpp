@@ -4,9 +4,10 @@
 #include <utility>
 
 #include <nqcommon/common/NQMV.h>
-#include <nqcommon/math/kernels/scaling.h>
-#include <nqcommon/math/matrix/internal/block_results.h>
-#include <nqcommon/math/matrix/internal/symmetric_forms.h>
+#include <nqcommon/math/kernels/packed_algebra.h>
+#include <nqcommon/math/kernels/packed_cholesky.h>
+#include <nqcommon/math/matrix/internal/factor_rules.h>
+#include <nqcommon/math/matrix/internal/matrix_results.h>
 
 namespace NQMath_940 {
 
@@ -14,59 +15,47 @@ using NQCommon_940::NQMV;
 
 // ---- Factor ------------------------------------------------------------------------------------
 
-int NQSymBlockDiagMatrix::Factor(const std::vector<double>& t, double eps, NQBitSet* nonRedundant,
-                                 bool check) {
-  const auto negative = [](double x) { return x < 0; };
-  if (check && (eps < 0 || std::any_of(t.begin(), t.end(), negative))) return -1;
-  if (t.size() < Order()) return -1;
-  if (nonRedundant && nonRedundant->Size() < fNRows) {
-    nonRedundant->Resize(fNRows, false);
-  } else if (nonRedundant) {
-    nonRedundant->Clear();
-  }
-  int aliased = 0;
-  NQBitSet members;
+// Every block on its slice of t; `aliased` gets a flag for each row.
+std::size_t NQSymBlockDiagMatrix::Factor(const double* t, double eps, std::vector<bool>& aliased) {
+  std::vector<bool> ofBlock;
+  ofBlock.reserve(Order());  // nothing is allocated once a block has been factored
+  std::size_t count = 0;
   ForEachBlock([&](INQSymMatrix& block, int first) {
-    const std::vector<double> slice(t.begin() + first, t.begin() + first + block.GetNRows());
-    aliased += block.LTChol(slice, eps, members, false);
-    for (int i = 0; nonRedundant && i < block.GetNRows(); ++i)
-      nonRedundant->Set(first + i, members.IsIn(i));
+    const std::size_t n = internal::OrderOf(block);
+    if (NQSymMatrix* dense = internal::AsDenseSym(block)) {
+      count += internal::Cholesky(dense->AsVector().data(), n, t + first, eps, &ofBlock);
+    } else if (NQDiagMatrix* diagonal = internal::AsDiagonal(block)) {
+      count += internal::FactorDiagonal(diagonal->AsVector().data(), n, t + first, eps, &ofBlock);
+    }
+    std::copy_n(ofBlock.begin(), n, aliased.begin() + first);
   });
-  return aliased;
+  return count;
 }
 
 int NQSymBlockDiagMatrix::LTChol(const std::vector<double>& t, double eps, bool check) {
-  return Factor(t, eps, nullptr, check);
+  NQBitSet unused;
+  return LTChol(t, eps, unused, check);
 }
 
 int NQSymBlockDiagMatrix::LTChol(const std::vector<double>& t, double eps, NQBitSet& nonRedundant,
                                  bool check) {
-  return Factor(t, eps, &nonRedundant, check);
-}
-
-int NQSymBlockDiagMatrix::LTChol(double eps, double& minPivot, bool check) {
-  return internal::FactorByOwnReferences(*this, eps, minPivot, check);
+  if (internal::RefusesFactor(t, eps, Order(), check)) return -1;
+  return internal::FactorIntoSet(fNRows, nonRedundant, [&](std::vector<bool>& aliased) {
+    return Factor(t.data(), eps, aliased);
+  });
 }
 
 // ---- Determinant and inverses ------------------------------------------------------------------
 
 int NQSymBlockDiagMatrix::LTDetInverse(NQDeterminant& det, int job) {
   int zeroes = 0;
-  NQDeterminant product{1, 0}, ofBlock;
+  NQDeterminant product{1, 0}, ofBlock{1, 0};
   ForEachBlock([&](INQSymMatrix& block, int) {
     zeroes += block.LTDetInverse(ofBlock, job);
-    if (job % 10 == 0) return;
-    internal::MultiplyScaled(product, ofBlock.first);
-    product.second += ofBlock.second;
+    internal::MultiplyScaled(product, ofBlock);
   });
   if (job % 10 != 0) det = zeroes > 0 ? NQDeterminant{0, 0} : product;
   return zeroes;
-}
-
-bool NQSymBlockDiagMatrix::LTInverse() {
-  NQDeterminant det;
-  LTDetInverse(det, 10);
-  return IsValidMatrix();
 }
 
 void NQSymBlockDiagMatrix::LTLLTrans() {
@@ -80,25 +69,22 @@ void NQSymBlockDiagMatrix::LTLTransL() {
 bool NQSymBlockDiagMatrix::ComputeDeterminant(double eps, NQDeterminant& det) const {
   if (fNRows < 1 || (eps < 0 && GetNDenseBlocks() > 0)) return false;
   NQDeterminant product{1, 0}, ofBlock;
-  bool found = true;
-  ForEachBlock([&](const INQSymMatrix& block, int) {
-    if (block.GetNRows() < 1 || !found || product.first == 0) return;
-    found = block.ComputeDeterminant(eps, ofBlock);
-    internal::MultiplyScaled(product, ofBlock.first);
-    product.second += ofBlock.second;
-  });
-  if (found) det = product.first == 0 ? NQDeterminant{0, 0} : product;
-  return found;
+  for (int b = 0; b < GetNBlocks() && product.first != 0; ++b) {
+    if (GetBlockSize(b) < 1) continue;
+    if (!Block(b).ComputeDeterminant(eps, ofBlock)) return false;
+    internal::MultiplyScaled(product, ofBlock);
+  }
+  det = product.first == 0 ? NQDeterminant{0, 0} : product;
+  return true;
 }
 
-// The blocks' inverses, in a copy that `out` takes at the end.
-int NQSymBlockDiagMatrix::InvertInto(INQSymMatrix& out, const std::vector<double>& t, double eps,
-                                     NQBitSet* nonRedundant, double* minPivot) const {
+// The blocks' inverses, in a copy that factor(copy) factors and `out` takes at the end.
+template <class FactorCopy>
+int NQSymBlockDiagMatrix::InvertInto(INQSymMatrix& out, FactorCopy factor) const {
   NQSymBlockDiagMatrix inverse(*this);
   if (out.GetType() == 1 || !inverse.IsValidMatrix()) return -1;
-  const int aliased = inverse.Factor(t, eps, nonRedundant, false);
+  const int aliased = factor(inverse);
   if (aliased < 0) return aliased;
-  if (minPivot) *minPivot = internal::SmallestPivot(inverse);
   inverse.LTInverse();
   inverse.LTLTransL();
   const int rank = fNRows - aliased;
@@ -107,34 +93,40 @@ int NQSymBlockDiagMatrix::InvertInto(INQSymMatrix& out, const std::vector<double
 
 int NQSymBlockDiagMatrix::CholInverse(const std::vector<double>& t, double eps,
                                       INQSymMatrix& out) const {
-  return InvertInto(out, t, eps, nullptr, nullptr);
+  return InvertInto(out, [&](NQSymBlockDiagMatrix& m) { return m.LTChol(t, eps, false); });
 }
 
 int NQSymBlockDiagMatrix::CholInverse(const std::vector<double>& t, double eps, INQSymMatrix& out,
                                       NQBitSet& nonRedundant) const {
-  return InvertInto(out, t, eps, &nonRedundant, nullptr);
+  return InvertInto(out,
+                    [&](NQSymBlockDiagMatrix& m) { return m.LTChol(t, eps, nonRedundant, false); });
 }
 
 int NQSymBlockDiagMatrix::CholInverse(const std::vector<double>& t, double eps, INQSymMatrix& out,
                                       double& minPivot) const {
   minPivot = NQMV::Missing();
-  return InvertInto(out, t, eps, nullptr, &minPivot);
+  return InvertInto(out, [&](NQSymBlockDiagMatrix& m) {
+    const int aliased = m.LTChol(t, eps, false);
+    if (aliased >= 0) minPivot = internal::SmallestPivot(m);
+    return aliased;
+  });
 }
 
 // ---- Solve -------------------------------------------------------------------------------------
 
 int NQSymBlockDiagMatrix::LTSolve(const std::vector<double>& b, double eps,
                                   std::vector<double>& x) {
-  if (!HasOrder(b.size()) || !(eps >= 0)) return -1;
-  int aliased = 0;
-  std::vector<double> solution, part;
-  ForEachBlock([&](INQSymMatrix& block, int first) {
-    part.assign(b.begin() + first, b.begin() + first + block.GetNRows());
-    aliased += block.LTSolve(part, eps, part);
-    solution.insert(solution.end(), part.begin(), part.end());
+  return internal::SolveByFactor(*this, b, eps, x, [this](std::vector<double>& solution) {
+    ForEachBlock([&](const INQSymMatrix& block, int first) {
+      double* part = solution.data() + first;
+      if (const NQSymMatrix* dense = internal::AsDenseSym(block)) {
+        internal::LowerSolve(dense->AsVectorConst().data(), internal::OrderOf(block), part);
+        internal::LowerTransSolve(dense->AsVectorConst().data(), internal::OrderOf(block), part);
+      } else if (const NQDiagMatrix* diagonal = internal::AsDiagonal(block)) {
+        internal::SolveByDiagonal(diagonal->AsVectorConst(), part);
+      }
+    });
   });
-  x = std::move(solution);
-  return aliased;
 }
 
 }  // namespace NQMath_940

@@ -1,15 +1,16 @@
 #include <nqcommon/math/matrix/NQSymBlockDiagMatrix.h>
 
-#include <algorithm>
-#include <utility>
-
 #include <nqcommon/common/NQMV.h>
-#include <nqcommon/math/kernels/packed_algebra.h>
-#include <nqcommon/math/matrix/internal/block_results.h>
+#include <nqcommon/common/memory_guard.h>
+#include <nqcommon/math/kernels/strided.h>
+#include <nqcommon/math/matrix/internal/block_columns.h>
+#include <nqcommon/math/matrix/internal/matrix_results.h>
 
 namespace NQMath_940 {
 
+using internal::ForEachInColumn;
 using internal::IsRun;
+using NQCommon_940::GuardMemory;
 using NQCommon_940::NQMV;
 
 namespace {
@@ -39,7 +40,7 @@ class GrowingRun {
 int NQSymBlockDiagMatrix::GetIndexFirstInRow(int i) const {
   if (!HasRow(i)) return -1;
   const int b = fvBlockOfRow[At(i)];
-  return GetIsBlockDiagonal(b) ? i : fvStart[At(b)];
+  return GetIsBlockDiagonal(b) ? i : GetBlockStartIndex(b);
 }
 
 // ---- Vectors times L ---------------------------------------------------------------------------
@@ -65,14 +66,17 @@ bool NQSymBlockDiagMatrix::ComputeSymRowByL(const INQSymMatrix& s, int i,
 bool NQSymBlockDiagMatrix::ComputeVecPartByL(const std::vector<double>& v, int first,
                                              std::vector<double>& out) const {
   if (!IsValidMatrix() || !internal::HoldsRun(v.size(), first, Order())) return false;
-  return ComputeLTransV({v.begin() + first, v.begin() + first + fNRows}, out);
+  std::vector<double> part;
+  return GuardMemory([&] { part.assign(v.begin() + first, v.begin() + first + fNRows); }) &&
+         ComputeLTransV(part, out);
 }
 
 bool NQSymBlockDiagMatrix::ComputeVecIIncrPartByL(const std::vector<double>& v, int first, int inc,
                                                   std::vector<double>& out) const {
   const GrowingRun run(v, first, inc, Order());
   if (!IsValidMatrix() || !run.Fits()) return false;
-  std::vector<double> x(Order());
+  std::vector<double> x;
+  if (!internal::MakeZeros(Order(), x)) return false;
   for (int k = 0; k < fNRows; ++k) x[At(k)] = run.GetAt(k);
   return ComputeLTransV(x, out);
 }
@@ -84,7 +88,7 @@ double NQSymBlockDiagMatrix::DotProductLColVecIIncrPart(int j, const std::vector
   const GrowingRun run(v, first, inc, Order());
   if (!HasRow(j) || !run.Fits()) return NQMV::Missing();
   double sum = 0;
-  ForEachInColumn(j, j, [&](int i, double l) { sum += l * run.GetAt(i); });
+  ForEachInColumn(*this, j, j, [&](int i, double l) { sum += l * run.GetAt(i); });
   return sum;
 }
 
@@ -93,7 +97,7 @@ double NQSymBlockDiagMatrix::DotProductColVecIIncrPart(int j, const std::vector<
   const GrowingRun run(v, first, inc, Order());
   if (!HasRow(j) || !run.Fits()) return NQMV::Missing();
   double sum = 0;
-  ForEachInColumn(j, 0, [&](int i, double s) { sum += s * run.GetAt(i); });
+  ForEachInColumn(*this, j, 0, [&](int i, double s) { sum += s * run.GetAt(i); });
   return sum;
 }
 
@@ -102,7 +106,7 @@ double NQSymBlockDiagMatrix::DotProductLColDenseRowPart(int j, const NQRectMatri
   const double* values = r.GetRowPtr(row);
   if (!HasRow(j) || !values || !IsRun(r.GetNCols(), first, fNRows)) return NQMV::Missing();
   double sum = 0;
-  ForEachInColumn(j, j, [&](int i, double l) { sum += l * values[first + i]; });
+  ForEachInColumn(*this, j, j, [&](int i, double l) { sum += l * values[first + i]; });
   return sum;
 }
 
@@ -113,7 +117,7 @@ double NQSymBlockDiagMatrix::ComputeRVDParts(int r, int first, int count,
     return NQMV::Missing();
   const double* at = x.data() + (inc >= 0 ? 0 : (1 - std::ptrdiff_t{count}) * inc);
   double sum = 0;
-  ForEachInColumn(r, 0, [&](int k, double s) {
+  ForEachInColumn(*this, r, 0, [&](int k, double s) {
     if (k >= first && k - first < count) sum += s * at[std::ptrdiff_t{k - first} * inc];
   });
   return sum;
@@ -123,7 +127,7 @@ bool NQSymBlockDiagMatrix::UpdateDenseColumnPart(int j, double factor, NQRectMat
                                                  int col) const {
   if (!HasRow(j) || col < 0 || col >= r.GetNCols() || !IsRun(r.GetNRows(), first, fNRows))
     return false;
-  ForEachInColumn(j, 0, [&](int i, double s) { r.GetRowPtr(first + i)[col] += factor * s; });
+  ForEachInColumn(*this, j, 0, [&](int i, double s) { r.GetRowPtr(first + i)[col] += factor * s; });
   return true;
 }
 

@@ -4,9 +4,11 @@
 #include <utility>
 
 #include <nqcommon/common/NQMV.h>
-#include <nqcommon/math/matrix/internal/block_results.h>
+#include <nqcommon/common/memory_guard.h>
+#include <nqcommon/math/matrix/internal/block_columns.h>
+#include <nqcommon/math/matrix/internal/matrix_entries.h>
+#include <nqcommon/math/matrix/internal/matrix_results.h>
 #include <nqcommon/math/matrix/internal/sparse_products.h>
-#include <nqcommon/math/matrix/internal/symmetric_forms.h>
 #include <nqcommon/math/matrix/internal/symmetric_times.h>
 
 namespace NQMath_940 {
@@ -15,20 +17,17 @@ using internal::AsDenseRect;
 using internal::AsDenseSym;
 using internal::ColsOf;
 using internal::Entries;
+using internal::ForEachInColumn;
 using internal::Operand;
 using internal::RowsOf;
 using NQCommon_940::NQMV;
 
 // ---- Rows and vectors --------------------------------------------------------------------------
 
-double NQSymBlockDiagMatrix::ComputeDotProduct2Rows(int i, int j) const {
-  return ComputeRowDotProductS(i, *this, j);
-}
-
 double NQSymBlockDiagMatrix::ComputeRowDotProductS(int i, const INQSymMatrix& other, int j) const {
   if (other.GetNRows() != fNRows || !HasRow(i) || !HasRow(j)) return NQMV::Missing();
   double sum = 0;
-  ForEachInColumn(i, 0, [&](int k, double s) { sum += s * other.GetElem(j, k); });
+  ForEachInColumn(*this, i, 0, [&](int k, double s) { sum += s * other.GetElem(j, k); });
   return sum;
 }
 
@@ -36,15 +35,12 @@ double NQSymBlockDiagMatrix::ComputeRowDotProductS(int i, const std::vector<doub
   return HasOrder(v.size()) ? ComputeRVD(i, v.data(), 1) : NQMV::Missing();
 }
 
-double NQSymBlockDiagMatrix::ComputeRVD(int r, const std::vector<double>& x, int inc) const {
-  return internal::StridedRowProduct(*this, r, x, inc);
-}
-
 double NQSymBlockDiagMatrix::ComputeRVD(int r, const double* x, int inc) const {
   if (!HasRow(r)) return NQMV::Missing();
   const std::ptrdiff_t start = inc >= 0 ? 0 : (1 - static_cast<std::ptrdiff_t>(fNRows)) * inc;
   double sum = 0;
-  ForEachInColumn(r, 0, [&](int k, double s) { sum += s * x[start + std::ptrdiff_t{k} * inc]; });
+  ForEachInColumn(*this, r, 0,
+                  [&](int k, double s) { sum += s * x[start + std::ptrdiff_t{k} * inc]; });
   return sum;
 }
 
@@ -52,28 +48,25 @@ double NQSymBlockDiagMatrix::ComputeRVD(int r, const double* x, int inc) const {
 template <class F>
 bool NQSymBlockDiagMatrix::MapVector(const std::vector<double>& v, std::vector<double>& out,
                                      F f) const {
-  if (!HasOrder(v.size())) return false;
-  std::vector<double> result, part;
-  result.reserve(Order());
-  ForEachBlock([&](const INQSymMatrix& block, int first) {
-    part.assign(v.begin() + first, v.begin() + first + block.GetNRows());
-    f(block, part, part);
-    result.insert(result.end(), part.begin(), part.end());
-  });
-  out = std::move(result);
-  return true;
-}
-
-bool NQSymBlockDiagMatrix::ComputeSV(const std::vector<double>& v, std::vector<double>& out) const {
-  return ComputeSV(v, fNRows, out);
+  return HasOrder(v.size()) && NQCommon_940::GuardMemory(false, [&] {
+           std::vector<double> result, part;
+           result.reserve(Order());
+           for (int b = 0; b < GetNBlocks(); ++b) {
+             const auto first = v.begin() + GetBlockStartIndex(b);
+             part.assign(first, first + GetBlockSize(b));
+             if (!f(Block(b), part)) return false;
+             result.insert(result.end(), part.begin(), part.end());
+           }
+           out = std::move(result);
+           return true;
+         });
 }
 
 bool NQSymBlockDiagMatrix::ComputeSV(const std::vector<double>& v, int nRows,
                                      std::vector<double>& out) const {
-  using Values = std::vector<double>;
   if (nRows < 0 || nRows > fNRows ||
-      !MapVector(v, out, [](const INQSymMatrix& block, const Values& part, Values& answer) {
-        block.ComputeSV(part, answer);
+      !MapVector(v, out, [](const INQSymMatrix& block, std::vector<double>& part) {
+        return block.ComputeSV(part, part);
       }))
     return false;
   out.resize(At(nRows));
@@ -81,62 +74,19 @@ bool NQSymBlockDiagMatrix::ComputeSV(const std::vector<double>& v, int nRows,
 }
 
 bool NQSymBlockDiagMatrix::ComputeLV(const std::vector<double>& v, std::vector<double>& out) const {
-  using Values = std::vector<double>;
-  return MapVector(v, out, [](const INQSymMatrix& block, const Values& part, Values& answer) {
-    block.ComputeLV(part, answer);
+  return MapVector(v, out, [](const INQSymMatrix& block, std::vector<double>& part) {
+    return block.ComputeLV(part, part);
   });
 }
 
 bool NQSymBlockDiagMatrix::ComputeLTransV(const std::vector<double>& v,
                                           std::vector<double>& out) const {
-  using Values = std::vector<double>;
-  return MapVector(v, out, [](const INQSymMatrix& block, const Values& part, Values& answer) {
-    block.ComputeLTransV(part, answer);
+  return MapVector(v, out, [](const INQSymMatrix& block, std::vector<double>& part) {
+    return block.ComputeLTransV(part, part);
   });
 }
 
-bool NQSymBlockDiagMatrix::ComputeLV(const std::vector<int>& indices,
-                                     const std::vector<double>& values,
-                                     std::vector<double>& out) const {
-  std::vector<double> v;
-  return internal::Densify(indices, values, fNRows, v) && ComputeLV(v, out);
-}
-
-bool NQSymBlockDiagMatrix::ComputeLTransV(const std::vector<int>& indices,
-                                          const std::vector<double>& values,
-                                          std::vector<double>& out) const {
-  std::vector<double> v;
-  return internal::Densify(indices, values, fNRows, v) && ComputeLTransV(v, out);
-}
-
 // ---- Quadratic and bilinear forms --------------------------------------------------------------
-
-double NQSymBlockDiagMatrix::ComputeVSV(const std::vector<double>& v) const {
-  return ComputeVSW(v, v);
-}
-
-double NQSymBlockDiagMatrix::ComputeVSV(const INQRectMatrix& r, int i) const {
-  return internal::FormOfRectRow(*this, r, i);
-}
-
-double NQSymBlockDiagMatrix::ComputeVSW(const std::vector<double>& v,
-                                        const std::vector<double>& w) const {
-  if (!HasOrder(v.size()) || !HasOrder(w.size())) return NQMV::Missing();
-  return ComputeVSW(v.data(), fNRows, w.data(), fNRows);
-}
-
-double NQSymBlockDiagMatrix::ComputeVSW(const double* v, int nv, const double* w, int nw) const {
-  return ComputeVSWParts(v, nv, 0, w, nw, 0);
-}
-
-double NQSymBlockDiagMatrix::ComputeVSW(const std::vector<double>& v, int first, int second) const {
-  return internal::FormInOneVector(*this, v, first, second);
-}
-
-double NQSymBlockDiagMatrix::ComputeVSWParts(const std::vector<double>& v, int row,
-                                             const std::vector<double>& w, int col) const {
-  return internal::FormOfPart(*this, v, row, w, col);
-}
 
 // Each block takes its share of the rows and of the columns.
 double NQSymBlockDiagMatrix::ComputeVSWParts(const double* v, int nv, int row, const double* w,
@@ -155,21 +105,19 @@ double NQSymBlockDiagMatrix::ComputeVSWParts(const double* v, int nv, int row, c
   return sum;
 }
 
-double NQSymBlockDiagMatrix::TraceOfProduct(const INQSymMatrix& a) const {
-  if (a.GetNRows() != fNRows || !IsValidMatrix()) return NQMV::Missing();
-  double sum = 0;
-  for (int i = 0; i < fNRows; ++i) sum += ComputeRowDotProductS(i, a, i);
-  return sum;
-}
-
 double NQSymBlockDiagMatrix::TraceOfProductOfThree(const INQSymMatrix& a,
                                                    const INQSymMatrix& b) const {
   if (a.GetNRows() != fNRows || b.GetNRows() != fNRows || !IsValidMatrix()) return NQMV::Missing();
   double sum = 0;
+  bool failed = false;
   for (int i = 0; i < fNRows; ++i) {
-    ForEachInColumn(i, 0, [&](int k, double s) { sum += s * a.ComputeRowDotProductS(k, b, i); });
+    ForEachInColumn(*this, i, 0, [&](int k, double s) {
+      const double product = a.ComputeRowDotProductS(k, b, i);
+      failed = failed || NQMV::IsMissing(product);
+      sum += s * product;
+    });
   }
-  return sum;
+  return failed ? NQMV::Missing() : sum;
 }
 
 // ---- Products of symmetric matrices ------------------------------------------------------------
@@ -178,14 +126,21 @@ double NQSymBlockDiagMatrix::TraceOfProductOfThree(const INQSymMatrix& a,
 // where it cannot be.
 const NQSymBlockDiagMatrix* NQSymBlockDiagMatrix::CutAlike(const INQSymMatrix& x,
                                                            NQSymBlockDiagMatrix& cut) const {
-  if (const NQSymBlockDiagMatrix* blocks = internal::AsBlockDiag(x))
-    return blocks->fvBlockSizes == fvBlockSizes ? blocks : nullptr;
+  if (const NQSymBlockDiagMatrix* blocks = internal::AsBlockDiag(x)) {
+    const bool alike =
+        std::equal(fvBlocks.begin(), fvBlocks.end(), blocks->fvBlocks.begin(),
+                   blocks->fvBlocks.end(), [](const PlacedBlock& mine, const PlacedBlock& theirs) {
+                     return mine.start == theirs.start;
+                   });
+    return alike ? blocks : nullptr;
+  }
   const NQDiagMatrix* diagonal = internal::AsDiagonal(x);
   if (!diagonal) return nullptr;
-  const auto entries = diagonal->AsVectorConst().begin();
-  for (int b = 0; b < fNBlocks && cut.IsValidMatrix(); ++b) {
-    const std::vector<double> part(entries + fvStart[At(b)], entries + fvStart[At(b + 1)]);
-    cut.Append(NQDiagMatrix(part));
+  for (int b = 0; b < GetNBlocks() && cut.IsValidMatrix(); ++b) {
+    NQDiagMatrix part(GetBlockSize(b), false);
+    for (int i = 0; i < part.GetNRows(); ++i)
+      part.SetElem(i, diagonal->GetElem(GetBlockStartIndex(b) + i));
+    cut.Append(std::move(part));
   }
   return &cut;
 }
@@ -195,7 +150,7 @@ template <class F>
 bool NQSymBlockDiagMatrix::PutEachBlock(const NQSymBlockDiagMatrix& x, INQSymMatrix& out,
                                         F f) const {
   NQSymBlockDiagMatrix result;
-  for (int b = 0; b < fNBlocks && x.IsValidMatrix() && result.IsValidMatrix(); ++b) {
+  for (int b = 0; b < GetNBlocks() && x.IsValidMatrix() && result.IsValidMatrix(); ++b) {
     const auto append = [&](auto block) {
       if (!f(Block(b), x.Block(b), block)) return false;
       result.Append(std::move(block));
@@ -231,7 +186,7 @@ bool NQSymBlockDiagMatrix::ComputeLSLTrans(const INQSymMatrix& l, INQSymMatrix& 
   if (l.GetNRows() != fNRows || !IsValidMatrix()) return false;
   NQSymBlockDiagMatrix cut;
   const NQSymBlockDiagMatrix* blocks = CutAlike(l, cut);
-  if (!blocks) return internal::ConjugateByLower(*this, l, out);
+  if (!blocks) return INQSymMatrix::ComputeLSLTrans(l, out);
   return PutEachBlock(*blocks, out,
                       [](const INQSymMatrix& s, const INQSymMatrix& lower, INQSymMatrix& result) {
                         return s.ComputeLSLTrans(lower, result);
@@ -242,7 +197,7 @@ bool NQSymBlockDiagMatrix::ComputeLTransSL(const INQSymMatrix& l, INQSymMatrix& 
   if (l.GetNRows() != fNRows || !IsValidMatrix()) return false;
   NQSymBlockDiagMatrix cut;
   const NQSymBlockDiagMatrix* blocks = CutAlike(l, cut);
-  if (!blocks) return internal::ConjugateByUpper(*this, l, out);
+  if (!blocks) return INQSymMatrix::ComputeLTransSL(l, out);
   return PutEachBlock(*blocks, out,
                       [](const INQSymMatrix& s, const INQSymMatrix& lower, INQSymMatrix& result) {
                         return s.ComputeLTransSL(lower, result);
@@ -257,16 +212,14 @@ bool NQSymBlockDiagMatrix::ComputeSTransS(INQSymMatrix& out) const {
 }
 
 bool NQSymBlockDiagMatrix::ComputeSS(const INQSymMatrix& b, INQRectMatrix& out) const {
-  NQRectMatrix square, result(std::max(fNRows, 0), std::max(fNRows, 0), false);
-  NQRectMatrix* dense = AsDenseRect(out);
-  if (!dense || b.GetNRows() != fNRows || !IsValidMatrix() || !result.IsValidMatrix() ||
-      !internal::PutRows(fNRows, &square,
-                         [&](int i, std::vector<double>& row) { b.GetRow(i, row); }))
-    return false;
-  internal::SymmetricTimes(*this, internal::RowsAt(square.GetRowPtr(0), Order()), Order(),
-                           result.GetRowPtr(0));
-  *dense = std::move(result);
-  return true;
+  NQRectMatrix square;
+  return b.GetNRows() == fNRows && IsValidMatrix() &&
+         internal::PutRows(fNRows, fNRows, &square,
+                           [&](int i, std::vector<double>& row) { return b.GetRow(i, row); }) &&
+         internal::Make(fNRows, fNRows, AsDenseRect(out), [&](NQRectMatrix& result) {
+           internal::SymmetricTimes(*this, internal::RowsAt(square.GetRowPtr(0), Order()), Order(),
+                                    result.GetRowPtr(0));
+         });
 }
 
 // As the transpose of (G N)' M, which goes by the type of M.
@@ -295,12 +248,11 @@ namespace {
 // out <- (S X)', p x n.
 bool PutTransposedProduct(const INQSymMatrix& s, const Operand& x, std::size_t p,
                           NQRectMatrix* out) {
-  NQRectMatrix result(s.GetNRows(), static_cast<int>(p), false);
-  if (!out || !result.IsValidMatrix()) return false;
-  internal::SymmetricTimes(s, x, p, result.GetRowPtr(0));
-  if (!result.Transpose()) return false;
-  *out = std::move(result);
-  return true;
+  return internal::PutFilled(NQRectMatrix(s.GetNRows(), static_cast<int>(p), false), out,
+                             [&](NQRectMatrix& result) {
+                               internal::SymmetricTimes(s, x, p, result.GetRowPtr(0));
+                               return result.Transpose();
+                             });
 }
 
 }  // namespace
@@ -319,19 +271,6 @@ bool NQSymBlockDiagMatrix::ComputeRTransS(const INQRectMatrix& r, INQRectMatrix&
     return internal::SparseTransTimes(*sparse, *this, AsDenseRect(out));
   const Entries R(r);
   return R.AreThere() && PutTransposedProduct(*this, R.Rows(), ColsOf(r), AsDenseRect(out));
-}
-
-bool NQSymBlockDiagMatrix::ComputeRSRTrans(const INQRectMatrix& r, INQSymMatrix& out) const {
-  return internal::RSRTrans(*this, r, out);
-}
-
-bool NQSymBlockDiagMatrix::ComputeRTransSR(const INQRectMatrix& r, INQSymMatrix& out) const {
-  return internal::RTransSR(*this, r, out);
-}
-
-bool NQSymBlockDiagMatrix::ComputeRTransSV(const INQRectMatrix& r, const std::vector<double>& v,
-                                           std::vector<double>& out) const {
-  return internal::RTransSV(*this, r, v, out);
 }
 
 }  // namespace NQMath_940

@@ -2,30 +2,42 @@
 
 #include <algorithm>
 #include <cassert>
-#include <exception>
 
 #include <nqcommon/common/display.h>
-#include <nqcommon/math/matrix/internal/matrix_access.h>
+#include <nqcommon/common/memory_guard.h>
+#include <nqcommon/math/kernels/packed_triangle.h>
+#include <nqcommon/math/matrix/internal/matrix_results.h>
 
 namespace NQMath_940 {
+
+NQSymBlockMatrix& NQSymBlockMatrix::operator=(const NQSymBlockMatrix& other) noexcept {
+  if (this == &other) return *this;
+  fNBlocks = other.fNBlocks;
+  fBlockSize = other.fBlockSize;
+  FailUnless(NQCommon_940::GuardMemory([&] { fvBlocks = other.fvBlocks; }));
+  return *this;
+}
 
 bool NQSymBlockMatrix::SetNRows(int nb, int bs, bool clear) {
   fNBlocks = std::max(nb, 0);
   fBlockSize = std::max(bs, 0);
-  bool resized = true;
-  try {
+  const bool resized = FailUnless(NQCommon_940::GuardMemory([&] {
     fvBlocks.resize(internal::RowStart(static_cast<std::size_t>(fNBlocks)));
-  } catch (const std::exception&) {
-    resized = false;
-  }
-  for (std::size_t k = 0; k < fvBlocks.size() && resized; ++k)
-    resized = fvBlocks[k].Resize(fBlockSize);
-  if (!resized) {
-    fvBlocks = {};
-    fNBlocks = fBlockSize = -1;
-  }
+    for (NQSymMatrix& block : fvBlocks) {
+      if (!block.Resize(fBlockSize)) break;
+    }
+  }));
   if (resized && clear) Clear();
   return resized;
+}
+
+// What a failed allocation leaves, unless all is there: blocks report theirs by their order.
+bool NQSymBlockMatrix::FailUnless(bool allocated) {
+  const auto valid = [](const NQSymMatrix& block) { return block.IsValidMatrix(); };
+  if (allocated && std::all_of(fvBlocks.begin(), fvBlocks.end(), valid)) return true;
+  fvBlocks = {};
+  fNBlocks = fBlockSize = -1;
+  return false;
 }
 
 std::size_t NQSymBlockMatrix::PositionOf(int I, int J) const {
@@ -51,6 +63,7 @@ int NQSymBlockMatrix::CopyToSymMatrix(INQSymMatrix& out) const {
       const NQSymMatrix& block = GetElemSSRef(i / fBlockSize, j / fBlockSize);
       row[static_cast<std::size_t>(j)] = block.GetElem(i % fBlockSize, j % fBlockSize);
     }
+    return true;
   };
   return internal::PutRows(static_cast<int>(n), dense, fillRow) ? static_cast<int>(n) : -1;
 }
@@ -58,18 +71,20 @@ int NQSymBlockMatrix::CopyToSymMatrix(INQSymMatrix& out) const {
 void NQSymBlockMatrix::Display() const {
   using NQDisplay_940::DisplayI;
   using NQDisplay_940::DisplayText;
-  DisplayText(1, "NQSymBlockMatrix display start");
-  DisplayI("The number of rows in the NQSymBlockMatrix", fNBlocks);
-  DisplayI("The number of rows in each NQMATH_NAMESPACE::NQSymMatrix matrix", fBlockSize);
-  for (int I = 0; I < fNBlocks; ++I) {
-    for (int J = 0; J <= I; ++J) {
-      DisplayI("Row number in the NQSymBlockMatrix", I);
-      DisplayI("Column number in the NQSymBlockMatrix", J);
-      DisplayText(1, "NQMATH_NAMESPACE::NQSymMatrix matrix:");
-      GetElemSSRef(I, J).Display();
+  NQCommon_940::GuardMemory([this] {
+    DisplayText(1, "NQSymBlockMatrix display start");
+    DisplayI("The number of rows in the NQSymBlockMatrix", fNBlocks);
+    DisplayI("The number of rows in each NQMATH_NAMESPACE::NQSymMatrix matrix", fBlockSize);
+    for (int I = 0; I < fNBlocks; ++I) {
+      for (int J = 0; J <= I; ++J) {
+        DisplayI("Row number in the NQSymBlockMatrix", I);
+        DisplayI("Column number in the NQSymBlockMatrix", J);
+        DisplayText(1, "NQMATH_NAMESPACE::NQSymMatrix matrix:");
+        GetElemSSRef(I, J).Display();
+      }
     }
-  }
-  DisplayText(1, "NQSymBlockMatrix display end");
+    DisplayText(1, "NQSymBlockMatrix display end");
+  });
 }
 
 }  // namespace NQMath_940

@@ -21,6 +21,12 @@ class NQ_API NQSymBlockMatrix {
   NQSymBlockMatrix() = default;
   // As SetNRows(nb, bs, true).
   NQSymBlockMatrix(int nb, int bs) { SetNRows(nb, bs, true); }
+  // A copy that finds no storage is invalid; a moved-from container is good for assignment.
+  NQSymBlockMatrix(const NQSymBlockMatrix& other) noexcept { *this = other; }
+  NQSymBlockMatrix& operator=(const NQSymBlockMatrix& other) noexcept;
+  NQSymBlockMatrix(NQSymBlockMatrix&&) noexcept = default;
+  NQSymBlockMatrix& operator=(NQSymBlockMatrix&&) noexcept = default;
+  ~NQSymBlockMatrix() = default;
 
   // nb(nb+1)/2 blocks of order bs, a negative count being 0; all zero with `clear`, otherwise the
   // blocks keep what their storage holds. False, both counts -1, when there is no storage.
@@ -46,6 +52,7 @@ class NQ_API NQSymBlockMatrix {
 
  private:
   std::size_t PositionOf(int I, int J) const;
+  bool FailUnless(bool allocated);
 
   int fNBlocks = 0;
   int fBlockSize = 0;

@@ -3,13 +3,13 @@
 #include <algorithm>
 #include <cassert>
 #include <cmath>
-#include <utility>
 
-#include <nqcommon/common/NQMV.h>
-#include <nqcommon/math/kernels/packed_algebra.h>
+#include <nqcommon/common/memory_guard.h>
 #include <nqcommon/math/kernels/packed_triangle.h>
 #include <nqcommon/math/kernels/scaling.h>
-#include <nqcommon/math/matrix/internal/matrix_access.h>
+#include <nqcommon/math/kernels/strided.h>
+#include <nqcommon/math/matrix/internal/argument_checks.h>
+#include <nqcommon/math/matrix/internal/matrix_casts.h>
 
 namespace NQMath_940 {
 
@@ -18,6 +18,7 @@ using internal::Extremes;
 using internal::ForEachInRow;
 using internal::LargestFromZero;
 using internal::RowStart;
+using NQCommon_940::GuardMemory;
 
 // ---- Life cycle and shape -----------------------------------------------------------------------
 
@@ -92,13 +93,14 @@ bool NQSymMatrix::SetElem(std::ptrdiff_t k, double x) {
 }
 
 void NQSymMatrix::GetDiagonal(std::vector<double>& out) const {
-  out.resize(Order());
-  for (std::size_t i = 0; i < out.size(); ++i) out[i] = fvData[DiagIndex(i)];
+  out.clear();
+  internal::MakeVector(Order(), out, [this](std::vector<double>& diagonal) {
+    for (std::size_t i = 0; i < diagonal.size(); ++i) diagonal[i] = fvData[DiagIndex(i)];
+  });
 }
 
 bool NQSymMatrix::GetRow(int i, std::vector<double>& out) const {
-  if (!HasRow(i)) return false;
-  out.resize(Order());
+  if (!HasRow(i) || !GuardMemory([&] { out.resize(Order()); })) return false;
   ForEachInRow(fvData.data(), Order(), static_cast<std::size_t>(i),
                [&](std::size_t j, double s) { out[j] = s; });
   return true;
@@ -117,8 +119,6 @@ bool NQSymMatrix::SetRowColToConst(int i, double x) {
                [x](std::size_t, double& s) { s = x; });
   return true;
 }
-
-bool NQSymMatrix::ZeroOut(int i) { return SetRowColToConst(i, 0.0); }
 
 bool NQSymMatrix::IncrVecByRow(int i, std::vector<double>& v, double factor) const {
   if (!HasRow(i) || v.size() != Order()) return false;
@@ -154,7 +154,7 @@ void ForEachOffDiag(Packed* s, std::size_t n, F f) {
 void NQSymMatrix::Clear() { std::fill(fvData.begin(), fvData.end(), 0.0); }
 
 void NQSymMatrix::ChangeSign() {
-  for (double& s : fvData) s = -s;
+  for (double& s : fvData) s = 0 - s;  // a zero stays 0, where -s would make it -0
 }
 
 void NQSymMatrix::MultiplyByNumber(double x) {
@@ -167,11 +167,8 @@ bool NQSymMatrix::ComputeAXpY(double a, const INQSymMatrix& x) {
     internal::AddScaled(fvData.size(), a, dense->fvData.data(), fvData.data());
     return true;
   }
-  std::vector<double> row;
   for (int i = 0; i < fNRows; ++i) {
-    x.GetRow(i, row);
-    const auto at = static_cast<std::size_t>(i);
-    internal::AddScaled(at + 1, a, row.data(), fvData.data() + RowStart(at));
+    for (int j = 0; j <= i; ++j) fvData[PositionOf(i, j)] += a * x.GetElem(i, j);
   }
   return true;
 }
@@ -184,13 +181,6 @@ bool NQSymMatrix::AddToDiagonalPart(int first, int count, double x) {
   return true;
 }
 
-void NQSymMatrix::MaxMinDiag(double& max, double& min) const {
-  Extremes diagonal;
-  for (std::size_t i = 0; i < Order(); ++i) diagonal.Add(fvData[DiagIndex(i)]);
-  max = diagonal.Max();
-  min = diagonal.Min();
-}
-
 void NQSymMatrix::MaxMinDiagOffDiag(double& maxDiag, double& minDiag, double& maxOff,
                                     double& minOff) const {
   MaxMinDiag(maxDiag, minDiag);
@@ -198,17 +188,6 @@ void NQSymMatrix::MaxMinDiagOffDiag(double& maxDiag, double& minDiag, double& ma
   ForEachOffDiag(fvData.data(), Order(), [&](std::size_t, std::size_t, double s) { off.Add(s); });
   maxOff = off.Max();
   minOff = off.Min();
-}
-
-double NQSymMatrix::Trace() const {
-  double sum = 0;
-  for (std::size_t i = 0; i < Order(); ++i) sum += fvData[DiagIndex(i)];
-  return sum;
-}
-
-void NQSymMatrix::GetNCheckDiagonal(std::vector<double>& out, double /*a*/, double /*b*/) const {
-  GetDiagonal(out);
-  out.assign(out.size(), LargestFromZero(out));
 }
 
 void NQSymMatrix::GetNCheckDiagonalOld(std::vector<double>& out, double a, double b) const {
@@ -221,23 +200,22 @@ void NQSymMatrix::GetNCheckDiagonalOld(std::vector<double>& out, double a, doubl
 
 void NQSymMatrix::ZeroOutNonDiag(double eps) {
   if (!(eps > 0)) return;
-  std::vector<double> diagonal;
-  GetDiagonal(diagonal);
-  for (double& x : diagonal) x = std::fabs(x);
+  const auto sizeOf = [this](std::size_t i) { return std::fabs(fvData[DiagIndex(i)]); };
   ForEachOffDiag(fvData.data(), Order(), [&](std::size_t i, std::size_t j, double& s) {
-    if (std::fabs(s) <= eps * internal::GeometricMean(diagonal[i], diagonal[j])) s = 0;
+    if (std::fabs(s) <= eps * internal::GeometricMean(sizeOf(i), sizeOf(j))) s = 0;
   });
 }
 
 void NQSymMatrix::ZeroOutAllSmall(double eps) {
   if (!(eps > 0)) return;
-  std::vector<double> diagonal;
-  GetDiagonal(diagonal);
-  for (double& x : diagonal) x = std::fabs(x);
-  const double threshold = eps * LargestFromZero(diagonal);
-  if (!(threshold > 0)) return;
+  double largest = 0;
+  for (std::size_t i = 0; i < Order(); ++i) {
+    const double size = std::fabs(fvData[DiagIndex(i)]);
+    if (size > largest) largest = size;
+  }
+  if (!(eps * largest > 0)) return;
   for (double& s : fvData) {
-    if (std::fabs(s) < threshold) s = 0;
+    if (std::fabs(s) < eps * largest) s = 0;
   }
 }
 
@@ -253,12 +231,12 @@ void NQSymMatrix::ZeroOutRowsForSmallDiag(double eps) {
 
 bool NQSymMatrix::ReplaceDiagZeroes(double x) {
   if (x < 0) return false;
-  std::vector<double> diagonal;
-  GetDiagonal(diagonal);
-  const double max = LargestFromZero(diagonal);
+  double max = 0, min = 0;
+  MaxMinDiag(max, min);
   if (max <= 0) return false;
-  for (std::size_t i = 0; i < diagonal.size(); ++i) {
-    if (diagonal[i] <= 0 || diagonal[i] / max <= x) fvData[DiagIndex(i)] = max;
+  for (std::size_t i = 0; i < Order(); ++i) {
+    double& s = fvData[DiagIndex(i)];
+    if (s <= 0 || s / max <= x) s = max;
   }
   return true;
 }

@@ -25,6 +25,15 @@ class NQSymBlockDiagMatrix;
 // Contents  the sections below, each in the source that its title names.
 class NQ_API NQSymMatrix : public INQSymMatrix, private MatrixStorage<TriangleShape> {
  public:
+  // The forms of these that the interface makes of the ones below.
+  using INQSymMatrix::ComputeLV;
+  using INQSymMatrix::ComputeRVD;
+  using INQSymMatrix::ComputeSV;
+  using INQSymMatrix::ComputeVSV;
+  using INQSymMatrix::ComputeVSW;
+  using INQSymMatrix::ComputeVSWParts;
+  using INQSymMatrix::LTChol;
+
   // ---- Life cycle and shape (NQSymMatrix.cpp) --------------------------------------------------
 
   NQSymMatrix() = default;        // order 0
@@ -55,7 +64,6 @@ class NQ_API NQSymMatrix : public INQSymMatrix, private MatrixStorage<TriangleSh
   bool GetRow(int i, std::vector<double>& out) const override;
   bool PutRow(int i, const std::vector<double>& v) override;
   bool SetRowColToConst(int i, double x) override;
-  bool ZeroOut(int i) override;
   bool IncrVecByRow(int i, std::vector<double>& v, double factor) const override;
   bool IsZeroRow(int i, const NQBitSet& set) const override;
 
@@ -67,11 +75,8 @@ class NQ_API NQSymMatrix : public INQSymMatrix, private MatrixStorage<TriangleSh
   bool ComputeAXpY(double a, const INQSymMatrix& x) override;
   void AddToDiagonal(double x) override;
   bool AddToDiagonalPart(int first, int count, double x);  // rows first .. first+count-1
-  void MaxMinDiag(double& max, double& min) const override;
   void MaxMinDiagOffDiag(double& maxDiag, double& minDiag, double& maxOff,
                          double& minOff) const override;
-  double Trace() const override;
-  void GetNCheckDiagonal(std::vector<double>& out, double a, double b) const override;
   // The earlier rule: the diagonal, with b for entries that are not above a x the largest.
   void GetNCheckDiagonalOld(std::vector<double>& out, double a, double b) const;
   void ZeroOutNonDiag(double eps) override;
@@ -133,9 +138,7 @@ class NQ_API NQSymMatrix : public INQSymMatrix, private MatrixStorage<TriangleSh
 
   int LTChol(const std::vector<double>& t, double eps, bool check) override;
   int LTChol(const std::vector<double>& t, double eps, NQBitSet& nonRedundant, bool check) override;
-  int LTChol(double eps, double& minPivot, bool check) override;
   int LTDetInverse(NQDeterminant& det, int job) override;
-  bool LTInverse() override;
   void LTLLTrans() override;
   void LTLTransL() override;
   bool ComputeDeterminant(double eps, NQDeterminant& det) const override;
@@ -157,7 +160,8 @@ class NQ_API NQSymMatrix : public INQSymMatrix, private MatrixStorage<TriangleSh
   // (absolute for c < 1). An S that does not factor becomes (S + shift I) / d, shift being c plus
   // 1% of the largest diagonal entry of S + c I, and d the largest of S + shift I, so that the
   // largest ends as 1. Returns the number of factorisations; -1 for n < 2, -2 for eps <= 0, -3 when
-  // entries are not finite or the search leaves the range of doubles (S unchanged for all three).
+  // entries are not finite, the search leaves the range of doubles or memory ends. S is unchanged
+  // for all three.
   int TransformToPositiveDefinite(double eps, bool& changed, double& shift);
 
   // ---- Indefinite solves, rank-one changes (NQSymMatrix_indefinite.cpp) ------------------------
@@ -170,12 +174,15 @@ class NQ_API NQSymMatrix : public INQSymMatrix, private MatrixStorage<TriangleSh
   bool SolveIndefinite(const std::vector<double>& b, double eps, const NQBitSet& usable,
                        std::vector<double>& x) const;
   // Where S is too nearly singular for that, solves with the rows whose distance from the space of
-  // those before them is above eps times their norm. Returns the number of rows left out; -1, x
-  // unchanged, for arguments that SolveIndefinite refuses, eps = 0 and a system that resists still.
+  // those taken before them is above eps times their norm (and above rounding errors), which solves
+  // a consistent singular system. Returns the number of rows left out; -1, x unchanged, for
+  // arguments that SolveIndefinite refuses, eps = 0 and a system that resists still. n^2 doubles of
+  // scratch.
   int SolveIndefiniteGI(const std::vector<double>& b, double eps, std::vector<double>& x) const;
   // On a factor L, in place: the factors of L L' + v v' and L L' - v v', by plane rotations, no
   // diagonal entry negative (LINPACK's dchud and dchdd). v has n values. The downdate is refused, L
-  // unchanged, when the result would not be positive definite; it leaves a zero pivot zero.
+  // unchanged, when the result would not be positive definite, or not semidefinite where L has a
+  // zero pivot already, which stays zero.
   bool LTCholUpdateR1(const std::vector<double>& v);
   bool LTCholDowndate(const std::vector<double>& v);
 
@@ -198,33 +205,21 @@ class NQ_API NQSymMatrix : public INQSymMatrix, private MatrixStorage<TriangleSh
 
   // ---- Products (NQSymMatrix_product.cpp) ------------------------------------------------------
 
-  double ComputeDotProduct2Rows(int i, int j) const override;
   bool ComputeGMG(const INQSymMatrix& m, INQSymMatrix& out) const override;
   bool ComputeGSG(const INQSymMatrix& g, INQSymMatrix& out) const override;
-  bool ComputeLSLTrans(const INQSymMatrix& l, INQSymMatrix& out) const override;
-  bool ComputeLTransSL(const INQSymMatrix& l, INQSymMatrix& out) const override;
   bool ComputeLTransV(const std::vector<double>& v, std::vector<double>& out) const override;
   bool ComputeLTransV(const std::vector<int>& indices, const std::vector<double>& values,
                       std::vector<double>& out) const override;
   bool ComputeLV(const std::vector<double>& v, std::vector<double>& out) const override;
-  bool ComputeLV(const std::vector<int>& indices, const std::vector<double>& values,
-                 std::vector<double>& out) const override;
   double ComputeRowDotProductS(int i, const INQSymMatrix& other, int j) const override;
   double ComputeRowDotProductS(int i, const std::vector<double>& v) const override;
-  double ComputeRVD(int r, const std::vector<double>& x, int inc) const override;
   double ComputeRVD(int r, const double* x, int inc) const override;
   bool ComputeSTransS(INQSymMatrix& out) const override;
-  bool ComputeSV(const std::vector<double>& v, std::vector<double>& out) const override;
   bool ComputeSV(const std::vector<double>& v, int nRows, std::vector<double>& out) const override;
   double ComputeVSV(const std::vector<double>& v) const override;
   double ComputeVSW(const std::vector<double>& v, const std::vector<double>& w) const override;
-  double ComputeVSW(const double* v, int nv, const double* w, int nw) const override;
-  double ComputeVSW(const std::vector<double>& v, int first, int second) const override;
-  double ComputeVSWParts(const std::vector<double>& v, int row, const std::vector<double>& w,
-                         int col) const override;
   double ComputeVSWParts(const double* v, int nv, int row, const double* w, int nw,
                          int col) const override;
-  double TraceOfProduct(const INQSymMatrix& a) const override;
   double TraceOfProductOfThree(const INQSymMatrix& a, const INQSymMatrix& b) const override;
 
   // ---- Products with rectangular matrices (NQSymMatrix_rect.cpp) -------------------------------
@@ -233,13 +228,8 @@ class NQ_API NQSymMatrix : public INQSymMatrix, private MatrixStorage<TriangleSh
                     INQRectMatrix& out) const override;
   bool ComputeMGN(const INQSymMatrix& m, const INQSymMatrix& n, INQRectMatrix& out) const override;
   bool ComputeRS(const INQRectMatrix& r, INQRectMatrix& out) const override;
-  bool ComputeRSRTrans(const INQRectMatrix& r, INQSymMatrix& out) const override;
   bool ComputeRTransS(const INQRectMatrix& r, INQRectMatrix& out) const override;
-  bool ComputeRTransSR(const INQRectMatrix& r, INQSymMatrix& out) const override;
-  bool ComputeRTransSV(const INQRectMatrix& r, const std::vector<double>& v,
-                       std::vector<double>& out) const override;
   bool ComputeSS(const INQSymMatrix& b, INQRectMatrix& out) const override;
-  double ComputeVSV(const INQRectMatrix& r, int i) const override;
   // S <- R'R and S <- R R', of the order needed and one block.
   bool ComputeRTransByR(const INQRectMatrix& r);
   bool ComputeRByRTrans(const INQRectMatrix& r);
@@ -334,8 +324,6 @@ class NQ_API NQSymMatrix : public INQSymMatrix, private MatrixStorage<TriangleSh
   std::size_t Order() const { return fNRows > 0 ? static_cast<std::size_t>(fNRows) : 0; }
   bool HasRow(int i) const { return i >= 0 && i < fNRows; }
   bool HasOrder(std::size_t n) const { return fNRows >= 0 && n == Order(); }
-
-  int Factor(const std::vector<double>& t, double eps, bool check, std::vector<bool>* aliasedRows);
 };
 
 }  // namespace NQMath_940

@@ -1,11 +1,9 @@
 #include <nqcommon/math/matrix/NQSymMatrix.h>
 
 #include <algorithm>
-#include <utility>
 
 #include <nqcommon/math/kernels/packed_triangle.h>
-#include <nqcommon/math/matrix/internal/argument_checks.h>
-#include <nqcommon/math/matrix/internal/matrix_access.h>
+#include <nqcommon/math/matrix/internal/matrix_results.h>
 
 namespace NQMath_940 {
 
@@ -13,18 +11,15 @@ using internal::RowStart;
 
 namespace {
 
-// out <- the matrix of order n with elements f(i, j), i >= j. `out` is only replaced at the end, so
-// that f may read from it.
+// out <- the matrix of order n with elements f(i, j), i >= j. f may read from out.
 template <class F>
 bool Fill(int n, NQSymMatrix& out, F f) {
-  NQSymMatrix result(n, false);
-  if (!result.IsValidMatrix()) return false;
-  double* s = result.AsVector().data();
-  for (int i = 0; i < n; ++i) {
-    for (int j = 0; j <= i; ++j) *s++ = f(i, j);
-  }
-  out = std::move(result);
-  return true;
+  return internal::PutFilled(NQSymMatrix(n, false), &out, [&](NQSymMatrix& result) {
+    double* s = result.AsVector().data();
+    for (int i = 0; i < n; ++i) {
+      for (int j = 0; j <= i; ++j) *s++ = f(i, j);
+    }
+  });
 }
 
 }  // namespace
@@ -39,8 +34,7 @@ bool NQSymMatrix::ExtractFirstNRows(INQSymMatrix& out) const {
 
 bool NQSymMatrix::ExtractSubmatrix(const std::vector<int>& indices, INQSymMatrix& out) const {
   NQSymMatrix* dense = internal::AsDenseSym(out);
-  if (!dense || !std::all_of(indices.begin(), indices.end(), [this](int i) { return HasRow(i); }))
-    return false;
+  if (!dense || !internal::AllBelow(fNRows, indices)) return false;
   return Fill(static_cast<int>(indices.size()), *dense, [&](int a, int b) {
     return GetElem(indices[static_cast<std::size_t>(a)], indices[static_cast<std::size_t>(b)]);
   });
@@ -64,8 +58,9 @@ bool NQSymMatrix::ExtractBlockInLowTriangular(int bi, int bj, NQSymMatrix& out) 
 bool NQSymMatrix::ExtractPartOfLastRow(int first, int count, std::vector<double>& out) const {
   if (fNRows < 1 || first < 0 || count < 0 || count > fNRows - first) return false;
   const double* from = fvData.data() + RowStart(Order() - 1) + first;
-  out.assign(from, from + count);
-  return true;
+  return internal::MakeVector(static_cast<std::size_t>(count), out, [&](std::vector<double>& part) {
+    std::copy_n(from, count, part.begin());
+  });
 }
 
 bool NQSymMatrix::GetRegCoeffs(std::vector<double>& out, const NQBitSet& set) const {
@@ -87,27 +82,30 @@ bool NQSymMatrix::ReplaceFirstRows(const NQSymMatrix& src, int k) {
 
 bool NQSymMatrix::SetData(const std::vector<double>& src) {
   if (!IsValidMatrix() || src.size() != fvData.size()) return false;
-  fvData = src;
+  std::copy(src.begin(), src.end(), fvData.begin());
   return true;
 }
 
 bool NQSymMatrix::Expand(const NQBitSet& set, NQSymMatrix& out) const {
-  return ExpandSym(internal::MembersOf(set), set.Size(), out);
+  std::vector<int> places;
+  return set.GetMembers(places) && ExpandSym(places, set.Size(), out);
 }
 
 bool NQSymMatrix::ExpandSym(const std::vector<int>& indices, int size, NQSymMatrix& out) const {
   if (size < 0 || !HasOrder(indices.size())) return false;
-  // The row that goes to each place; -1 for none.
-  std::vector<int> rowAt(static_cast<std::size_t>(size), -1);
-  for (int row = 0; row < fNRows; ++row) {
-    const int place = indices[static_cast<std::size_t>(row)];
-    if (place < 0 || place >= size || rowAt[static_cast<std::size_t>(place)] >= 0) return false;
-    rowAt[static_cast<std::size_t>(place)] = row;
-  }
-  return Fill(size, out, [&](int i, int j) {
-    const int a = rowAt[static_cast<std::size_t>(i)];
-    const int b = rowAt[static_cast<std::size_t>(j)];
-    return a >= 0 && b >= 0 ? GetElem(a, b) : 0.0;
+  return NQCommon_940::GuardMemory(false, [&] {
+    // The row that goes to each place; -1 for none.
+    std::vector<int> rowAt(static_cast<std::size_t>(size), -1);
+    for (int row = 0; row < fNRows; ++row) {
+      const int place = indices[static_cast<std::size_t>(row)];
+      if (place < 0 || place >= size || rowAt[static_cast<std::size_t>(place)] >= 0) return false;
+      rowAt[static_cast<std::size_t>(place)] = row;
+    }
+    return Fill(size, out, [&](int i, int j) {
+      const int a = rowAt[static_cast<std::size_t>(i)];
+      const int b = rowAt[static_cast<std::size_t>(j)];
+      return a >= 0 && b >= 0 ? GetElem(a, b) : 0.0;
+    });
   });
 }
 

@@ -1,18 +1,18 @@
 #include <nqcommon/math/matrix/NQSymMatrix.h>
 
 #include <algorithm>
-#include <utility>
 
 #include <nqcommon/common/NQMV.h>
 #include <nqcommon/math/kernels/packed_algebra.h>
 #include <nqcommon/math/kernels/packed_triangle.h>
-#include <nqcommon/math/matrix/internal/symmetric_forms.h>
+#include <nqcommon/math/matrix/internal/matrix_results.h>
 #include <nqcommon/math/numeric/NQMathFun.h>
 
 namespace NQMath_940 {
 
 using internal::AddScaled;
 using internal::DotProduct;
+using internal::MakeVector;
 using internal::RowStart;
 using NQCommon_940::NQMV;
 
@@ -22,19 +22,22 @@ namespace {
 bool Sandwich(const INQSymMatrix& outer, const INQSymMatrix& s, NQSymMatrix* out) {
   if (s.GetNRows() != outer.GetNRows() || !s.IsValidMatrix()) return false;
   return internal::PutRows(outer.GetNRows(), out, [&](int i, std::vector<double>& row) {
-    outer.GetRow(i, row);
-    s.ComputeSV(row, row);
-    outer.ComputeSV(row, row);
+    return outer.GetRow(i, row) && s.ComputeSV(row, row) && outer.ComputeSV(row, row);
   });
+}
+
+// s(i, first) .. s(i, first+count-1) times v.
+double PartOfRowTimes(const std::vector<double>& s, int i, std::size_t first, std::size_t count,
+                      const double* v) {
+  double sum = 0;
+  internal::ForEachInRowPart(s.data(), static_cast<std::size_t>(i), first, first + count,
+                             [&](std::size_t, double x) { sum += x * *v++; });
+  return sum;
 }
 
 }  // namespace
 
 // ---- Rows and vectors --------------------------------------------------------------------------
-
-double NQSymMatrix::ComputeDotProduct2Rows(int i, int j) const {
-  return ComputeRowDotProductS(i, *this, j);
-}
 
 double NQSymMatrix::ComputeRowDotProductS(int i, const INQSymMatrix& other, int j) const {
   double before = 0, after = 0;
@@ -56,20 +59,13 @@ bool NQSymMatrix::ComputeRowDotProductS(int i, const INQSymMatrix& other, int j,
 
 bool NQSymMatrix::ComputeRowDotProductS(int i, const std::vector<double>& v, int first, int split,
                                         double& before, double& after) const {
-  std::vector<double> row;
-  if (first < 0 || first > fNRows || v.size() > Order() - static_cast<std::size_t>(first) ||
-      !GetRow(i, row))
-    return false;
+  if (!HasRow(i) || !internal::HoldsRun(Order(), first, v.size())) return false;
   const auto start = static_cast<std::size_t>(first);
   const std::size_t nBefore =
       split <= first ? 0 : std::min(static_cast<std::size_t>(split) - start, v.size());
-  before = DotProduct(nBefore, row.data() + start, v.data());
-  after = DotProduct(v.size() - nBefore, row.data() + start + nBefore, v.data() + nBefore);
+  before = PartOfRowTimes(fvData, i, start, nBefore, v.data());
+  after = PartOfRowTimes(fvData, i, start + nBefore, v.size() - nBefore, v.data() + nBefore);
   return true;
-}
-
-double NQSymMatrix::ComputeRVD(int r, const std::vector<double>& x, int inc) const {
-  return internal::StridedRowProduct(*this, r, x, inc);
 }
 
 double NQSymMatrix::ComputeRVD(int r, const double* x, int inc) const {
@@ -82,52 +78,37 @@ double NQSymMatrix::ComputeRVD(int r, const double* x, int inc) const {
   return sum;
 }
 
-bool NQSymMatrix::ComputeSV(const std::vector<double>& v, std::vector<double>& out) const {
-  return ComputeSV(v, fNRows, out);
-}
-
 bool NQSymMatrix::ComputeSV(const std::vector<double>& v, int nRows,
                             std::vector<double>& out) const {
-  if (!HasOrder(v.size()) || nRows < 0 || nRows > fNRows) return false;
-  std::vector<double> product(static_cast<std::size_t>(nRows));
-  internal::SymTimesVector(fvData.data(), Order(), v.data(), product.size(), product.data());
-  out = std::move(product);
-  return true;
+  return HasOrder(v.size()) && nRows >= 0 && nRows <= fNRows &&
+         MakeVector(static_cast<std::size_t>(nRows), out, [&](std::vector<double>& product) {
+           internal::SymTimesVector(fvData.data(), Order(), v.data(), product.size(),
+                                    product.data());
+         });
 }
 
 bool NQSymMatrix::ComputeLV(const std::vector<double>& v, std::vector<double>& out) const {
-  if (!HasOrder(v.size())) return false;
-  std::vector<double> product(Order());
-  internal::LowerTimesVector(fvData.data(), Order(), v.data(), product.data());
-  out = std::move(product);
-  return true;
-}
-
-bool NQSymMatrix::ComputeLV(const std::vector<int>& indices, const std::vector<double>& values,
-                            std::vector<double>& out) const {
-  std::vector<double> v;
-  return internal::Densify(indices, values, fNRows, v) && ComputeLV(v, out);
+  return HasOrder(v.size()) && MakeVector(Order(), out, [&](std::vector<double>& product) {
+           internal::LowerTimesVector(fvData.data(), Order(), v.data(), product.data());
+         });
 }
 
 bool NQSymMatrix::ComputeLTransV(const std::vector<double>& v, std::vector<double>& out) const {
-  if (!HasOrder(v.size())) return false;
-  std::vector<double> product(Order());
-  internal::LowerTransTimesVector(fvData.data(), Order(), v.data(), product.data());
-  out = std::move(product);
-  return true;
+  return HasOrder(v.size()) && MakeVector(Order(), out, [&](std::vector<double>& product) {
+           internal::LowerTransTimesVector(fvData.data(), Order(), v.data(), product.data());
+         });
 }
 
 bool NQSymMatrix::ComputeLTransV(const std::vector<int>& indices, const std::vector<double>& values,
                                  std::vector<double>& out) const {
   if (!IsValidMatrix() || indices.size() != values.size() || !internal::AllBelow(fNRows, indices))
     return false;
-  std::vector<double> product(Order());
-  for (std::size_t k = 0; k < indices.size(); ++k) {
-    const auto i = static_cast<std::size_t>(indices[k]);
-    AddScaled(i + 1, values[k], fvData.data() + RowStart(i), product.data());
-  }
-  out = std::move(product);
-  return true;
+  return MakeVector(Order(), out, [&](std::vector<double>& product) {
+    for (std::size_t k = 0; k < indices.size(); ++k) {
+      const auto i = static_cast<std::size_t>(indices[k]);
+      AddScaled(i + 1, values[k], fvData.data() + RowStart(i), product.data());
+    }
+  });
 }
 
 // ---- Quadratic and bilinear forms --------------------------------------------------------------
@@ -142,29 +123,14 @@ double NQSymMatrix::ComputeVSW(const std::vector<double>& v, const std::vector<d
   return DotProduct(Order(), v.data(), product.data());
 }
 
-double NQSymMatrix::ComputeVSW(const double* v, int nv, const double* w, int nw) const {
-  return ComputeVSWParts(v, nv, 0, w, nw, 0);
-}
-
-double NQSymMatrix::ComputeVSW(const std::vector<double>& v, int first, int second) const {
-  return internal::FormInOneVector(*this, v, first, second);
-}
-
-double NQSymMatrix::ComputeVSWParts(const std::vector<double>& v, int row,
-                                    const std::vector<double>& w, int col) const {
-  return internal::FormOfPart(*this, v, row, w, col);
-}
-
 double NQSymMatrix::ComputeVSWParts(const double* v, int nv, int row, const double* w, int nw,
                                     int col) const {
   if (!internal::IsRun(fNRows, row, nv) || !internal::IsRun(fNRows, col, nw))
     return NQMV::Missing();
   double sum = 0;
-  std::vector<double> s;
-  for (int i = 0; i < nv; ++i) {
-    GetRow(row + i, s);
-    sum += v[i] * DotProduct(static_cast<std::size_t>(nw), s.data() + col, w);
-  }
+  for (int i = 0; i < nv; ++i)
+    sum += v[i] * PartOfRowTimes(fvData, row + i, static_cast<std::size_t>(col),
+                                 static_cast<std::size_t>(nw), w);
   return sum;
 }
 
@@ -179,29 +145,12 @@ bool NQSymMatrix::ComputeGSG(const INQSymMatrix& g, INQSymMatrix& out) const {
   return Sandwich(g, *this, internal::AsDenseSym(out));
 }
 
-bool NQSymMatrix::ComputeLSLTrans(const INQSymMatrix& l, INQSymMatrix& out) const {
-  return internal::ConjugateByLower(*this, l, out);
-}
-
-bool NQSymMatrix::ComputeLTransSL(const INQSymMatrix& l, INQSymMatrix& out) const {
-  return internal::ConjugateByUpper(*this, l, out);
-}
-
-double NQSymMatrix::TraceOfProduct(const INQSymMatrix& a) const {
-  if (a.GetNRows() != fNRows || !IsValidMatrix()) return NQMV::Missing();
-  double sum = 0;
-  for (int i = 0; i < fNRows; ++i) sum += ComputeRowDotProductS(i, a, i);
-  return sum;
-}
-
 double NQSymMatrix::TraceOfProductOfThree(const INQSymMatrix& a, const INQSymMatrix& b) const {
   if (a.GetNRows() != fNRows || b.GetNRows() != fNRows || !IsValidMatrix()) return NQMV::Missing();
   double sum = 0;
   std::vector<double> row, product;
   for (int i = 0; i < fNRows; ++i) {
-    GetRow(i, row);
-    a.ComputeSV(row, product);
-    b.GetRow(i, row);
+    if (!GetRow(i, row) || !a.ComputeSV(row, product) || !b.GetRow(i, row)) return NQMV::Missing();
     sum += DotProduct(Order(), product.data(), row.data());
   }
   return sum;

@@ -1,12 +1,8 @@
 #include <nqcommon/math/matrix/NQSymMatrix.h>
 
-#include <utility>
-
-#include <nqcommon/math/kernels/packed_triangle.h>
-#include <nqcommon/math/matrix/NQRectMatrix.h>
-#include <nqcommon/math/matrix/internal/matrix_access.h>
+#include <nqcommon/math/matrix/internal/matrix_entries.h>
+#include <nqcommon/math/matrix/internal/matrix_results.h>
 #include <nqcommon/math/matrix/internal/sparse_products.h>
-#include <nqcommon/math/matrix/internal/symmetric_forms.h>
 
 namespace NQMath_940 {
 
@@ -84,32 +80,13 @@ bool NQSymMatrix::ComputeRTransS(const INQRectMatrix& r, INQRectMatrix& out) con
                                       Order(), AsDenseRect(out));
 }
 
-bool NQSymMatrix::ComputeRSRTrans(const INQRectMatrix& r, INQSymMatrix& out) const {
-  return internal::RSRTrans(*this, r, out);
-}
-
-bool NQSymMatrix::ComputeRTransSR(const INQRectMatrix& r, INQSymMatrix& out) const {
-  return internal::RTransSR(*this, r, out);
-}
-
-bool NQSymMatrix::ComputeRTransSV(const INQRectMatrix& r, const std::vector<double>& v,
-                                  std::vector<double>& out) const {
-  return internal::RTransSV(*this, r, v, out);
-}
-
-double NQSymMatrix::ComputeVSV(const INQRectMatrix& r, int i) const {
-  return internal::FormOfRectRow(*this, r, i);
-}
-
 bool NQSymMatrix::ComputeRTransByR(const INQRectMatrix& r) {
   if (!r.IsValidMatrix()) return false;
   if (const NQSparseRectMatrix* sparse = AsSparse(r)) {
-    NQSymMatrix sum(r.GetNCols(), true);
-    if (!sum.IsValidMatrix()) return false;
-    for (int i = 0; i < r.GetNRows(); ++i)
-      internal::AddOuter(internal::StoredIn(*sparse, i), 0, 1.0, sum.fvData.data());
-    *this = std::move(sum);
-    return true;
+    return internal::PutFilled(NQSymMatrix(r.GetNCols(), true), this, [&](NQSymMatrix& sum) {
+      for (int i = 0; i < r.GetNRows(); ++i)
+        internal::AddOuter(internal::StoredIn(*sparse, i), 0, 1.0, sum.fvData.data());
+    });
   }
   const Entries R(r);
   return R.AreThere() && MultiplyInto(R.Transpose(), R.Rows(), ColsOf(r), RowsOf(r), this);
@@ -125,17 +102,9 @@ bool NQSymMatrix::ComputeRByRTrans(const INQRectMatrix& r) {
 }
 
 bool NQSymMatrix::ExpandSymToRect(NQRectMatrix& out) const {
-  NQRectMatrix square(fNRows, fNRows, false);
-  if (!IsValidMatrix() || !square.IsValidMatrix()) return false;
-  const double* s = fvData.data();
-  for (int i = 0; i < fNRows; ++i) {
-    for (int j = 0; j <= i; ++j, ++s) {
-      square.SetElem(i, j, *s);
-      square.SetElem(j, i, *s);
-    }
-  }
-  out = std::move(square);
-  return true;
+  return IsValidMatrix() &&
+         internal::PutRows(fNRows, fNRows, &out,
+                           [this](int i, std::vector<double>& row) { return GetRow(i, row); });
 }
 
 }  // namespace NQMath_940

@@ -5,23 +5,17 @@
 #include <utility>
 
 #include <nqcommon/math/kernels/packed_algebra.h>
-#include <nqcommon/math/kernels/scaling.h>
+#include <nqcommon/math/matrix/internal/factor_rules.h>
 
 namespace NQMath_940 {
 
 // ---- Solves -------------------------------------------------------------------------------------
 
 int NQSymMatrix::LTSolve(const std::vector<double>& b, double eps, std::vector<double>& x) {
-  if (!HasOrder(b.size()) || !(eps >= 0)) return -1;
-  std::vector<double> t;
-  GetDiagonal(t);
-  for (double& reference : t) reference = std::max(reference, 0.0);
-  const int aliased = LTChol(t, eps, false);
-  if (aliased < 0) return aliased;
-  x = b;
-  LTSubstitute(x);
-  TSolveSubst(x);
-  return aliased;
+  return internal::SolveByFactor(*this, b, eps, x, [this](std::vector<double>& solution) {
+    LTSubstitute(solution);
+    TSolveSubst(solution);
+  });
 }
 
 bool NQSymMatrix::LTSubstitute(std::vector<double>& x) const {
@@ -43,15 +37,18 @@ namespace {
 // Factors copies of a matrix with a shift on the diagonal, and counts them.
 class RidgeSearch {
  public:
-  RidgeSearch(const NQSymMatrix& s, double eps) : fmS(s), fEps(eps) {
+  RidgeSearch(const NQSymMatrix& s, double eps) : fmS(s), fEps(eps), fmFactor(s) {
     s.GetNCheckDiagonal(fvReference, 1e-6, 1.0);
   }
 
+  // False when there was no memory. The copies after the first lie where that one lay.
+  bool HasMemory() const { return fmFactor.IsValidMatrix() && !fvReference.empty(); }
+
   bool Factors(double shift) {
     ++fCount;
-    NQSymMatrix factor(fmS);
-    factor.AddToDiagonal(shift);
-    return factor.IsValidMatrix() && factor.LTChol(fvReference, fEps, false) == 0;
+    fmFactor = fmS;
+    fmFactor.AddToDiagonal(shift);
+    return fmFactor.LTChol(fvReference, fEps, false) == 0;
   }
 
   // The first of h, 2h, 3h, ... that factors; 0 when there is none in the range of doubles. A shift
@@ -85,6 +82,7 @@ class RidgeSearch {
  private:
   const NQSymMatrix& fmS;
   double fEps;
+  NQSymMatrix fmFactor;
   std::vector<double> fvReference;
   int fCount = 0;
 };
@@ -100,6 +98,7 @@ int NQSymMatrix::TransformToPositiveDefinite(double eps, bool& changed, double& 
   if (!std::all_of(fvData.begin(), fvData.end(), finite)) return -3;
 
   RidgeSearch search(*this, eps);
+  if (!search.HasMemory()) return -3;
   if (search.Factors(0)) return search.Count();
 
   double maxDiag = 0, minDiag = 0, maxOff = 0, minOff = 0;

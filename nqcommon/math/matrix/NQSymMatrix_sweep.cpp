@@ -4,17 +4,21 @@
 #include <cassert>
 #include <cmath>
 #include <numeric>
+#include <utility>
 
+#include <nqcommon/common/memory_guard.h>
 #include <nqcommon/math/kernels/packed_sweep.h>
 #include <nqcommon/math/matrix/internal/argument_checks.h>
+#include <nqcommon/math/matrix/internal/factor_rules.h>
+#include <nqcommon/math/matrix/internal/matrix_casts.h>
 
 namespace NQMath_940 {
 
-namespace {
+using internal::AnyNegative;
+using internal::OrderOf;
+using NQCommon_940::GuardMemory;
 
-bool AnyNegative(const double* t, std::size_t n) {
-  return std::any_of(t, t + n, [](double x) { return x < 0; });
-}
+namespace {
 
 // With a reference value below 1 a variable in small units would be refused for its units alone.
 // False, nothing raised, when one is negative.
@@ -32,10 +36,6 @@ std::vector<int> FirstRows(int count) {
   return rows;
 }
 
-std::size_t OrderOf(const NQSymMatrix& s) {
-  return static_cast<std::size_t>(std::max(s.GetNRows(), 0));
-}
-
 // Both forms of the single sweep: sweepRow works on n membership flags.
 template <class SweepRow>
 bool SweepOne(NQSymMatrix& s, int k, double eps, const double* t, NQBitSet& swept, bool check,
@@ -44,11 +44,13 @@ bool SweepOne(NQSymMatrix& s, int k, double eps, const double* t, NQBitSet& swep
   if (check && (!hasRow || eps <= 0 || swept.Size() < s.GetNRows() || AnyNegative(t, OrderOf(s))))
     return false;
   assert(hasRow);
-  const auto row = static_cast<std::size_t>(k);
-  std::vector<bool> members = internal::MemberFlags(swept, OrderOf(s));
-  if (!sweepRow(s.AsVector().data(), OrderOf(s), row, eps, t, members)) return false;
-  swept.Set(k, members[row]);
-  return true;
+  return GuardMemory(false, [&] {
+    const auto row = static_cast<std::size_t>(k);
+    std::vector<bool> members = internal::MemberFlags(swept, OrderOf(s));
+    if (!sweepRow(s.AsVector().data(), OrderOf(s), row, eps, t, members)) return false;
+    swept.Set(k, members[row]);
+    return true;
+  });
 }
 
 // The caller's values, or the current diagonal copied into `diagonal`.
@@ -59,11 +61,11 @@ std::vector<double>& ReferenceValues(const NQSymMatrix& s, std::vector<double>* 
   return diagonal;
 }
 
-// Sweeps the rows, all inside the matrix, with n reference values.
+// Sweeps the rows, all inside the matrix, with n reference values; `members` are the flags of
+// `swept` to start from. Memory that ends is met before anything is changed.
 std::vector<internal::SweepStep> SweepListed(NQSymMatrix& s, const std::vector<int>& rows,
                                              double eps, const std::vector<double>& t,
-                                             NQBitSet& swept) {
-  std::vector<bool> members = internal::MemberFlags(swept, OrderOf(s));
+                                             std::vector<bool> members, NQBitSet& swept) {
   std::vector<internal::SweepStep> steps;
   internal::SweepRows(s.AsVector().data(), OrderOf(s), rows, eps, t.data(), members, &steps);
   for (int row : rows) swept.Set(row, members[static_cast<std::size_t>(row)]);
@@ -92,45 +94,55 @@ bool NQSymMatrix::SweepOrig(int k, double eps, const double* t, NQBitSet& swept,
 
 bool NQSymMatrix::SweepOnAll(double eps, NQBitSet& swept, bool check, bool zeroRedundant,
                              bool changeSign, std::vector<double>* t) {
-  if (swept.Size() != fNRows) swept.Resize(fNRows, false);
-  swept.Clear();
-  std::vector<double> diagonal;
-  std::vector<double>& reference = ReferenceValues(*this, t, diagonal);
-  bool fits = reference.size() >= Order();
-  if (check) fits = fits && !(eps <= 0) && RaiseReferences(reference);
-  if (fits) SweepListed(*this, FirstRows(fNRows), eps, reference, swept);
-  if (zeroRedundant && swept.InSet() < fNRows) ZeroOutRedundant(swept);
-  if (changeSign) ChangeSign();
-  return fits;
+  return GuardMemory(false, [&] {
+    if (swept.Size() != fNRows) swept.Resize(fNRows, false);
+    swept.Clear();
+    std::vector<double> diagonal;
+    std::vector<double>& reference = ReferenceValues(*this, t, diagonal);
+    if (swept.Size() < fNRows || (!t && diagonal.size() < Order())) return false;
+    bool fits = reference.size() >= Order();
+    if (check) fits = fits && !(eps <= 0) && RaiseReferences(reference);
+    if (fits)
+      SweepListed(*this, FirstRows(fNRows), eps, reference, std::vector<bool>(Order()), swept);
+    if (zeroRedundant && swept.InSet() < fNRows) ZeroOutRedundant(swept);
+    if (changeSign) ChangeSign();
+    return fits;
+  });
 }
 
 bool NQSymMatrix::SweepOnMany(int m, double eps, bool pivotBefore, NQBitSet& swept, double& logDet,
                               bool check, std::vector<double>* t) {
-  if (swept.Size() == 0) swept.Resize(fNRows, false);
-  std::vector<double> diagonal;
-  std::vector<double>& reference = ReferenceValues(*this, t, diagonal);
-  if (m > fNRows || swept.Size() < m || reference.size() < Order()) return false;
-  if (check && (m <= 0 || eps <= 0 || !RaiseReferences(reference))) return false;
+  return GuardMemory(false, [&] {
+    if (swept.Size() == 0) swept.Resize(fNRows, false);
+    std::vector<double> diagonal;
+    std::vector<double>& reference = ReferenceValues(*this, t, diagonal);
+    if (m > fNRows || swept.Size() < m || reference.size() < Order()) return false;
+    if (check && (m <= 0 || eps <= 0 || !RaiseReferences(reference))) return false;
 
-  logDet = 0;
-  swept.SetRange(0, m - 1, false);
-  for (const auto& [pivot, done] : SweepListed(*this, FirstRows(m), eps, reference, swept)) {
-    const double q = pivotBefore ? pivot : 1.0 / pivot;  // the diagonal is -1 / pivot afterwards
-    if (done && q > 0) logDet += std::log(q);
-  }
-  return true;
+    std::vector<bool> members = internal::MemberFlags(swept, Order());
+    std::fill_n(members.begin(), std::max(m, 0), false);
+    const std::vector<internal::SweepStep> steps =
+        SweepListed(*this, FirstRows(m), eps, reference, std::move(members), swept);
+    logDet = 0;
+    for (const auto& [pivot, done] : steps) {
+      const double q = pivotBefore ? pivot : 1.0 / pivot;  // the diagonal is -1 / pivot afterwards
+      if (done && q > 0) logDet += std::log(q);
+    }
+    return true;
+  });
 }
 
 bool NQSymMatrix::SweepOnSelected(const std::vector<int>& rows, double eps, NQBitSet& swept,
                                   bool check, std::vector<double>* t) {
-  if (swept.Size() == 0) swept.Resize(fNRows, false);
-  std::vector<double> diagonal;
-  std::vector<double>& reference = ReferenceValues(*this, t, diagonal);
-  const auto inside = [this](int row) { return HasRow(row); };
-  if (!std::all_of(rows.begin(), rows.end(), inside) || reference.size() < Order()) return false;
-  if (check && (swept.Size() < fNRows || !RaiseReferences(reference))) return false;
-  SweepListed(*this, rows, eps, reference, swept);
-  return true;
+  return GuardMemory(false, [&] {
+    if (swept.Size() == 0) swept.Resize(fNRows, false);
+    std::vector<double> diagonal;
+    std::vector<double>& reference = ReferenceValues(*this, t, diagonal);
+    if (!internal::AllBelow(fNRows, rows) || reference.size() < Order()) return false;
+    if (check && (swept.Size() < fNRows || !RaiseReferences(reference))) return false;
+    SweepListed(*this, rows, eps, reference, internal::MemberFlags(swept, Order()), swept);
+    return true;
+  });
 }
 
 bool NQSymMatrix::ZeroOutRedundant(const NQBitSet& set) {

@@ -1,5 +1,7 @@
 #include <nqcommon/math/matrix/NQSymMatrix.h>
 
+#include <algorithm>
+
 #include <nqcommon/math/kernels/packed_algebra.h>
 #include <nqcommon/math/kernels/packed_triangle.h>
 #include <nqcommon/math/matrix/internal/argument_checks.h>
@@ -20,14 +22,15 @@ bool NQSymMatrix::UpdateXXPosNegW(const std::vector<double>& x, double w) {
 
 bool NQSymMatrix::UpdateXXNonRedun(const std::vector<double>& x, const NQBitSet& set, double w) {
   if (!(w > 0) || !HasOrder(x.size())) return false;
-  std::vector<std::size_t> members;
-  for (std::size_t i = 0; i < Order(); ++i) {
-    if (!set.IsIn(static_cast<int>(i))) continue;
-    members.push_back(i);
-    if (x[i] == 0) continue;
-    const double xiw = x[i] * w;
-    double* row = fvData.data() + RowStart(i);
-    for (std::size_t j : members) row[j] += x[j] * xiw;
+  std::vector<int> members;
+  if (!set.GetMembers(members)) return false;
+  for (auto i = members.begin(); i != members.end() && *i < fNRows; ++i) {
+    const double xi = x[static_cast<std::size_t>(*i)];
+    if (xi == 0) continue;
+    const double xiw = xi * w;
+    double* row = fvData.data() + RowStart(static_cast<std::size_t>(*i));
+    std::for_each(members.begin(), i + 1,
+                  [&](int j) { row[j] += x[static_cast<std::size_t>(j)] * xiw; });
   }
   return true;
 }

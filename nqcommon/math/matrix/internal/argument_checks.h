@@ -4,11 +4,12 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdlib>
-#include <exception>
 #include <limits>
+#include <new>
 #include <utility>
 #include <vector>
 
+#include <nqcommon/common/memory_guard.h>
 #include <nqcommon/math/matrix/NQBitSet.h>
 
 namespace NQMath_940::internal {
@@ -24,26 +25,30 @@ inline bool AllBelow(int n, const std::vector<int>& indices) {
   return std::all_of(indices.begin(), indices.end(), [n](int i) { return i >= 0 && i < n; });
 }
 
-// out <- n zeros. False, out unchanged, where there is no memory for them.
+// out <- the vector that fill(vector) makes of n zeros, which may read from out. False, out
+// unchanged, where there is no memory.
+template <class Fill>
+bool MakeVector(std::size_t n, std::vector<double>& out, Fill fill) {
+  return NQCommon_940::GuardMemory([&] {
+    std::vector<double> result(n);
+    fill(result);
+    out = std::move(result);
+  });
+}
+
 inline bool MakeZeros(std::size_t n, std::vector<double>& out) {
-  try {
-    std::vector<double>(n).swap(out);
-    return true;
-  } catch (const std::exception&) {
-    return false;
-  }
+  return MakeVector(n, out, [](const std::vector<double>&) {});
 }
 
 // out = the vector of n values with out[indices[k]] += values[k]. False, out unchanged, where the
-// lists do not make one.
+// lists do not make one or there is no memory.
 inline bool Densify(const std::vector<int>& indices, const std::vector<double>& values, int n,
                     std::vector<double>& out) {
   if (n < 0 || indices.size() != values.size() || !AllBelow(n, indices)) return false;
-  std::vector<double> v(static_cast<std::size_t>(n));
-  for (std::size_t k = 0; k < indices.size(); ++k)
-    v[static_cast<std::size_t>(indices[k])] += values[k];
-  out = std::move(v);
-  return true;
+  return MakeVector(static_cast<std::size_t>(n), out, [&](std::vector<double>& v) {
+    for (std::size_t k = 0; k < indices.size(); ++k)
+      v[static_cast<std::size_t>(indices[k])] += values[k];
+  });
 }
 
 // Whether a vector of `size` values has n of them from `first` on.
@@ -58,12 +63,11 @@ inline bool HoldsStrided(std::size_t size, std::size_t n, int inc) {
   return n == 0 || size >= (n - 1) * step + 1;
 }
 
-// The members of the set, ascending.
+// The members of the set, ascending. It throws where memory ends, as MemberFlags does: both are for
+// bodies under a guard.
 inline std::vector<int> MembersOf(const NQBitSet& set) {
   std::vector<int> members;
-  for (int i = 0; i < set.Size(); ++i) {
-    if (set.IsIn(i)) members.push_back(i);
-  }
+  if (!set.GetMembers(members)) throw std::bad_alloc();
   return members;
 }
 

@@ -3,7 +3,7 @@
 #pragma once
 
 #include <nqcommon/math/kernels/strided.h>
-#include <nqcommon/math/matrix/internal/matrix_access.h>
+#include <nqcommon/math/matrix/internal/matrix_results.h>
 #include <nqcommon/math/matrix/internal/sparse_run.h>
 
 namespace NQMath_940::internal {
@@ -48,11 +48,12 @@ inline bool SparseTransTimes(const NQSparseRectMatrix& r, const INQSymMatrix& s,
   return Make(r.GetNCols(), s.GetNRows(), out, [&](NQRectMatrix& product) {
     std::vector<double> row;
     for (int i = 0; i < r.GetNRows(); ++i) {
-      s.GetRow(i, row);
+      if (!s.GetRow(i, row)) return false;
       StoredIn(r, i).ForEach([&](std::size_t j, double x) {
         AddScaled(row.size(), x, row.data(), product.GetRowPtr(static_cast<int>(j)));
       });
     }
+    return true;
   });
 }
 

@@ -1,6 +1,6 @@
 #include <nqcommon/math/matrix/internal/symmetric_times.h>
 
-#include <nqcommon/math/matrix/internal/matrix_access.h>
+#include <nqcommon/math/matrix/internal/matrix_casts.h>
 
 namespace NQMath_940::internal {
 namespace {

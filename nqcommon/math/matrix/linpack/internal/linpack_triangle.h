@@ -1,6 +1,7 @@
 // What LINPACK's families do with a triangle, over the views of linpack_views.h.
 #pragma once
 
+#include <nqcommon/math/kernels/scaling.h>
 #include <nqcommon/math/matrix/linpack/Blas1.h>
 #include <nqcommon/math/matrix/linpack/internal/linpack_dots.h>
 
@@ -60,13 +61,9 @@ void InvertUpperStep(const View& t, int k) {
   }
 }
 
-// MultiplyDeterminant multiplies det[0] 10^det[1] by the factor and brings it back to
-// 1 <= |det[0]| < 10. 0, NaN and infinities stay.
+// MultiplyDeterminant multiplies det[0] 10^det[1] by the factor.
 inline void MultiplyDeterminant(double* det, double factor) {
-  det[0] *= factor;
-  if (det[0] == 0 || !std::isfinite(det[0])) return;
-  for (; std::fabs(det[0]) < 1; det[1] -= 1) det[0] *= 10;
-  for (; std::fabs(det[0]) >= 10; det[1] += 1) det[0] /= 10;
+  MultiplyScaled(det[0], det[1], factor);
 }
 
 inline void StartDeterminant(double* det) {

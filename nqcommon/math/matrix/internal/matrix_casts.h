@@ -1,0 +1,55 @@
+// From the matrix interfaces to the classes behind them, by type code.
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <type_traits>
+
+#include <nqcommon/math/matrix/NQDiagMatrix.h>
+#include <nqcommon/math/matrix/NQRectMatrix.h>
+#include <nqcommon/math/matrix/NQSparseRectMatrix.h>
+#include <nqcommon/math/matrix/NQSymBlockDiagMatrix.h>
+#include <nqcommon/math/matrix/NQSymMatrix.h>
+
+namespace NQMath_940::internal {
+
+// Each cast gives null when the matrix is of another type. M is the interface, const or not.
+template <class M>
+auto* AsDenseSym(M& m) {
+  using To = std::conditional_t<std::is_const_v<M>, const NQSymMatrix, NQSymMatrix>;
+  return m.GetType() == 0 ? static_cast<To*>(&m) : nullptr;
+}
+template <class M>
+auto* AsDiagonal(M& m) {
+  using To = std::conditional_t<std::is_const_v<M>, const NQDiagMatrix, NQDiagMatrix>;
+  return m.GetType() == 1 ? static_cast<To*>(&m) : nullptr;
+}
+template <class M>
+auto* AsBlockDiag(M& m) {
+  using To =
+      std::conditional_t<std::is_const_v<M>, const NQSymBlockDiagMatrix, NQSymBlockDiagMatrix>;
+  return m.GetType() == 2 ? static_cast<To*>(&m) : nullptr;
+}
+template <class M>
+auto* AsSparse(M& m) {
+  using To = std::conditional_t<std::is_const_v<M>, const NQSparseRectMatrix, NQSparseRectMatrix>;
+  return m.GetMatrixType() == 1 ? static_cast<To*>(&m) : nullptr;
+}
+template <class M>
+auto* AsDenseRect(M& m) {
+  using To = std::conditional_t<std::is_const_v<M>, const NQRectMatrix, NQRectMatrix>;
+  return m.GetMatrixType() == 0 ? static_cast<To*>(&m) : nullptr;
+}
+
+// The dimensions for loops and sizes; 0 for an invalid matrix.
+inline std::size_t RowsOf(const INQRectMatrix& r) {
+  return static_cast<std::size_t>(std::max(r.GetNRows(), 0));
+}
+inline std::size_t ColsOf(const INQRectMatrix& r) {
+  return static_cast<std::size_t>(std::max(r.GetNCols(), 0));
+}
+inline std::size_t OrderOf(const INQSymMatrix& s) {
+  return static_cast<std::size_t>(std::max(s.GetNRows(), 0));
+}
+
+}  // namespace NQMath_940::internal
