@@ -62,7 +62,7 @@ class NQ_API INQSymMatrix {
 
   // out = the generalised inverse of S by Cholesky: the rows that LTChol(t, eps) drops are zero in
   // it, the others hold the inverse of their submatrix. Returns the rank, or a negative value when
-  // `out` is of another type, t is too short or the storage could not be had.
+  // `out` is of another type, t is too short or memory ends; a dense `out` may then hold S.
   virtual int CholInverse(const std::vector<double>& t, double eps, INQSymMatrix& out) const = 0;
   // nonRedundant marks the rows with positive pivots.
   virtual int CholInverse(const std::vector<double>& t, double eps, INQSymMatrix& out,

@@ -199,7 +199,8 @@ double NQDiagMatrix::ComputeRTransVD(int j, const INQRectMatrix& r, int first, i
 bool NQDiagMatrix::ExtractFirstNRows(INQSymMatrix& out) const {
   const int k = out.GetNRows();
   NQDiagMatrix part(*this);
-  return k >= 0 && k <= fNRows && part.Resize(k) && PutDiagonal(std::move(part), out);
+  return k >= 0 && k <= fNRows && part.IsValidMatrix() && part.Resize(k) &&
+         PutDiagonal(std::move(part), out);
 }
 
 bool NQDiagMatrix::ExtractSubmatrix(const std::vector<int>& indices, INQSymMatrix& out) const {

@@ -64,7 +64,7 @@ bool NQSymBlockDiagMatrix::TakeLeadingBlocks(const NQSymBlockDiagMatrix& from, i
     std::visit(
         [&](const auto& whole) {
           auto part = whole;
-          part.Resize(std::min(part.GetNRows(), n - block.start));
+          if (part.IsValidMatrix()) part.Resize(std::min(part.GetNRows(), n - block.start));
           Append(std::move(part));
         },
         block.matrix);
