@@ -19,10 +19,9 @@ namespace NQXML_940 {
 //   GetString    T2Str (c)         the text                     empty
 //
 // (a) as atoi and atoll read it; beyond the range the nearest end of it.
-// (b) as NQCommon_940::Str2T reads it: the first "." counts as the decimal point of std::cout's
-//     locale. Empty text gives the NaN of a default NQNumValue.
+// (b) as NQCommon_940::Str2T reads it. Empty text gives the NaN of a default NQNumValue.
 // (c) of the field of the current kind; NQCommon_940::T2Str writes six significant digits of a
-//     double, with "." as the decimal point in every locale.
+//     double.
 //
 // Equality     Values of different classes are unequal. Numbers compare as NQNumValue tells, nested
 //              settings by NQSettings::Compare, texts and lists exactly.

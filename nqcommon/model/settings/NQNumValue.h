@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <type_traits>
 
 #include <nqcommon/export.h>
 #include <nqcommon/model/settings/INQSettingValue.h>
@@ -14,11 +15,17 @@ namespace NQXML_940 {
 //   nothing          -2147483648                NaN (a)       -2147483648            kind kDouble
 //   int              itself                     exact         exact                  kind kInt
 //   double           truncated toward zero (b)  itself        truncated (b)          kind kDouble
-//   long long        its low 32 bits            nearest       itself                 kind kLongLong
+//   long long (c)    its low 32 bits            nearest       itself                 kind kLongLong
 //
 // (a) bits 0xFFFFFFFFFFEFFFFF: deliberately neither zero nor the system-missing value.
 // (b) NaN and what is out of range give the most negative integer.
+// (c) and long, std::size_t and the other unsigned integers, which are converted to it.
 class NQ_API NQNumValue : public INQSettingValue {
+  template <class Integer>
+  using EnableIfLong =
+      std::enable_if_t<std::is_integral_v<Integer> &&
+                       (sizeof(Integer) > sizeof(int) || std::is_same_v<Integer, unsigned>)>;
+
  public:
   static constexpr int kInt = 0;
   static constexpr int kDouble = 1;
@@ -28,10 +35,18 @@ class NQ_API NQNumValue : public INQSettingValue {
   explicit NQNumValue(int value) { SetNumValue(value); }
   explicit NQNumValue(double value) { SetNumValue(value); }
   explicit NQNumValue(long long value) { SetNumValue(value); }
+  template <class Integer, typename = EnableIfLong<Integer>>
+  explicit NQNumValue(Integer value) {
+    SetNumValue(value);
+  }
 
   void SetNumValue(int value);
   void SetNumValue(double value);
   void SetNumValue(long long value);
+  template <class Integer, typename = EnableIfLong<Integer>>
+  void SetNumValue(Integer value) {
+    SetNumValue(static_cast<long long>(value));
+  }
 
   int GetNumValueType() const { return fKind; }
   void GetNumValue(int& value) const { value = fInt; }

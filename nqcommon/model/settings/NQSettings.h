@@ -114,15 +114,27 @@ class NQ_API NQSettings {
   bool GetSettingValByName(const std::string& name, double& out) const;
   bool GetSettingValByName(const std::string& name, std::string& out) const;
   bool GetSettingValByName(const std::string& name, bool& out) const;
+  bool GetSettingValByName(const std::string& name, long& out) const;
   bool GetSettingValByName(const std::string& name, long long& out) const;
   // A copy of the nested settings; false, too, when the value is of another type.
   bool GetSettingValByName(const std::string& name, NQSettings& out) const;
   // The list, as MapVecValue gives it: for a value that is no list true with `out` untouched.
-  template <class T>
+  template <class T, typename = std::enable_if_t<kIsSettingElement<T>>>
   bool GetSettingValByName(const std::string& name, std::vector<T>& out) const {
     const NQSetting* setting = FindSetting(name);
     return setting != nullptr && MapVecValue(setting->GetValue(), out);
   }
+
+  // The same for a value of the type of `out` only, which nothing is converted to: else false, `out`
+  // untouched.
+  //   int, long, long long   a number that is whole and in range
+  //   double                 a number
+  //   std::string            a text
+  //   bool                   the text "true" or "false"
+  //   NQSettings             nested settings
+  //   std::vector<T>         a list of T
+  template <class T>
+  bool GetSettingValIfFits(const std::string& name, T& out) const;
 
   // ---- Conversions ------------------------------------------------------------------------------
 
@@ -138,13 +150,12 @@ class NQ_API NQSettings {
   // true, a nested collection, a number and a single text included; so does a foreign class that
   // claims a sub-type without being that list.
   // (a) toward zero; NaN and what is out of range give -2147483648.
-  template <class T>
+  template <class T, typename = std::enable_if_t<kIsSettingElement<T>>>
   static bool MapVecValue(const INQSettingValue* value, std::vector<T>& out);
 
-  // Read a number from the start of the text, as an input string stream of the global locale does:
-  // blanks before it and any characters after it are accepted. Of a double the first "." counts as
-  // the decimal point of std::cout's locale, as in Str2T. False, *out untouched, when the text
-  // starts with no number or with one out of range. A null `out` gives false.
+  // Read a number from the start of the text as NQCommon_940::Str2T does: blanks before it and any
+  // characters after it are accepted. False, *out untouched, when the text starts with no number or
+  // with one out of range. A null `out` gives false.
   static bool Str2Int(const std::string& text, int* out);
   static bool Str2Double(const std::string& text, double* out);
 

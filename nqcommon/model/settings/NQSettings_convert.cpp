@@ -1,14 +1,14 @@
 #include <nqcommon/model/settings/NQSettings.h>
 
-#include <iostream>
-#include <locale>
-#include <sstream>
 #include <type_traits>
+#include <utility>
 
 #include <nqcommon/common/memory_guard.h>
 #include <nqcommon/common/text_conversion.h>
 #include <nqcommon/common/truncate.h>
+#include <nqcommon/model/settings/NQNumValue.h>
 #include <nqcommon/model/settings/NQSettingListValue.h>
+#include <nqcommon/model/settings/NQStrValue.h>
 #include <nqcommon/model/settings/NQVecValue.h>
 #include <nqcommon/model/settings/internal/list_elements.h>
 
@@ -25,9 +25,9 @@ bool Store(const NQSetting* setting, Out (INQSettingValue::*get)() const, Out& o
 
 template <class T>
 bool ReadNumber(const std::string& text, T* out) {
-  std::istringstream stream(text);
   T number{};
-  if (!(stream >> number) || out == nullptr) return false;
+  const auto read = [&] { return NQCommon_940::Str2T(text, number); };
+  if (out == nullptr || !GuardMemory(false, read)) return false;
   *out = number;
   return true;
 }
@@ -84,6 +84,56 @@ bool Convert(const std::vector<std::string>& in, std::vector<double>& out) {
   return NQSettings::StrVec2DoubleVec(in, out);
 }
 
+// ---- Values whose type fits: Take(value, out) ---------------------------------------------------
+
+template <class V>
+const V* As(const INQSettingValue& value) {
+  return dynamic_cast<const V*>(&value);
+}
+
+template <class Integer>
+bool Take(const INQSettingValue& value, Integer& out) {
+  const auto* number = As<NQNumValue>(value);
+  if (number == nullptr) return false;
+  const long long whole = number->GetLongLong();
+  const bool isWhole = number->GetNumValueType() != NQNumValue::kDouble ||
+                       static_cast<double>(whole) == number->GetDouble();
+  if (!isWhole || !std::in_range<Integer>(whole)) return false;
+  out = static_cast<Integer>(whole);
+  return true;
+}
+
+bool Take(const INQSettingValue& value, double& out) {
+  const auto* number = As<NQNumValue>(value);
+  if (number != nullptr) out = number->GetDouble();
+  return number != nullptr;
+}
+
+bool Take(const INQSettingValue& value, std::string& out) {
+  const auto* text = As<NQStrValue>(value);
+  if (text != nullptr) out = text->GetString();
+  return text != nullptr;
+}
+
+bool Take(const INQSettingValue& value, bool& out) {
+  std::string text;
+  if (!Take(value, text) || (text != "true" && text != "false")) return false;
+  out = text == "true";
+  return true;
+}
+
+bool Take(const INQSettingValue& value, NQSettings& out) {
+  const auto* nested = As<NQSettingListValue>(value);
+  if (nested != nullptr) out = nested->GetListValue();
+  return nested != nullptr;
+}
+
+template <class T>
+bool Take(const INQSettingValue& value, std::vector<T>& out) {
+  const auto* list = As<NQVecValue<T>>(value);
+  return list != nullptr && Convert(list->GetVecValue(), out);
+}
+
 // The conversion of a list of one of the element types named; true for any other value.
 template <class... Elements, class To>
 bool ConvertListOf(const INQSettingValue& value, std::vector<To>& out) {
@@ -120,17 +170,41 @@ bool NQSettings::GetSettingValByName(const std::string& name, long long& out) co
   return Store(FindSetting(name), &INQSettingValue::GetLongLong, out);
 }
 
-bool NQSettings::GetSettingValByName(const std::string& name, NQSettings& out) const {
-  const NQSetting* setting = FindSetting(name);
-  if (setting == nullptr) return false;
-  const auto* nested = dynamic_cast<const NQSettingListValue*>(setting->GetValue());
-  if (nested == nullptr) return false;
-  return GuardMemory([&] { out = nested->GetListValue(); });
+bool NQSettings::GetSettingValByName(const std::string& name, long& out) const {
+  static_assert(sizeof(long) == sizeof(long long));
+  long long number = 0;
+  const bool isFound = GetSettingValByName(name, number);
+  if (isFound) out = static_cast<long>(number);
+  return isFound;
 }
+
+bool NQSettings::GetSettingValByName(const std::string& name, NQSettings& out) const {
+  return GetSettingValIfFits(name, out);
+}
+
+template <class T>
+bool NQSettings::GetSettingValIfFits(const std::string& name, T& out) const {
+  const NQSetting* setting = FindSetting(name);
+  return setting != nullptr && GuardMemory(false, [&] { return Take(*setting->GetValue(), out); });
+}
+
+#define NQ_INSTANTIATE(T) \
+  template NQ_API bool NQSettings::GetSettingValIfFits(const std::string&, T&) const;
+NQ_INSTANTIATE(int)
+NQ_INSTANTIATE(long)
+NQ_INSTANTIATE(long long)
+NQ_INSTANTIATE(double)
+NQ_INSTANTIATE(bool)
+NQ_INSTANTIATE(std::string)
+NQ_INSTANTIATE(NQSettings)
+#define NQ_INSTANTIATE_LIST(T) NQ_INSTANTIATE(std::vector<T>)
+NQ_FOR_EACH_LIST_ELEMENT(NQ_INSTANTIATE_LIST)
+#undef NQ_INSTANTIATE_LIST
+#undef NQ_INSTANTIATE
 
 // ---- Conversions --------------------------------------------------------------------------------
 
-template <class T>
+template <class T, typename>
 bool NQSettings::MapVecValue(const INQSettingValue* value, std::vector<T>& out) {
   if (value == nullptr) return false;
   if constexpr (std::is_arithmetic_v<T> || std::is_same_v<T, std::string>) {
@@ -147,13 +221,7 @@ NQ_FOR_EACH_LIST_ELEMENT(NQ_INSTANTIATE)
 
 bool NQSettings::Str2Int(const std::string& text, int* out) { return ReadNumber(text, out); }
 
-bool NQSettings::Str2Double(const std::string& text, double* out) {
-  std::string number = text;
-  const std::locale locale = std::cout.getloc();
-  if (const auto point = number.find('.'); point != std::string::npos)
-    number[point] = std::use_facet<std::numpunct<char>>(locale).decimal_point();
-  return ReadNumber(number, out);
-}
+bool NQSettings::Str2Double(const std::string& text, double* out) { return ReadNumber(text, out); }
 
 bool NQSettings::StrVec2IntVec(const std::vector<std::string>& in, std::vector<int>& out) {
   return ReadNumbers(Str2Int, in, out);

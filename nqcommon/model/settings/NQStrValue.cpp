@@ -1,9 +1,5 @@
 #include <nqcommon/model/settings/NQStrValue.h>
 
-#include <algorithm>
-#include <cstdlib>
-#include <limits>
-
 #include <nqcommon/common/text_conversion.h>
 #include <nqcommon/model/settings/NQNumValue.h>
 #include <nqcommon/model/settings/internal/setting_display.h>
@@ -24,12 +20,16 @@ bool NQStrValue::operator<(const INQSettingValue& other) const {
 }
 
 int NQStrValue::GetInt() const {
-  using Limits = std::numeric_limits<int>;
-  return static_cast<int>(std::clamp<long long>(GetLongLong(), Limits::min(), Limits::max()));
+  int number = 0;
+  NQCommon_940::ReadNumber(fText, number);
+  return number;
 }
 
-// strtoll is atoll with the numbers out of range defined: the nearest end.
-long long NQStrValue::GetLongLong() const { return std::strtoll(fText.c_str(), nullptr, 10); }
+long long NQStrValue::GetLongLong() const {
+  long long number = 0;
+  NQCommon_940::ReadNumber(fText, number);
+  return number;
+}
 
 double NQStrValue::GetDouble() const {
   if (fText.empty()) return NQNumValue().GetDouble();

@@ -11,6 +11,8 @@
 #include <nqcommon/model/settings/NQVecValue.h>
 
 #include "support/displayed.h"
+#include "support/each.h"
+#include "support/safe_depth.h"
 #include "support/special_values.h"
 
 namespace NQXML_940 {
@@ -19,6 +21,7 @@ namespace {
 using nqtest::Displayed;
 using nqtest::kMissing;
 using nqtest::kNaN;
+using nqtest::kSafeDepth;
 using Strings = std::vector<std::string>;
 using Pairs = std::vector<std::pair<std::string, std::string>>;
 
@@ -129,12 +132,6 @@ NQSettings Nested(int levels, double innermost) {
   return settings;
 }
 
-#if defined(__SANITIZE_ADDRESS__) || !defined(__OPTIMIZE__)
-constexpr int kSafeDepth = 500;  // frames are larger
-#else
-constexpr int kSafeDepth = 10000;
-#endif
-
 TEST(NQSettings, NestToTheSafeDepth) {
   const NQSettings one = Nested(kSafeDepth, 1), two = Nested(kSafeDepth, 2);
   const NQSettings copy(one);
@@ -191,11 +188,11 @@ TEST(NQSettings, ArraysMayHoldNulls) {
   char text[] = "text";
   char* texts[] = {text, nullptr};
   NQSettings* lists[] = {nullptr, &settings};
-  EXPECT_TRUE(settings.AddNewSetting("texts", texts, 2, "t"));
-  EXPECT_TRUE(settings.AddNewSetting("lists", lists, 2, ""));
-  EXPECT_FALSE(settings.AddNewSetting("none", texts, 0, "t"));
-  EXPECT_FALSE(settings.AddNewSetting("none", lists, -1, "t"));
-  EXPECT_FALSE(settings.AddNewSetting("none", static_cast<char**>(nullptr), 2, "t"));
+  EXPECT_EACH(true, settings.AddNewSetting("texts", texts, 2, "t"),
+              settings.AddNewSetting("lists", lists, 2, ""));
+  EXPECT_EACH(false, settings.AddNewSetting("none", texts, 0, "t"),
+              settings.AddNewSetting("none", lists, -1, "t"),
+              settings.AddNewSetting("none", static_cast<char**>(nullptr), 2, "t"));
   EXPECT_EQ(Displayed(settings),
             "\nNQSettings display start\nx = 1\ntexts (t) (size = 2)\n  \"text\" \"\""
             "\nlists (size = 2)\n  [0] (number of settings = 0)\n  [1] (number of settings = 2)"
@@ -239,23 +236,65 @@ TEST(NQSettings, MapVecValue) {
   EXPECT_FALSE(NQSettings::MapVecValue(nullptr, out));
 }
 
+template <class T>
+std::string Fitted(const NQSettings& settings, const std::string& name, T out) {
+  const bool fits = settings.GetSettingValIfFits(name, out);
+  return (fits ? "fits " : "no ") + ::testing::PrintToString(out);
+}
+
+TEST(NQSettings, ValuesOfTheTypeAskedFor) {
+  NQSettings s = Holding("one", 1);
+  s.AddSetting("half", 0.5, false);
+  s.AddSetting("big", 0x1p31, false);
+  s.AddSetting("missing", kMissing, false);
+  s.AddSetting("true", "true", false);
+  s.AddSetting("digits", "12", false);
+  s.AddNewSetting("list", std::vector<int>{1}, "");
+  const struct {
+    std::string got;
+    const char* want;
+  } rows[] = {
+      {Fitted(s, "one", 7), "fits 1"},
+      {Fitted(s, "half", 7), "no 7"},
+      {Fitted(s, "big", 7), "no 7"},
+      {Fitted(s, "big", 7L), "fits 2147483648"},
+      {Fitted(s, "missing", 7LL), "no 7"},
+      {Fitted(s, "digits", 7), "no 7"},
+      {Fitted(s, "half", 7.0), "fits 0.5"},
+      {Fitted(s, "list", 7.0), "no 7"},
+      {Fitted(s, "true", false), "fits true"},
+      {Fitted(s, "digits", false), "no false"},
+      {Fitted(s, "one", false), "no false"},
+      {Fitted(s, "digits", std::string()), "fits \"12\""},
+      {Fitted(s, "one", std::string()), "no \"\""},
+      {Fitted(s, "list", std::vector<int>()), "fits { 1 }"},
+      {Fitted(s, "list", std::vector<double>()), "no {}"},
+      {Fitted(s, "none", 7), "no 7"},
+  };
+  for (const auto& row : rows) EXPECT_EQ(row.got, row.want);
+  long number = 0;
+  EXPECT_TRUE(s.GetSettingValByName("big", number));
+  EXPECT_EQ(number, 1L << 31);
+}
+
 TEST(NQSettings, FailuresLeaveOutputsUntouched) {
   const NQSettings settings = Holding("a", 1);
   int i = 7;
   double d = 7;
   bool b = true;
-  long long l = 7;
+  long l = 7;
+  long long ll = 7;
   std::string s = "7";
   NQSettings n = settings;
   std::vector<int> v{7};
-  EXPECT_FALSE(settings.GetSettingValByName("A", i) || settings.GetSettingValByName("A", d) ||
-               settings.GetSettingValByName("A", b) || settings.GetSettingValByName("A", l) ||
-               settings.GetSettingValByName("A", s) || settings.GetSettingValByName("A", n) ||
-               settings.GetSettingValByName("A", v));
-  EXPECT_FALSE(NQSettings::Str2Int("x1", &i) || NQSettings::Str2Int("-2147483649", &i) ||
-               NQSettings::Str2Double(" ", &d) || NQSettings::Str2Double("1e999", &d) ||
-               NQSettings::Str2Int("1", nullptr));
-  EXPECT_TRUE(i == 7 && d == 7 && b && l == 7 && s == "7" && n == settings && v.size() == 1);
+  EXPECT_EACH(false, settings.GetSettingValByName("A", i), settings.GetSettingValByName("A", d),
+              settings.GetSettingValByName("A", b), settings.GetSettingValByName("A", l),
+              settings.GetSettingValByName("A", ll), settings.GetSettingValByName("A", s),
+              settings.GetSettingValByName("A", n), settings.GetSettingValByName("A", v),
+              NQSettings::Str2Int("x1", &i), NQSettings::Str2Int("-2147483649", &i),
+              NQSettings::Str2Int("", &i), NQSettings::Str2Double(" ", &d),
+              NQSettings::Str2Double("1e999", &d), NQSettings::Str2Int("1", nullptr));
+  EXPECT_EACH(true, i == 7, d == 7, b, l == 7, ll == 7, s == "7", n == settings, v.size() == 1);
 }
 
 TEST(NQSettings, DisplaysTheTree) {

@@ -31,6 +31,7 @@ NQSettings Holding(double x) {
 // The value as int, 64-bit integer, double, bool and text.
 std::string Conversions(const INQSettingValue& value) {
   std::ostringstream text;
+  text.imbue(std::locale::classic());
   text.precision(17);
   text << value.GetInt() << ' ' << value.GetLongLong() << ' ' << value.GetDouble() << ' '
        << (value.GetBool() ? "true " : "false ") << value.GetString();
@@ -51,7 +52,8 @@ TEST(SettingValues, Convert) {
   EXPECT_EQ(Conversions(Num(kInf)), "-2147483648 -9223372036854775808 inf true inf");
   EXPECT_EQ(Conversions(Num(-kInf)), "-2147483648 -9223372036854775808 -inf false -inf");
   EXPECT_EQ(Conversions(Num(kNaN)), "-2147483648 -9223372036854775808 nan false nan");
-  EXPECT_EQ(Conversions(Num(4294967298LL)), "2 4294967298 4294967298 true 4294967298");
+  EXPECT_EQ(Conversions(Num(std::size_t{4294967298})), Conversions(Num(4294967298L)));
+  EXPECT_EQ(Conversions(Num(4294967298L)), "2 4294967298 4294967298 true 4294967298");
   EXPECT_EQ(Conversions(Num(-4294967298LL)), "-2 -4294967298 -4294967298 false -4294967298");
 
   EXPECT_EQ(Conversions(Str("")), "0 0 -nan false ");
@@ -75,14 +77,20 @@ TEST(SettingValues, Convert) {
     EXPECT_EQ(std::bit_cast<std::uint64_t>(x), 0xFFFFFFFFFFEFFFFF);
 }
 
-TEST(SettingValues, CommaLocale) {
+TEST(SettingValues, NoLocaleChangesNumbers) {
+  nqtest::InEachCommaLocale([] {
+    EXPECT_EQ(Conversions(Num(1234.5)), "1234 1234 1234.5 true 1234.5");
+    EXPECT_EQ(Conversions(Num(1234567)), "1234567 1234567 1234567 true 1234567");
+    EXPECT_EQ(Conversions(Str("1234.5x")), "1234 1234 1234.5 false 1234.5x");
+    double number = 0;
+    EXPECT_TRUE(NQSettings::Str2Double("1234.5x", &number));
+    EXPECT_EQ(number, 1234.5);
+    int integer = 0;
+    EXPECT_TRUE(NQSettings::Str2Int("1234567", &integer));
+    EXPECT_EQ(integer, 1234567);
+  });
   const nqtest::CommaLocale locale;
-  EXPECT_EQ(Str("0.5x").GetDouble(), 0.5);
-  EXPECT_EQ(Str("0,5").GetDouble(), 0.5);
-  EXPECT_EQ(Num(0.5).GetString(), "0.5");
-  double number = 0;
-  EXPECT_TRUE(NQSettings::Str2Double("0.5x", &number));
-  EXPECT_EQ(number, 0.5);
+  EXPECT_EQ(Str("0,5").GetDouble(), 0.5) << "the decimal character of the locale";
 }
 
 // Those of "=", "<" and ">" that hold.
