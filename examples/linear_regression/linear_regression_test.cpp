@@ -156,6 +156,23 @@ TEST(LinearRegression, RefusesBadInputWithOneLineAndNoFiles) {
       {good, "--target y --save /nowhere/fit", "cannot write /nowhere/fit"},
       {good, "--target y --save \"$D/b.json\"", "b.json is the same file as --json"},
       {good, "--target y --what", "--what"},
+      {good, "--target y --statxml \"$D/./data.csv\"", "is the same file as the data"},
+      {good, "--target y --json ''", "needs the name of a file"},
+      {good, "--target y --out \"$D/o\"", "--out needs --predict"},
+      {good, "--target y --reference a=1", "reference 'a=1' is not"},
+      {"a;b;y\n1;2;3\n", "--target y", "line 1: one column named 'a;b;y'; --separator ';'"},
+      {"a,y\n.,1\n2,2\n", "--target y", "line 2, column 'a': '.' is not a number; --missing"},
+      {"a,y\n1,1\n2,2\n\"1,5\",2\n", "--target y", "line 4, column 'a': '1,5' is not a number"},
+      {"a,y\n1,1\n1e-400,2\n", "--target y", "line 3, column 'a': '1e-400' is too close to 0"},
+      {"a,b,y\n,1,1\n,2,2\n", "--target y", "column 'a' has no value in any row"},
+      {"i,b,y\nA1,1,1\nA2,1,2\nA3,1,1\n", "--target y", "'i' has a category for each case"},
+      {"\x1F\x8B\x08\x08", "--target y", "is compressed by gzip"},
+      {std::string("a,y\n1,\0\n", 8), "--target y", "has zero bytes"},
+      {"a,y\r1,2\r", "--target y", "end in CR alone"},
+      {"a,y\n1,2\n# 3\n", "--target y", "line 3: expected 2 cells, found 1; comment lines are not"},
+      {"a,y\n]]>,2\nb,3\nb,5\n", "--target y --statxml \"$D/b.xml\"", "cannot hold the ']]>'"},
+      {"a,y\n1,2\n\"" + std::string(std::size_t{20} << 20, 'x') + "\",2\n", "--target y",
+       "line 3: the row is longer than 16 MiB"},
   };
   for (const auto& row : rows) {
     const std::string file = FileOf(row.content);
@@ -172,6 +189,37 @@ TEST(LinearRegression, RefusesBadInputWithOneLineAndNoFiles) {
   ExpectRefused(RunProgram("'" + file + "' --target y"), "cannot open");
   ExpectRefused(RunProgram("'" + ::testing::TempDir() + "' --target y"), "is a directory");
   EXPECT_EQ(RunProgram("--help").status, 0);
+}
+
+// A column may be named like the intercept, or like a category's coefficient.
+TEST(LinearRegression, CollidingNamesStayApart) {
+  const Regression fit = FitText(
+      "(Intercept),x=b,x,y\n1,2,a,3\n2,1,b,5\n3,5,a,4\n4,4,b,9\n7,3,b,1\n2,2,c,2\n9,9,c,3\n");
+  std::vector<std::string> names;
+  for (const Coefficient& c : fit.coefficients) names.push_back(c.name);
+  EXPECT_EQ(names,
+            (std::vector<std::string>{"(Intercept)", "\"(Intercept)\"", "x=b", "\"x=b\"", "x=c"}));
+}
+
+TEST(LinearRegression, OptionsOfTheDataAreHeard) {
+  const Fitted fitted(FileOf("a,b;g;y\n1;u;1\n?;u;2\n3;v;-9\n;u;4\n2;v;5\n4;w;9\n3;u;1\nNA;v;2\n"),
+                      {{"separator", ";"}, {"missing", "?,-9,NA"}, {"inputs", "a,b"}});
+  EXPECT_EQ(fitted.data.Counts().used, 4);
+  EXPECT_EQ(fitted.data.Counts().missing, 4);
+  const Fitted other(FileOf("g,y\nu,1\nv,2\nu,4\nw,5\nv,2\n"), {{"reference", "g=v"}});
+  EXPECT_EQ(other.fit.coefficients.at(1).name, "g=u");
+}
+
+// The data come through a pipe; a signal leaves neither files nor a page half made.
+TEST(LinearRegression, EndsOfASignalWithoutATrace) {
+  const std::string file = FileOf("a,y\n1,2\n2,3\n4,4\n");
+  EXPECT_EQ(RunProgram("- --target y < '" + file + "'").status, 0);
+  const Outcome outcome =
+      RunProgram("\"$D/pipe\" --target y --json \"$D/o.json\" & sleep 0.3; kill -TERM $!; wait $!",
+                 "D='" + kDirectory.string() + "'; mkfifo \"$D/pipe\"; sleep 1 >\"$D/pipe\" & ");
+  EXPECT_EQ(outcome.status, 143) << outcome.text;
+  EXPECT_EQ(FilesIn(kDirectory), 2u);
+  std::filesystem::remove(kDirectory / "pipe");
 }
 
 TEST(LinearRegression, ProgramWritesAllDocuments) {

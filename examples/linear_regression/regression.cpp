@@ -583,7 +583,7 @@ void Figures::Charts() {
     // Few residuals are shown one by one.
     const double p = (i + 0.5) / points;
     const double place = fResult.n == points && points > 1 ? i / (points - 1.0) : p;
-    fResult.normalPlot.emplace_back(NQDistFun::IdfNorm(p, 0, 1), bins.Quantile(place) / fSigma);
+    fResult.normalPlot.push_back({NQDistFun::IdfNorm(p, 0, 1), bins.Quantile(place) / fSigma, 1});
   }
 }
 

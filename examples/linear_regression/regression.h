@@ -100,12 +100,12 @@ struct Regression {
   // For charts, when asked for.
   support::InputSummaries summaries;
   struct Point {
-    double fit, residual, frequency;
+    double x, y, frequency;
   };
-  std::vector<Point> residualPlot;  // binned
+  std::vector<Point> residualPlot;  // fit and residual, binned
   // Normal quantiles and those of the residuals times the root of their weights, divided by
   // the residual standard deviation.
-  std::vector<std::pair<double, double>> normalPlot;
+  std::vector<Point> normalPlot;
 };
 
 struct FitOptions {

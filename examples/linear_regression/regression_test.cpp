@@ -259,23 +259,6 @@ TEST(LinearRegression, DistanceDoesNotMatter) {
 
 // ---- No intercept, undefined figures ------------------------------------------------------------
 
-// NIST Statistical Reference Datasets, NoInt1.
-TEST(LinearRegression, FitsThroughZero) {
-  Table table = {{"x", {}}, {"y", {}}};
-  for (int i = 0; i <= 10; ++i) {
-    table[0].second.push_back(60 + i);
-    table[1].second.push_back(130 + i);
-  }
-  const Regression fit = FitTable(table, false);
-  ASSERT_EQ(fit.coefficients.size(), 1u);
-  EXPECT_CLOSE(fit.coefficients[0].estimate, 2.07438016528926, 1e-14);
-  EXPECT_CLOSE(fit.coefficients[0].stdError, 0.165289256198347e-1, 1e-13);
-  EXPECT_CLOSE(fit.residualStdDev, 3.56753034006338, 1e-13);
-  EXPECT_CLOSE(fit.rSquared, 0.999365492298663, 1e-14);
-  EXPECT_CLOSE(fit.fStatistic, 15750.25, 1e-12);
-  EXPECT_EQ(fit.dfResidual, 10);
-}
-
 TEST(LinearRegression, CategoriesByIntercept) {
   const struct {
     const char* label;

@@ -2,6 +2,8 @@
 <!-- One self-contained HTML page of the StatXML document of a linear regression. -->
 <xsl:stylesheet version="1.0" xmlns:xsl="http://www.w3.org/1999/XSL/Transform"
                 xmlns:s="http://nqcommon.example/xmlns/statxml-7.0" exclude-result-prefixes="s">
+<xsl:param name="date"/>
+<xsl:param name="program"/>
 <xsl:output method="html" encoding="UTF-8" doctype-system="about:legacy-compat" indent="no"/>
 
 <!-- ==== Page ================================================================================== -->
@@ -36,16 +38,43 @@
         table { border-collapse: collapse; width: 100%; font-variant-numeric: tabular-nums; }
         th { color: var(--soft); font-weight: 600; font-size: 13px; }
         th, td { padding: 5px 10px; text-align: right; white-space: nowrap; }
-        th:first-child, td:first-child { text-align: left; }
+        th:first-child { text-align: left; }
         tbody tr { border-top: 1px solid var(--line); }
         .redundant td { color: var(--soft); font-style: italic; }
+        caption { text-align: left; color: var(--soft); font-size: 13px; padding: 2px 10px 6px; }
+        tbody th { color: var(--ink); font-size: inherit; }
         .matrix { font-size: 12px; } .matrix td, .matrix th { padding: 3px 8px; }
+        .far td, .far th { padding: 0 10px; } .far td:nth-child(2) { width: 70%; padding: 0; }
+        .far svg { height: 26px; } .plots { grid-template-columns: repeat(2, minmax(0, 1fr)); }
         svg { display: block; width: 100%; height: auto; }
         svg text { font-size: 11px; fill: var(--soft); } svg .name { fill: var(--ink); }
-        .bar { fill: var(--bar); } .axis { stroke: var(--line); stroke-width: 1; }
-        .interval { stroke: var(--bar); stroke-width: 2; } .point { fill: var(--bar); }
-        .away .interval { stroke: var(--mark); } .away .point { fill: var(--mark); }
+        .bar, .point { fill: var(--bar); } .axis { stroke: var(--line); stroke-width: 1; }
+        .frame { fill: none; stroke: var(--line); } .guide { stroke: var(--mark); }
+        .interval { stroke: var(--bar); stroke-width: 2; } .tick { stroke: var(--bar); stroke-width: 6; }
+        .away .interval, .away .tick { stroke: var(--mark); }
+        .interval, .tick, .axis { vector-effect: non-scaling-stroke; }
         h3 { font-size: 14px; margin: 0 0 8px; } sup { font-size: 0.7em; line-height: 0; }
+        footer { margin-top: 32px; font-size: 13px; color: var(--soft); }
+        @media (max-width: 900px) { table { font-size: 13px; } th, td { padding: 4px 5px; } }
+        @media (max-width: 600px) {
+          main { padding: 16px 10px 24px; } .card { padding: 8px 8px; } h1 { font-size: 21px; }
+          th, td { padding: 4px 6px; } .tiles { grid-template-columns: repeat(2, minmax(0, 1fr)); }
+          .tiles dd { font-size: 16px; } .charts, .plots { grid-template-columns: minmax(0, 1fr); }
+          .far td:nth-child(2) { width: 50%; } .far td:first-child, .far th { white-space: normal; } }
+        @page { margin: 14mm; }
+        @media print {
+          :root { --ink: #000; --soft: #444; --line: #bbb; --bar: #3b7dc4; --paper: #fff;
+                  --ground: #fff; --mark: #c8553d; }
+          body { font-size: 10px; print-color-adjust: exact; -webkit-print-color-adjust: exact; }
+          main { max-width: none; padding: 0; } .card { overflow: visible; padding: 4px 6px; }
+          h1 { font-size: 18px; } h2 { font-size: 14px; margin: 16px 0 6px; break-after: avoid; }
+          th, caption, .tiles dt, .tiles small, .card p, footer { font-size: 9px; }
+          th, td { padding: 2px 5px; } .tiles dd { font-size: 13px; }
+          .tiles { grid-template-columns: repeat(4, 1fr); gap: 6px; }
+          .charts { grid-template-columns: repeat(3, 1fr); gap: 8px; }
+          .plots { grid-template-columns: repeat(2, 1fr); }
+          .matrix { font-size: 7px; } .matrix td, .matrix th { padding: 1px 2px; font-size: 7px; }
+          tr, .charts .card, .tiles .card { break-inside: avoid; } }
       </style>
     </head>
     <body>
@@ -56,12 +85,23 @@
         <div class="card"><xsl:apply-templates select="s:ParameterEstimates"/></div>
         <h2>How far from zero</h2>
         <div class="card"><xsl:apply-templates select="s:ParameterEstimates" mode="chart"/></div>
-        <xsl:if test="s:UnivariateData">
-          <h2>Inputs</h2>
-          <div class="charts"><xsl:apply-templates select="s:UnivariateData"/></div>
+        <xsl:if test="s:ModelTestStats/*">
+          <h2>Tests of the inputs</h2>
+          <div class="card"><xsl:apply-templates select="s:ModelTestStats"/></div>
         </xsl:if>
+        <h2>Residuals</h2>
+        <div class="charts plots">
+          <xsl:apply-templates select="s:BivariateData"/>
+          <div class="card"><xsl:apply-templates select="s:TrainingSummary" mode="residuals"/></div>
+          <xsl:if test="s:MultivariateData">
+            <div class="card"><xsl:apply-templates select="s:MultivariateData"/></div>
+          </xsl:if>
+        </div>
+        <h2>Target and inputs</h2>
+        <div class="charts"><xsl:apply-templates select="s:UnivariateData"/></div>
         <h2>Covariances of the estimates</h2>
         <div class="card"><xsl:apply-templates select="s:Matrix"/></div>
+        <footer><xsl:value-of select="$program"/>, <xsl:value-of select="$date"/></footer>
       </main>
     </body>
   </html>
@@ -70,7 +110,9 @@
 <xsl:template match="s:TrainingSummary">
   <xsl:variable name="counts" select="s:Counts"/>
   <p>
-    <xsl:value-of select="s:Statistic[@name='rowsUsed']/@value"/> rows used
+    <b><xsl:value-of select="@dataName"/></b><xsl:text> · </xsl:text>
+    <xsl:value-of select="s:Statistic[@name='rowsRead']/@value"/> rows,
+    <xsl:value-of select="s:Statistic[@name='rowsUsed']/@value"/> used
     <xsl:if test="$counts/@totalFreq != s:Statistic[@name='rowsUsed']/@value">
       <xsl:text> for </xsl:text><xsl:value-of select="$counts/@totalFreq"/> cases
     </xsl:if>
@@ -79,7 +121,19 @@
       <xsl:text> · </xsl:text><xsl:value-of select="$counts/@invalidFreq"/> for their weight
     </xsl:if>
     <xsl:if test="@isIntercept = 'false'"> · without intercept: R² and F are about zero</xsl:if>
+    <xsl:if test="s:Statistic[@name='freqWeight']"> · frequency weight
+      <xsl:value-of select="s:Statistic[@name='freqWeight']/@value"/></xsl:if>
+    <xsl:if test="s:Statistic[@name='regWeight']"> · regression weight
+      <xsl:value-of select="s:Statistic[@name='regWeight']/@value"/></xsl:if>
   </p>
+  <xsl:if test="s:FieldInfo">
+    <p>Reference categories:
+      <xsl:for-each select="s:FieldInfo">
+        <xsl:if test="position() &gt; 1">, </xsl:if>
+        <xsl:value-of select="concat(@fieldName, ' = ', @fieldValue)"/>
+      </xsl:for-each>
+    </p>
+  </xsl:if>
   <div class="tiles">
     <xsl:call-template name="tile">
       <xsl:with-param name="name">R²</xsl:with-param>
@@ -103,6 +157,28 @@
     <xsl:call-template name="tile">
       <xsl:with-param name="name">Significance of F</xsl:with-param>
       <xsl:with-param name="value" select="../s:FTest/@sig"/>
+      <xsl:with-param name="isSignificance" select="true()"/>
+    </xsl:call-template>
+    <xsl:call-template name="tile">
+      <xsl:with-param name="name">AIC</xsl:with-param>
+      <xsl:with-param name="value" select="s:Statistic[@name='aic']/@value"/>
+    </xsl:call-template>
+    <xsl:call-template name="tile">
+      <xsl:with-param name="name">BIC</xsl:with-param>
+      <xsl:with-param name="value" select="s:Statistic[@name='bic']/@value"/>
+    </xsl:call-template>
+    <xsl:call-template name="tile">
+      <xsl:with-param name="name">Log-likelihood</xsl:with-param>
+      <xsl:with-param name="value" select="s:Statistic[@name='logLik']/@value"/>
+    </xsl:call-template>
+    <xsl:call-template name="tile">
+      <xsl:with-param name="name">Durbin-Watson</xsl:with-param>
+      <xsl:with-param name="value" select="s:Statistic[@name='durbinWatson']/@value"/>
+    </xsl:call-template>
+    <xsl:call-template name="tile">
+      <xsl:with-param name="name">Condition number</xsl:with-param>
+      <xsl:with-param name="value" select="s:Statistic[@name='conditionNumber']/@value"/>
+      <xsl:with-param name="note">of the correlations</xsl:with-param>
     </xsl:call-template>
   </div>
 </xsl:template>
@@ -111,11 +187,15 @@
   <xsl:param name="name"/>
   <xsl:param name="value"/>
   <xsl:param name="note"/>
+  <xsl:param name="isSignificance" select="false()"/>
   <div class="card">
     <dl>
       <dt><xsl:value-of select="$name"/></dt>
       <dd>
-        <xsl:call-template name="figure"><xsl:with-param name="x" select="$value"/></xsl:call-template>
+        <xsl:call-template name="figure">
+          <xsl:with-param name="x" select="$value"/>
+          <xsl:with-param name="isSignificance" select="$isSignificance"/>
+        </xsl:call-template>
         <small><xsl:value-of select="$note"/></small>
       </dd>
     </dl>
@@ -126,9 +206,12 @@
 
 <xsl:template match="s:ParameterEstimates">
   <table>
+    <caption>Estimates, with 95% bounds; standardized: in standard deviations of target and column
+    </caption>
     <thead>
-      <tr><th>Parameter</th><th>Estimate</th><th>Std. error</th><th>t</th><th>Significance</th>
-        <th>Lower 95%</th><th>Upper 95%</th></tr>
+      <tr><th scope="col">Parameter</th><th scope="col">Estimate</th><th scope="col">Std. error</th>
+        <th scope="col">t</th><th scope="col">Significance</th><th scope="col">Lower 95%</th>
+        <th scope="col">Upper 95%</th><th scope="col">Standardized</th></tr>
     </thead>
     <tbody><xsl:apply-templates select="s:ParameterStats"/></tbody>
   </table>
@@ -136,7 +219,7 @@
 
 <xsl:template match="s:ParameterStats">
   <tr>
-    <td><xsl:value-of select="@paramName"/></td>
+    <th scope="row"><xsl:value-of select="@paramName"/></th>
     <td><xsl:call-template name="figure">
       <xsl:with-param name="x" select="@estimate"/></xsl:call-template></td>
     <td><xsl:call-template name="figure">
@@ -144,19 +227,109 @@
     <td><xsl:call-template name="figure">
       <xsl:with-param name="x" select="@tTest"/></xsl:call-template></td>
     <td><xsl:call-template name="figure">
-      <xsl:with-param name="x" select="@sig"/></xsl:call-template></td>
+      <xsl:with-param name="x" select="@sig"/>
+      <xsl:with-param name="isSignificance" select="true()"/></xsl:call-template></td>
     <td><xsl:call-template name="figure">
       <xsl:with-param name="x" select="@confIntervalLower"/></xsl:call-template></td>
     <td><xsl:call-template name="figure">
       <xsl:with-param name="x" select="@confIntervalUpper"/></xsl:call-template></td>
+    <td><xsl:call-template name="figure">
+      <xsl:with-param name="x" select="@standardized"/></xsl:call-template></td>
   </tr>
 </xsl:template>
 
 <xsl:template match="s:ParameterStats[@isRedundant = 'true']">
   <tr class="redundant">
-    <td><xsl:value-of select="@paramName"/></td>
-    <td colspan="6">redundant: a combination of the parameters before it</td>
+    <th scope="row"><xsl:value-of select="@paramName"/></th>
+    <td colspan="7">redundant: a combination of the parameters before it</td>
   </tr>
+</xsl:template>
+
+<xsl:template match="s:ModelTestStats">
+  <table>
+    <caption>What the fit loses without the input, and the variance inflation of its estimates
+    </caption>
+    <thead>
+      <tr><th scope="col">Input</th><th scope="col">df</th><th scope="col">F</th>
+        <th scope="col">Significance</th><th scope="col">VIF</th></tr>
+    </thead>
+    <tbody>
+      <xsl:for-each select="s:FTest">
+        <tr>
+          <th scope="row"><xsl:value-of select="@fieldName"/></th>
+          <td><xsl:value-of select="@df1"/></td>
+    <td><xsl:call-template name="figure">
+      <xsl:with-param name="x" select="@fStatistic"/></xsl:call-template></td>
+    <td><xsl:call-template name="figure">
+      <xsl:with-param name="x" select="@sig"/>
+      <xsl:with-param name="isSignificance" select="true()"/></xsl:call-template></td>
+    <td><xsl:call-template name="figure">
+      <xsl:with-param name="x" select="@vif"/></xsl:call-template></td>
+        </tr>
+      </xsl:for-each>
+    </tbody>
+  </table>
+</xsl:template>
+
+<xsl:template match="s:TrainingSummary" mode="residuals">
+  <table>
+    <caption>Target less fit</caption>
+    <tbody>
+      <tr><th scope="row">Minimum</th><td><xsl:call-template name="figure">
+        <xsl:with-param name="x" select="s:Statistic[@name='residualMin']/@value"/></xsl:call-template></td></tr>
+      <tr><th scope="row">First quartile</th><td><xsl:call-template name="figure">
+        <xsl:with-param name="x" select="s:Statistic[@name='residualQ1']/@value"/></xsl:call-template></td></tr>
+      <tr><th scope="row">Median</th><td><xsl:call-template name="figure">
+        <xsl:with-param name="x" select="s:Statistic[@name='residualMedian']/@value"/></xsl:call-template></td></tr>
+      <tr><th scope="row">Third quartile</th><td><xsl:call-template name="figure">
+        <xsl:with-param name="x" select="s:Statistic[@name='residualQ3']/@value"/></xsl:call-template></td></tr>
+      <tr><th scope="row">Maximum</th><td><xsl:call-template name="figure">
+        <xsl:with-param name="x" select="s:Statistic[@name='residualMax']/@value"/></xsl:call-template></td></tr>
+    </tbody>
+  </table>
+</xsl:template>
+
+<!-- The cases of largest Cook's distance: a list for each column. -->
+<xsl:template match="s:MultivariateData">
+  <table>
+    <caption>Cases that move the fit most; row 1 is the first below the header</caption>
+    <thead>
+      <tr><th scope="col">Row</th><th scope="col">Leverage</th><th scope="col">Cook’s distance</th>
+        <th scope="col">Residual</th></tr>
+    </thead>
+    <tbody>
+      <xsl:call-template name="influence-rows">
+        <xsl:with-param name="rows" select="s:Coordinates[1]/s:Array"/>
+        <xsl:with-param name="leverages" select="s:Coordinates[2]/s:Array"/>
+        <xsl:with-param name="distances" select="s:Coordinates[3]/s:Array"/>
+        <xsl:with-param name="residuals" select="s:Coordinates[4]/s:Array"/>
+      </xsl:call-template>
+    </tbody>
+  </table>
+</xsl:template>
+
+<xsl:template name="influence-rows">
+  <xsl:param name="rows"/>
+  <xsl:param name="leverages"/>
+  <xsl:param name="distances"/>
+  <xsl:param name="residuals"/>
+  <xsl:if test="$rows != ''">
+    <tr>
+      <th scope="row"><xsl:value-of select="substring-before(concat($rows, ' '), ' ')"/></th>
+      <td><xsl:call-template name="figure">
+        <xsl:with-param name="x" select="substring-before(concat($leverages, ' '), ' ')"/></xsl:call-template></td>
+      <td><xsl:call-template name="figure">
+        <xsl:with-param name="x" select="substring-before(concat($distances, ' '), ' ')"/></xsl:call-template></td>
+      <td><xsl:call-template name="figure">
+        <xsl:with-param name="x" select="substring-before(concat($residuals, ' '), ' ')"/></xsl:call-template></td>
+    </tr>
+    <xsl:call-template name="influence-rows">
+      <xsl:with-param name="rows" select="substring-after($rows, ' ')"/>
+      <xsl:with-param name="leverages" select="substring-after($leverages, ' ')"/>
+      <xsl:with-param name="distances" select="substring-after($distances, ' ')"/>
+      <xsl:with-param name="residuals" select="substring-after($residuals, ' ')"/>
+    </xsl:call-template>
+  </xsl:if>
 </xsl:template>
 
 <!-- The lower triangle of a symmetric matrix. -->
@@ -168,11 +341,12 @@
     </xsl:when>
     <xsl:otherwise>
       <table class="matrix">
+        <caption>Lower triangle</caption>
         <thead>
           <tr>
-            <th/>
+            <td/>
             <xsl:for-each select="$labels">
-              <th title="{.}">
+              <th scope="col" title="{.}">
                 <xsl:call-template name="short"><xsl:with-param name="text" select="."/></xsl:call-template>
               </th>
             </xsl:for-each>
@@ -182,7 +356,7 @@
           <xsl:for-each select="s:Array">
             <xsl:variable name="row" select="position()"/>
             <tr>
-              <td><xsl:value-of select="$labels[$row]"/></td>
+              <th scope="row"><xsl:value-of select="$labels[$row]"/></th>
               <xsl:call-template name="cells"><xsl:with-param name="list" select="."/></xsl:call-template>
             </tr>
           </xsl:for-each>
@@ -221,33 +395,111 @@
       </xsl:if>
     </xsl:for-each>
   </xsl:variable>
-  <xsl:variable name="scale" select="330 div $reach"/>
-  <xsl:variable name="height" select="count($shown) * 24"/>
-  <p>Estimate and 95% bounds, in standard errors of the estimate; marked where the bounds leave zero
-    out.</p>
+  <xsl:variable name="scale" select="49 div $reach"/>
   <xsl:if test="$shown">
-    <svg viewBox="0 0 960 {$height + 8}" role="img" aria-label="estimates and bounds">
-      <line class="axis" x1="560" x2="560" y1="0" y2="{$height}"/>
-      <xsl:for-each select="$shown">
-        <xsl:variable name="y" select="position() * 24 - 10"/>
-        <xsl:variable name="half" select="(@confIntervalUpper - @estimate) div @stdError"/>
-        <g>
-          <xsl:if test="@confIntervalLower &gt; 0 or @confIntervalUpper &lt; 0">
-            <xsl:attribute name="class">away</xsl:attribute>
-          </xsl:if>
-          <text class="name" x="200" y="{$y + 4}" text-anchor="end">
-            <xsl:call-template name="short">
-              <xsl:with-param name="text" select="@paramName"/>
-              <xsl:with-param name="most" select="28"/>
-            </xsl:call-template>
-          </text>
-          <line class="interval" x1="{560 + (@tTest - $half) * $scale}"
-                x2="{560 + (@tTest + $half) * $scale}" y1="{$y}" y2="{$y}"/>
-          <circle class="point" cx="{560 + @tTest * $scale}" cy="{$y}" r="4"/>
-          <text x="950" y="{$y + 4}" text-anchor="end"><xsl:value-of select="translate(format-number(@tTest, '0.00'), '-', '−')"/></text>
-        </g>
-      </xsl:for-each>
+    <table class="far">
+      <caption>Estimate and 95% bounds, in standard errors of the estimate; marked where the bounds
+        leave zero out</caption>
+      <tbody>
+        <xsl:for-each select="$shown">
+          <xsl:variable name="half" select="(@confIntervalUpper - @estimate) div @stdError"/>
+          <tr>
+            <xsl:if test="@confIntervalLower &gt; 0 or @confIntervalUpper &lt; 0">
+              <xsl:attribute name="class">away</xsl:attribute>
+            </xsl:if>
+            <th scope="row"><xsl:value-of select="@paramName"/></th>
+            <td>
+              <svg viewBox="0 0 100 26" preserveAspectRatio="none" role="img"
+                   aria-label="estimate and bounds of {@paramName}">
+                <line class="axis" x1="50" x2="50" y1="0" y2="26"/>
+                <xsl:if test="$half = $half">
+                  <line class="interval" x1="{50 + (@tTest - $half) * $scale}"
+                        x2="{50 + (@tTest + $half) * $scale}" y1="13" y2="13"/>
+                </xsl:if>
+                <line class="tick" x1="{50 + @tTest * $scale}" x2="{50 + @tTest * $scale}"
+                      y1="9" y2="17"/>
+              </svg>
+            </td>
+            <td><xsl:value-of select="translate(format-number(@tTest, '0.00'), '-', '−')"/></td>
+          </tr>
+        </xsl:for-each>
+      </tbody>
+    </table>
+  </xsl:if>
+</xsl:template>
+
+<!-- Points: darker for more cases. -->
+<xsl:template match="s:BivariateData">
+  <xsl:variable name="isNormal" select="@description = 'normal quantiles'"/>
+  <xsl:variable name="x0" select="s:Statistic[@name='xMinimum']/@value"/>
+  <xsl:variable name="x1" select="s:Statistic[@name='xMaximum']/@value"/>
+  <xsl:variable name="y0" select="s:Statistic[@name='yMinimum']/@value"/>
+  <xsl:variable name="y1" select="s:Statistic[@name='yMaximum']/@value"/>
+  <xsl:variable name="xs" select="340 div ($x1 - $x0 + ($x1 = $x0))"/>
+  <xsl:variable name="ys" select="200 div ($y1 - $y0 + ($y1 = $y0))"/>
+  <div class="card">
+    <h3>
+      <xsl:choose>
+        <xsl:when test="$isNormal">Quantiles of the residuals by normal quantiles</xsl:when>
+        <xsl:otherwise>Residual by fit</xsl:otherwise>
+      </xsl:choose>
+    </h3>
+    <svg viewBox="0 0 420 240" role="img" aria-label="{@description}">
+      <clipPath id="frame"><rect x="65" y="5" width="350" height="210"/></clipPath>
+      <rect class="frame" x="65" y="5" width="350" height="210"/>
+      <xsl:choose>
+        <xsl:when test="$isNormal">
+          <line class="guide" clip-path="url(#frame)" x1="70" x2="410" y1="{210 - ($x0 - $y0) * $ys}" y2="{210 - ($x1 - $y0) * $ys}"/>
+        </xsl:when>
+        <xsl:when test="$y0 &lt; 0 and $y1 &gt; 0">
+          <line class="guide" x1="65" x2="415" y1="{210 + $y0 * $ys}" y2="{210 + $y0 * $ys}"/>
+        </xsl:when>
+      </xsl:choose>
+      <xsl:call-template name="points">
+        <xsl:with-param name="x" select="s:Coordinates[1]/s:Array"/>
+        <xsl:with-param name="y" select="s:Coordinates[2]/s:Array"/>
+        <xsl:with-param name="n" select="s:Coordinates[3]/s:Array"/>
+        <xsl:with-param name="x0" select="$x0"/>
+        <xsl:with-param name="y0" select="$y0"/>
+        <xsl:with-param name="xs" select="$xs"/>
+        <xsl:with-param name="ys" select="$ys"/>
+        <xsl:with-param name="most" select="s:Statistic[@name='mostCases']/@value"/>
+      </xsl:call-template>
+      <text x="60" y="15" text-anchor="end"><xsl:call-template name="plain"><xsl:with-param name="x" select="$y1"/></xsl:call-template></text>
+      <text x="60" y="213" text-anchor="end"><xsl:call-template name="plain"><xsl:with-param name="x" select="$y0"/></xsl:call-template></text>
+      <text x="66" y="232"><xsl:call-template name="plain"><xsl:with-param name="x" select="$x0"/></xsl:call-template></text>
+      <text x="415" y="232" text-anchor="end"><xsl:call-template name="plain"><xsl:with-param name="x" select="$x1"/></xsl:call-template></text>
     </svg>
+  </div>
+</xsl:template>
+
+<xsl:template name="points">
+  <xsl:param name="x"/>
+  <xsl:param name="y"/>
+  <xsl:param name="n"/>
+  <xsl:param name="x0"/>
+  <xsl:param name="y0"/>
+  <xsl:param name="xs"/>
+  <xsl:param name="ys"/>
+  <xsl:param name="most"/>
+  <xsl:if test="$x != ''">
+    <xsl:variable name="at" select="substring-before(concat($x, ' '), ' ')"/>
+    <xsl:variable name="height" select="substring-before(concat($y, ' '), ' ')"/>
+    <xsl:variable name="count" select="substring-before(concat($n, ' '), ' ')"/>
+    <circle class="point" cx="{70 + ($at - $x0) * $xs}" cy="{210 - ($height - $y0) * $ys}" r="3"
+            fill-opacity="{0.2 + 0.7 * $count div $most}">
+      <title><xsl:value-of select="concat($at, ', ', $height, ': ', $count)"/></title>
+    </circle>
+    <xsl:call-template name="points">
+      <xsl:with-param name="x" select="substring-after($x, ' ')"/>
+      <xsl:with-param name="y" select="substring-after($y, ' ')"/>
+      <xsl:with-param name="n" select="substring-after($n, ' ')"/>
+      <xsl:with-param name="x0" select="$x0"/>
+      <xsl:with-param name="y0" select="$y0"/>
+      <xsl:with-param name="xs" select="$xs"/>
+      <xsl:with-param name="ys" select="$ys"/>
+      <xsl:with-param name="most" select="$most"/>
+    </xsl:call-template>
   </xsl:if>
 </xsl:template>
 
@@ -259,21 +511,31 @@
   <div class="card">
     <h3><xsl:value-of select="@description"/></h3>
     <svg viewBox="0 0 320 170" role="img" aria-label="histogram of {@description}">
+      <xsl:variable name="most">
+        <xsl:call-template name="largest">
+          <xsl:with-param name="list" select="s:Coordinates[2]/s:Array"/>
+        </xsl:call-template>
+      </xsl:variable>
+      <line class="axis" x1="0" x2="320" y1="12.5" y2="12.5"/>
+      <line class="axis" x1="0" x2="320" y1="81.5" y2="81.5"/>
       <xsl:call-template name="histogram-bars">
         <xsl:with-param name="means" select="s:Coordinates[1]/s:Array"/>
         <xsl:with-param name="counts" select="s:Coordinates[2]/s:Array"/>
         <xsl:with-param name="min" select="$min"/>
         <xsl:with-param name="length" select="($max - $min) div $bins"/>
         <xsl:with-param name="bins" select="$bins"/>
-        <xsl:with-param name="most">
-          <xsl:call-template name="largest">
-            <xsl:with-param name="list" select="s:Coordinates[2]/s:Array"/>
-          </xsl:call-template>
-        </xsl:with-param>
+        <xsl:with-param name="most" select="$most"/>
       </xsl:call-template>
+      <text x="0" y="10"><xsl:call-template name="plain"><xsl:with-param name="x" select="$most"/></xsl:call-template> cases</text>
       <line class="axis" x1="0" x2="320" y1="150.5" y2="150.5"/>
-      <text x="0" y="165"><xsl:call-template name="plain"><xsl:with-param name="x" select="$min"/></xsl:call-template></text>
-      <text x="320" y="165" text-anchor="end"><xsl:call-template name="plain"><xsl:with-param name="x" select="$max"/></xsl:call-template></text>
+      <line class="axis" x1="80" x2="80" y1="150" y2="155"/>
+      <line class="axis" x1="160" x2="160" y1="150" y2="155"/>
+      <line class="axis" x1="240" x2="240" y1="150" y2="155"/>
+      <text x="0" y="167"><xsl:call-template name="plain"><xsl:with-param name="x" select="$min"/></xsl:call-template></text>
+      <xsl:if test="$max &gt; $min">
+        <text x="160" y="167" text-anchor="middle"><xsl:call-template name="plain"><xsl:with-param name="x" select="($min + $max) div 2"/></xsl:call-template></text>
+        <text x="320" y="167" text-anchor="end"><xsl:call-template name="plain"><xsl:with-param name="x" select="$max"/></xsl:call-template></text>
+      </xsl:if>
     </svg>
     <p>mean <xsl:call-template name="figure">
       <xsl:with-param name="x" select="s:Statistic[@name='mean']/@value"/></xsl:call-template>
@@ -300,7 +562,7 @@
         <xsl:otherwise><xsl:value-of select="$found"/></xsl:otherwise>
       </xsl:choose>
     </xsl:variable>
-    <xsl:variable name="height" select="$count div $most * 145"/>
+    <xsl:variable name="height" select="$count div $most * 138"/>
     <rect class="bar" x="{$bin * 320 div $bins + 1}" width="{320 div $bins - 2}"
           y="{150 - $height}" height="{$height}">
       <title><xsl:value-of select="concat($count, ' cases, mean ', $mean)"/></title>
@@ -442,10 +704,12 @@
 <!-- Six significant digits; a dash where there is no figure. -->
 <xsl:template name="figure">
   <xsl:param name="x"/>
+  <xsl:param name="isSignificance" select="false()"/>
   <xsl:variable name="n" select="number($x)"/>
   <xsl:variable name="size" select="$n * (1 - 2 * ($n &lt; 0))"/>
   <xsl:choose>
     <xsl:when test="not($n = $n)">–</xsl:when>
+    <xsl:when test="$isSignificance and $n = 0">&lt; 1e-307</xsl:when>
     <xsl:when test="$n = 0">0</xsl:when>
     <xsl:otherwise>
       <xsl:variable name="exponent">

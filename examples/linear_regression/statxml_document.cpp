@@ -1,5 +1,6 @@
 #include "statxml_document.h"
 
+#include <algorithm>
 #include <cmath>
 #include <stdexcept>
 #include <utility>
@@ -130,20 +131,24 @@ Tree Terms(const ModelData& data, const Regression& fit) {
   return tests;
 }
 
-Tree ResidualPlot(const Regression& fit) {
+// Points with the ranges of both axes and the most cases of one, which a renderer needs first.
+Tree ScatterPlot(const std::string& description, const std::vector<Regression::Point>& points) {
   NQScatterPlotData plot;
-  for (const Regression::Point& point : fit.residualPlot)
-    plot.UpdateData(point.frequency, 1, point.fit, point.residual);
-  auto data = plot.GetNQVariateData("residuals");
-  data.SetDescription("residuals");
-  return Owned(data.GetBivariateDataElem());
-}
-
-Tree NormalPlot(const Regression& fit) {
-  NQScatterPlotData plot;
-  for (const auto& [normal, residual] : fit.normalPlot) plot.UpdateData(1, 1, normal, residual);
-  auto data = plot.GetNQVariateData("normal quantiles");
-  data.SetDescription("normal quantiles");
+  Regression::Point least = points.front(), most = points.front();
+  for (const Regression::Point& point : points) {
+    plot.UpdateData(point.frequency, 1, point.x, point.y);
+    least = {std::min(least.x, point.x), std::min(least.y, point.y), 0};
+    most = {std::max(most.x, point.x), std::max(most.y, point.y),
+            std::max(most.frequency, point.frequency)};
+  }
+  auto data = plot.GetNQVariateData(description);
+  data.SetDescription(description);
+  const std::pair<const char*, double> statistics[] = {{"xMinimum", least.x},
+                                                       {"xMaximum", most.x},
+                                                       {"yMinimum", least.y},
+                                                       {"yMaximum", most.y},
+                                                       {"mostCases", most.frequency}};
+  for (const auto& [name, figure] : statistics) data.AddStatistic(name, figure);
   return Owned(data.GetBivariateDataElem());
 }
 
@@ -188,8 +193,8 @@ std::string StatXmlDocument(const ModelData& data, const Regression& fit) {
     Append(root, Owned(fit.summaries.Chart(data, i).GetUnivariateDataElem()));
   Append(root, Estimates(data, fit));
   Append(root, Terms(data, fit));
-  if (!fit.residualPlot.empty()) Append(root, ResidualPlot(fit));
-  if (!fit.normalPlot.empty()) Append(root, NormalPlot(fit));
+  if (!fit.residualPlot.empty()) Append(root, ScatterPlot("residuals", fit.residualPlot));
+  if (!fit.normalPlot.empty()) Append(root, ScatterPlot("normal quantiles", fit.normalPlot));
   if (!fit.influence.empty()) Append(root, Influence(fit));
   Append(root, Covariances(fit));
   return support::DocumentText(root);
