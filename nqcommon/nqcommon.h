@@ -77,6 +77,7 @@
 #include <nqcommon/model/NQContEncoder.h>
 #include <nqcommon/model/NQContVar.h>
 #include <nqcommon/model/NQNumericEncoder.h>
+#include <nqcommon/model/NQRecordEncoder.h>
 #include <nqcommon/model/NQRoundEncoder.h>
 #include <nqcommon/model/NQStringEncoder.h>
 #include <nqcommon/model/NQTextEncoder.h>
