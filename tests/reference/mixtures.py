@@ -83,6 +83,9 @@ def noncentral_t(t, df, ncp, side=0):
             return ncdf(ncp if side else -ncp)
         if t < 0:
             return noncentral_t(-t, df, -ncp, 1 - side)
+        if ncp > 1000:
+            sign = -1 if side else 1
+            return _given_chi(df, df, t, ncp, lambda s: ncdf(sign * (t * s - ncp)))
         if ncp < 0:
             upper = _given_chi(df, df, -t, -ncp, lambda s: ncdf(-(t * s - ncp)))
             return upper if side else 1 - upper

@@ -9,7 +9,7 @@ import os
 
 from distributions import Table, near
 from mixtures import noncentral_beta, noncentral_gamma, noncentral_t, noncentral_t_density
-from mpmath import log, mp, mpf, workdps
+from mpmath import findroot, log, mp, mpf, workdps
 
 mp.dps = 50
 
@@ -35,7 +35,7 @@ def variance_ratio(x, df1, df2, ncp):
 
 
 def add(table, function, args, value):
-    if value > mpf(10) ** -290:
+    if value > mpf(10) ** -306:
         table.add(function, args, value, tolerance(value))
 
 
@@ -56,6 +56,12 @@ def add_variance_ratios(table):
         for x in [mean / 50, mean / 3, near(mean, 0), mean * 1.0000001, mean * 2, mean * 40]:
             args = (x, df1, df2, ncp, 1e-12)
             add(table, "NonCentralCdfF", args, variance_ratio(x, df1, df2, ncp))
+    # a small second shape, where the tail falls slowly: both sides of the mean
+    for args in [(1135349.0350334453, 0.12533283201786694, 0.096610861548855412, 15179.552416718187),
+                 (20000.0, 2, 1, 20000), (6e5, 2, 1, 20000), (5000.0, 3, 0.02, 3000),
+                 (312865941380461.69, 5.7832965204820654e-09, 2.9061480158289417e-07, 323.04805487120097),
+                 (0.0007121469360915485, 501.8547546851191, 5.746845701408524, 0.0015446315524178117)]:
+        add(table, "NonCentralCdfF", args + (0,), variance_ratio(*args))
     for args in [(0.25, 0.5, 0.75, 2), (0.6, 3, 2, 50), (0.9, 100, 30, 20), (1e-9, 2, 3, 4), (near(1.0, 0), 2, 3, 4)]:
         add(table, "ncdbet", args + (0,), beta(*args))
 
@@ -69,7 +75,9 @@ def add_ts(table):
                 add(table, "NonCentralCdfT", (t, df, ncp, 1e-12), noncentral_t(t, df, ncp))
             if t in (-0.5, 0.0, 2.0, ncp):
                 add(table, "NonCentralPdfT", (t, df, ncp), noncentral_t_density(t, df, ncp))
-    add(table, "NonCentralCdfT", (990.0, 50, 1e3, 0), noncentral_t(990, 50, 1e3))
+    for args in [(990.0, 50, 1e3), (214.70923127365975, 0.39781118352374983, 116.38344108455858),
+                 (-30.0, 0.05, -20.0), (1e9, 1e9, 1e9), (1.2e9, 2e4, 1.17e9)]:
+        add(table, "NonCentralCdfT", args + (0,), noncentral_t(*args))
     # t s - ncp would cancel
     for args in [(1e6 + 3, 10, 1e6), (2.5e12, 3, -1e12), (1e12, 1e4, 1e12), (-7e30, 0.5, -1e30)]:
         add(table, "NonCentralPdfT", args, noncentral_t_density(*args))
@@ -90,6 +98,12 @@ def add_searches(table):
                     error = 4e-15 + float(abs(prob / fall)) * (4 * tolerance(prob) + 2e-16)
                     tols = (0.0, 1e-12) if name == "FindNCParamT" else (0.0,)
                     table.add(name, (*case, float(prob)) + tols, ncp, error)
+
+
+def add_underflow(table):
+    """prob 0: where the distribution function underflows."""
+    root = findroot(lambda ncp: log(chi_square(3, 2, ncp)) + 708, 1600)
+    table.add("FindNCParamChi", (3, 2, 0, 0), root, 1e-13)
 
 
 SPECIAL = """{"NonCentralCdfChi", {0, 3, 2}, 0, 0}, {"NonCentralCdfChi", {-1, 3, 2}, 0, 0},
@@ -121,6 +135,6 @@ SPECIAL = """{"NonCentralCdfChi", {0, 3, 2}, 0, 0}, {"NonCentralCdfChi", {-1, 3,
 if __name__ == "__main__":
     out = Table("noncentral")
     out.lines[0] = out.lines[0].replace("distributions.py", os.path.basename(__file__))
-    for family in (add_chi_squares, add_variance_ratios, add_ts, add_searches):
+    for family in (add_chi_squares, add_variance_ratios, add_ts, add_searches, add_underflow):
         family(out)
     out.write(SPECIAL)

@@ -25,7 +25,7 @@ double NQDistFun::cdfbet(const double& x, const double& a, const double& b, long
   const double shape1 = internal::BoundedShape(a);
   const double shape2 = internal::BoundedShape(b);
   const auto point = internal::BetaPointAt(x, shape1, shape2);
-  return internal::IncompleteBeta(point, shape1, shape2).lower;
+  return internal::AsProbability(internal::IncompleteBeta(point, shape1, shape2).lower);
 }
 
 double NQDistFun::cbtaux(const double& u) {

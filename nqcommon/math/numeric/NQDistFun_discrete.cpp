@@ -57,7 +57,7 @@ double NQDistFun::CdfBin(double k, double n, double p, long& status) {
   const double whole = std::floor(k);
   if (whole < 0) return 0;
   if (whole >= n || p == 0) return 1;
-  return p == 1 ? 0 : BinomialLowerTail(whole, n, p);
+  return p == 1 ? 0 : internal::AsProbability(BinomialLowerTail(whole, n, p));
 }
 
 double NQDistFun::PdfBin(double k, double n, double p, long& status) {
@@ -70,7 +70,7 @@ double NQDistFun::PdfBin(double k, double n, double p, long& status) {
   if (k == n) return internal::ZeroOrMore(std::pow(p, n));
   const double a = internal::BoundedShape(k);
   const double b = internal::BoundedShape(n - k);
-  return internal::BinomialTerm(internal::BetaPointAt(p, a, b), a, b).Value();
+  return internal::ZeroOrMore(internal::BinomialTerm(internal::BetaPointAt(p, a, b), a, b).Value());
 }
 
 double NQDistFun::IdfBin(double q, double n, double p, long& status) {
@@ -120,7 +120,7 @@ double NQDistFun::PdfNegBin(double k, double r, double p, long& status) {
   if (shape == 1) return internal::ZeroOrMore(p * internal::PowerOfComplement(p, k));
   // C(k + r - 1, k) p^r (1-p)^k = p^r (1-p)^k / (k B(r, k)), for r < 1 too
   const auto term = internal::BetaTerm(internal::BetaPointAt(p, shape, k), shape, k);
-  return internal::ExpTerm{term.exponent, term.factor / k}.Value();
+  return internal::ZeroOrMore(internal::ExpTerm{term.exponent, term.factor / k}.Value());
 }
 
 double NQDistFun::PdfHyper(long k, long total, long draws, long successes) {

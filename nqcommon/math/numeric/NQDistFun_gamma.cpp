@@ -49,7 +49,7 @@ double NQDistFun::gammad(const double& x, const double& a, bool lowerTail, long&
   if (!internal::IsShape(a) || std::isnan(x)) return Fail(kInvalidArguments, status);
   status = kSuccess;
   const internal::Tails tails = internal::IncompleteGamma(x, a);
-  return lowerTail ? tails.lower : tails.upper;
+  return internal::AsProbability(lowerTail ? tails.lower : tails.upper);
 }
 
 double NQDistFun::cdfexp(const double& x, const double& rate, long& status) {

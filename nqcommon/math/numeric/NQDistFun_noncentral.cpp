@@ -15,6 +15,7 @@ using internal::Fail;
 using internal::IsShape;
 using internal::kInvalidArguments;
 using internal::kSuccess;
+using internal::Side;
 using NQCommon_940::NQMV;
 
 namespace {
@@ -22,22 +23,24 @@ namespace {
 bool IsNoncentrality(double ncp) { return ncp >= 0; }
 
 double NoncentralGamma(double y, double a, double ncp) {
-  if (ncp == 0) return internal::IncompleteGamma(y, a).lower;
+  if (ncp == 0) return internal::AsProbability(internal::IncompleteGamma(y, a).lower);
   const double lambda = internal::BoundedShape(ncp) / 2;
   const internal::GammaFamily family = {y, a};
-  const double cdf = y < a + lambda ? internal::LowerMixture(lambda, 0, family)
-                                    : 1 - internal::UpperMixture(lambda, 0, family);
-  return std::clamp(cdf, 0.0, 1.0);
+  const double cdf =
+      internal::TailByValue(Side::kLower, y < a + lambda ? Side::kLower : Side::kUpper,
+                            [&](Side side) { return internal::Mixture(side, lambda, 0, family); });
+  return internal::AsProbability(cdf);
 }
 
 double NoncentralBeta(const internal::BetaPoint& point, double a, double b, double ncp) {
-  if (ncp == 0) return internal::IncompleteBeta(point, a, b).lower;
+  if (ncp == 0) return internal::AsProbability(internal::IncompleteBeta(point, a, b).lower);
   const double lambda = internal::BoundedShape(ncp) / 2;
   const internal::BetaFamily family = {point.x, point.y, a, b};
-  const double cdf = point.x * (a + b + lambda) < a + lambda
-                         ? internal::LowerMixture(lambda, 0, family)
-                         : 1 - internal::UpperMixture(lambda, 0, family);
-  return std::clamp(cdf, 0.0, 1.0);
+  const bool isBelow = point.x * (a + b + lambda) < a + lambda;
+  const double cdf =
+      internal::TailByValue(Side::kLower, isBelow ? Side::kLower : Side::kUpper,
+                            [&](Side side) { return internal::Mixture(side, lambda, 0, family); });
+  return internal::AsProbability(cdf);
 }
 
 // The ncp > 0 at which `cdf`, which falls with ncp, is `prob`: doubling or halving `start` brackets
@@ -105,8 +108,8 @@ double NQDistFun::NonCentralCdfT(double x, double df, double ncp, double tol) {
   if (!IsShape(df) || std::isnan(x) || std::isnan(ncp) || std::isnan(tol)) return NQMV::Missing();
   if (std::isinf(x)) return x > 0 ? 1 : 0;
   if (std::isinf(ncp)) return ncp > 0 ? 0 : 1;
-  const double cdf = internal::NoncentralTTails(x, internal::BoundedShape(df), ncp).lower;
-  return std::clamp(cdf, 0.0, 1.0);
+  const double cdf = internal::NoncentralTTail(Side::kLower, x, internal::BoundedShape(df), ncp);
+  return internal::AsProbability(cdf);
 }
 
 double NQDistFun::NonCentralPdfT(double x, double df, double ncp, long& status) {

@@ -64,7 +64,7 @@ bool AreFArguments(double x, double df1, double df2) {
 double NQDistFun::tarncdft(const double& t, const double& df, long& status) {
   if (!internal::IsShape(df) || std::isnan(t)) return Fail(kInvalidArguments, status);
   status = kSuccess;
-  return LowerTail(t, df);
+  return internal::AsProbability(LowerTail(t, df));
 }
 
 double NQDistFun::CdfT(double x, double df) {
@@ -113,7 +113,7 @@ double NQDistFun::IdfT(double p, double df, double acu, double bound) {
 double NQDistFun::tarncdff(const double& x, const double& df1, const double& df2, long& status) {
   if (!AreFArguments(x, df1, df2)) return Fail(kInvalidArguments, status);
   status = kSuccess;
-  return FTails(x, df1, df2).lower;
+  return internal::AsProbability(FTails(x, df1, df2).lower);
 }
 
 double NQDistFun::CdfF(double x, double df1, double df2) {
@@ -122,7 +122,8 @@ double NQDistFun::CdfF(double x, double df1, double df2) {
 }
 
 double NQDistFun::SigF(double x, double df1, double df2) {
-  return AreFArguments(x, df1, df2) ? FTails(x, df1, df2).upper : NQMV::Missing();
+  if (!AreFArguments(x, df1, df2)) return NQMV::Missing();
+  return internal::AsProbability(FTails(x, df1, df2).upper);
 }
 
 double NQDistFun::tarnidff(const double& p, const double& df1, const double& df2, long& status) {

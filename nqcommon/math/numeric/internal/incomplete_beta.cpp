@@ -142,7 +142,7 @@ TailsAndSlope FromLower(const BetaPoint& point, double a, double b) {
     lower = power.Times(term.factor * LowerSeries(point, a, b));
   else
     lower = power.Times(term.factor * LowerFraction(point, a, b));
-  lower = AsProbability(lower);
+  lower = AtMostOne(lower);
   const bool cancels = a < 1 && lower > 0.5;
   return {{lower, cancels ? UpperSmallShape(point, a, b) : 1 - lower}, slope, point.lambda};
 }

@@ -128,7 +128,7 @@ TailsAndSlope UniformTails(double x, double a, double defect) {
   const double series = (evenSum + (above ? size : -size) * oddSum) / (gammaStar * root);
   const double density = std::exp(-defect) * kInverseSqrt2Pi;
   const double outer =
-      AsProbability(density * (MillsRatio(std::sqrt(2 * defect)) + (above ? series : -series)));
+      AtMostOne(density * (MillsRatio(std::sqrt(2 * defect)) + (above ? series : -series)));
   const Tails tails = {outer, 1 - outer};
   return {above ? Swap(tails) : tails, density * root / gammaStar, a - x};
 }
@@ -147,11 +147,11 @@ TailsAndSlope IncompleteGammaAndSlope(double x, double shape) {
   const double slope = power.Times(term.factor * a);
   if (power.head == 0) return {x > a ? Tails{1, 0} : Tails{0, 1}, 0, a - x};
   if (x <= 1 || (a > 1 && x <= a + 1)) {
-    const double lower = AsProbability(power.Times(term.factor * LowerSeries(x, a)));
+    const double lower = AtMostOne(power.Times(term.factor * LowerSeries(x, a)));
     const bool cancels = a < 1 && lower > 0.5;
     return {{lower, cancels ? UpperSmallShape(x, a) : 1 - lower}, slope, a - x};
   }
-  const double upper = AsProbability(power.Times(term.factor * UpperFraction(x, a)));
+  const double upper = AtMostOne(power.Times(term.factor * UpperFraction(x, a)));
   return {{1 - upper, upper}, slope, a - x};
 }
 

@@ -74,34 +74,35 @@ double OppositeTail(double t, double df, double ncp) {
 // t > 0, ncp > 0: P(T > t) is half the sum over Poisson weights at whole and half indices of the
 // tails of beta variables (Lenth 1989, AS 243; the sum of the complements as in Benton and
 // Krishnamoorthy 2003).
-Tails SameSideTails(double t, double df, double ncp) {
-  if (t > kPowerTailFrom) {
-    const double upper =
-        SameSideTails(kPowerTailFrom, df, ncp).upper * std::pow(t / kPowerTailFrom, -df);
-    return {1 - upper, upper};
-  }
+double SameSideTail(Side wanted, double t, double df, double ncp) {
   const double b = df / 2;
   const double lambda = 0.5 * ncp * ncp;
   const BetaPoint point = BetaPointOfRatio(t * t, 0.5, b);
   const BetaFamily family = {point.x, point.y, 0.5, b};
-  if (point.x * (0.5 + b + lambda) < 0.5 + lambda) {
-    const double lower = NQDistFun::prbnrm(-ncp) + 0.5 * (LowerMixture(lambda, 0, family) +
-                                                          LowerMixture(lambda, 0.5, family));
-    return {lower, 1 - lower};
-  }
-  const double upper = 0.5 * (UpperMixture(lambda, 0, family) + UpperMixture(lambda, 0.5, family));
-  return {1 - upper, upper};
+  const bool isBelow = point.x * (0.5 + b + lambda) < 0.5 + lambda;
+  return TailByValue(wanted, isBelow ? Side::kLower : Side::kUpper, [&](Side side) {
+    const double sum = Mixture(side, lambda, 0, family) + Mixture(side, lambda, 0.5, family);
+    return 0.5 * sum + (side == Side::kLower ? NQDistFun::prbnrm(-ncp) : 0);
+  });
 }
+
+Side Opposite(Side side) { return side == Side::kLower ? Side::kUpper : Side::kLower; }
 
 }  // namespace
 
-Tails NoncentralTTails(double t, double df, double ncp) {
-  if (t == 0) return {NQDistFun::prbnrm(-ncp), NQDistFun::prbnrm(ncp)};
-  if (ncp == 0) return {NQDistFun::CdfT(t, df), NQDistFun::SigT(t, df)};
-  if (t < 0) return Swap(NoncentralTTails(-t, df, -ncp));
-  if (ncp > 0) return SameSideTails(t, df, std::min(ncp, kLargestNcp));
-  const double upper = OppositeTail(t, df, -ncp);
-  return {1 - upper, upper};
+double NoncentralTTail(Side side, double t, double df, double ncp) {
+  if (t == 0) return NQDistFun::prbnrm(side == Side::kLower ? -ncp : ncp);
+  if (ncp == 0) return NQDistFun::CdfT(side == Side::kLower ? t : -t, df);
+  if (t < 0) return NoncentralTTail(Opposite(side), -t, df, -ncp);
+  if (ncp < 0) {
+    const double upper = OppositeTail(t, df, -ncp);
+    return side == Side::kLower ? 1 - upper : upper;
+  }
+  const double bounded = std::min(ncp, kLargestNcp);
+  if (t <= kPowerTailFrom) return SameSideTail(side, t, df, bounded);
+  const double upper =
+      SameSideTail(Side::kUpper, kPowerTailFrom, df, bounded) * std::pow(t / kPowerTailFrom, -df);
+  return side == Side::kLower ? 1 - upper : upper;
 }
 
 double NoncentralTDensity(double t, double df, double noncentrality) {

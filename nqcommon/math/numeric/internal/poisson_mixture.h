@@ -68,8 +68,13 @@ inline constexpr double kMixtureWide = 100;
 // From this lambda on the weights count as one at lambda: they spread by less than 1e-13 of it.
 inline constexpr double kMixturePoint = 1e26;
 
-// Both sums start at the peak of w(j) step(j), whose second logarithmic derivative is -1/width^2:
-// there the exponents are small and the rounding of the ratios does not add up to a slope.
+// w(j)
+inline double PoissonWeight(double lambda, double j) {
+  return j == 0 ? std::exp(-lambda) : PoissonTerm(lambda, j).Value();
+}
+
+// Sums start at the peak of w(j) step(j), whose second logarithmic derivative is -1/width^2: there
+// the exponents are small and the rounding of the ratios does not add up to a slope.
 struct MixturePeak {
   double at;
   double width;
@@ -81,118 +86,117 @@ MixturePeak PeakOf(double lambda, const Family& family) {
   return {at, at > 0 ? std::sqrt(1 / (1 / at + family.Curvature(at))) : 0};
 }
 
-// w(j)
-inline double PoissonWeight(double lambda, double j) {
-  return j == 0 ? ExpOrZero(-lambda) : PoissonTerm(lambda, j).Value();
-}
+enum class Side { kLower, kUpper };
 
-// w and step at j, and from there to the next or the last index.
-template <class Family>
-struct MixtureTerm {
-  double lambda;
-  Family family;
-  double j;
-  double w = PoissonWeight(lambda, j);
-  double step = family.Step(j);
+// The sum of w(j) T(j), T the lower tails, which fall by step(j) from j to j + 1, or the upper ones,
+// which fall by it from j + 1 to j. With "on" the way that T falls, the sum is that of each step
+// times the weights before it (Ding 1992, AS 275) from the middle on, and before the middle that
+// of each weight times the steps from it to the middle: positive terms, and sums that grow, on both
+// sides. Where the weights before a step are all there are, or the indices end, one tail is the
+// rest.
+template <Side side, class Family>
+class MixtureSum {
+ public:
+  MixtureSum(double lambda, double first, const Family& family)
+      : fLambda(lambda), fFirst(first), fFamily(family) {}
 
-  void Up() {
-    j += 1;
-    w *= lambda / j;
-    step *= family.Ratio(j);
+  double Value() const {
+    if (fLambda > kMixturePoint) return TailAt(fLambda);
+    const MixturePeak peak = PeakOf(fLambda, fFamily);
+    if (peak.width > kMixtureWide) return Strided(peak);
+    const double j = fFirst + std::max(0.0, std::floor(peak.at - fFirst));
+    const Term middle = {j, PoissonWeight(fLambda, j + kShift), fFamily.Step(j)};
+    return FromMiddleOn(middle) + BeforeMiddle(middle);
   }
-  void Down() {
-    w *= j / lambda;
-    step /= family.Ratio(j);
-    j -= 1;
+
+ private:
+  static constexpr bool kIsLower = side == Side::kLower;
+  static constexpr double kShift = kIsLower ? 0 : 1;
+
+  // The step from j to j + 1, and the weight of the index that T falls from there.
+  struct Term {
+    double j;
+    double w;
+    double step;
+  };
+
+  double TailAt(double j) const {
+    const Tails tails = fFamily.At(j);
+    return kIsLower ? tails.lower : tails.upper;
   }
+
+  void Up(Term& at) const {
+    at.j += 1;
+    at.w *= fLambda / (at.j + kShift);
+    at.step *= fFamily.Ratio(at.j);
+  }
+  void Down(Term& at) const {
+    at.w *= (at.j + kShift) / fLambda;
+    at.step /= fFamily.Ratio(at.j);
+    at.j -= 1;
+  }
+
+  // Of all indices on this side of the middle, the middle's with them.
+  double WeightBefore(const Term& middle) const {
+    const Tails weights = IncompleteGamma(fLambda, middle.j + 1);
+    if (!kIsLower) return weights.lower;
+    if (middle.j == fFirst) return middle.w;
+    return fFirst > 0 ? weights.upper - IncompleteGamma(fLambda, fFirst).upper : weights.upper;
+  }
+
+  double FromMiddleOn(const Term& middle) const {
+    double weight = WeightBefore(middle);
+    double sum = 0;
+    for (Term at = middle;;) {
+      const double term = at.step * weight;
+      sum += term;
+      if (!(term > kMixtureNegligible * sum)) return sum;
+      kIsLower ? Up(at) : Down(at);
+      weight += at.w;
+      if (at.w <= kMixtureNegligible * weight || at.j < fFirst)
+        return sum + weight * TailAt(at.j + kShift);
+    }
+  }
+
+  double BeforeMiddle(const Term& middle) const {
+    double steps = 0;
+    double sum = 0;
+    for (Term at = middle; !kIsLower || at.j > fFirst;) {
+      kIsLower ? Down(at) : Up(at);
+      steps += at.step;
+      const double term = at.w * steps;
+      sum += term;
+      if (!(term > kMixtureNegligible * sum)) break;
+    }
+    return sum;
+  }
+
+  // Every term apart, half a width from one to the next.
+  double Strided(const MixturePeak& peak) const {
+    return IntegrateLine(peak.width / 2, [&](double v) {
+      const double j = peak.at + v;
+      return j > 0 ? PoissonWeight(fLambda, j) * TailAt(j) : 0;
+    });
+  }
+
+  double fLambda;
+  double fFirst;
+  Family fFamily;
 };
 
-// The term of the last index up to the peak.
 template <class Family>
-MixtureTerm<Family> MiddleTerm(double lambda, double first, const Family& family, double peak) {
-  return {lambda, family, first + std::max(0.0, std::floor(peak - first))};
+double Mixture(Side side, double lambda, double first, const Family& family) {
+  return side == Side::kLower ? MixtureSum<Side::kLower, Family>(lambda, first, family).Value()
+                              : MixtureSum<Side::kUpper, Family>(lambda, first, family).Value();
 }
 
-// Every term apart, half a width from one to the next.
-template <class Term>
-double StridedMixture(const MixturePeak& about, Term term) {
-  return IntegrateLine(about.width / 2, [&](double v) {
-    const double j = about.at + v;
-    return j > 0 ? term(j) : 0;
-  });
-}
-
-// Sum of w(j) At(j).lower, best for an At(lambda) below its mean. With W(j) = w(first) + ... + w(j)
-// the sum is that of step(j) W(j) from the middle m on (Ding 1992, AS 275), and below it that of
-// w(j) (step(j) + ... + step(m-1)): positive terms, and sums that grow, on both sides. Upwards it
-// ends through the central distribution once W has all its weight.
-template <class Family>
-double LowerMixture(double lambda, double first, const Family& family) {
-  if (lambda > kMixturePoint) return family.At(lambda).lower;
-  const MixturePeak peak = PeakOf(lambda, family);
-  if (peak.width > kMixtureWide) {
-    return StridedMixture(peak,
-                          [&](double j) { return PoissonWeight(lambda, j) * family.At(j).lower; });
-  }
-  const auto middle = MiddleTerm(lambda, first, family, peak.at);
-  double weight = middle.w;
-  if (middle.j > first) {
-    weight = IncompleteGamma(lambda, middle.j + 1).upper;
-    if (first > 0) weight -= IncompleteGamma(lambda, first).upper;
-  }
-  double sum = 0;
-  for (auto at = middle;;) {
-    const double term = at.step * weight;
-    sum += term;
-    if (!(term > kMixtureNegligible * sum)) break;
-    at.Up();
-    if (at.w <= kMixtureNegligible * weight) {
-      sum += weight * family.At(at.j).lower;
-      break;
-    }
-    weight += at.w;
-  }
-  double steps = 0;
-  for (auto at = middle; at.j > first;) {
-    at.Down();
-    steps += at.step;
-    const double term = at.w * steps;
-    sum += term;
-    if (!(term > kMixtureNegligible * sum)) break;
-  }
-  return sum;
-}
-
-// Sum of w(j) At(j).upper, best for an At(lambda) above its mean: likewise, with the weights from
-// the far end, At(first).upper of all the weight and step(j) (w(j+1) + w(j+2) + ...) below the
-// middle m, w(j) (step(m) + ... + step(j-1)) above it.
-template <class Family>
-double UpperMixture(double lambda, double first, const Family& family) {
-  if (lambda > kMixturePoint) return family.At(lambda).upper;
-  const MixturePeak peak = PeakOf(lambda, family);
-  if (peak.width > kMixtureWide) {
-    return StridedMixture(peak,
-                          [&](double j) { return PoissonWeight(lambda, j) * family.At(j).upper; });
-  }
-  const auto middle = MiddleTerm(lambda, first, family, peak.at);
-  double sum = 0;
-  double steps = 0;
-  for (auto at = middle;;) {
-    steps += at.step;
-    at.Up();
-    const double term = at.w * steps;
-    sum += term;
-    if (!(term > kMixtureNegligible * sum)) break;
-  }
-  double weight = middle.j > 0 ? IncompleteGamma(lambda, middle.j).lower : 1;
-  for (auto at = middle; at.j > first;) {
-    at.Down();
-    const double term = at.step * weight;
-    sum += term;
-    if (!(term > kMixtureNegligible * sum)) return sum;
-    weight += at.w;
-  }
-  return sum + weight * family.At(first).upper;
+// The wanted tail, from tail(side) of the side that is likely the smaller one; it is summed itself
+// where that one comes out above a half.
+template <class Tail>
+double TailByValue(Side wanted, Side likely, Tail tail) {
+  const double value = tail(likely);
+  if (likely == wanted) return value;
+  return value <= 0.5 ? 1 - value : tail(wanted);
 }
 
 }  // namespace NQMath_940::internal

@@ -33,8 +33,10 @@ inline double ExpOrZero(double exponent) {
 // A computed probability or density: 0 where it underflows.
 inline double ZeroOrMore(double value) { return value < kMinProbability ? 0 : value; }
 
-// A computed probability: at most 1, whatever rounding left.
-inline double AsProbability(double value) { return std::min(ZeroOrMore(value), 1.0); }
+// A computed probability: at most 1, whatever rounding left. The kernels give tails down to the
+// smallest double, so that what is made of them underflows once, in the public functions.
+inline double AtMostOne(double value) { return std::min(value, 1.0); }
+inline double AsProbability(double value) { return AtMostOne(ZeroOrMore(value)); }
 
 // exp(exponent) as a product of two, so that what is multiplied with it decides whether it
 // underflows: a factor between them keeps all digits.
@@ -56,7 +58,7 @@ struct ExpTerm {
   double exponent;
   double factor;
 
-  double Value() const { return ZeroOrMore(ExpOf(exponent).Times(factor)); }
+  double Value() const { return ExpOf(exponent).Times(factor); }
 };
 
 // (1 - p)^n to an ulp or two: the power of 1 - p as rounded, and what the rounding took away.
