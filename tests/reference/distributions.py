@@ -150,6 +150,7 @@ def normal():
               0.001, 0.46875, 1.1, 2.2, 3.3, 5.9, 6.9, 9.0]
     for z in points:
         table.add("CdfStdNorm", (z,), ncdf(mpf(z)), 8e-16)
+        table.add("prbnrm", (z,), ncdf(mpf(z)), 8e-16)
         table.add("PdfNormalStandard", (z,), npdf(mpf(z)), 4e-16)
     for x in [-6.9, -2.2, -0.3, -1e-300, 0.25, 1.0, 2.0, near(2.2, 0), 2.2, 5.5, 6.8, 6.9, 26.0]:
         table.add("derf", (x,), erf(mpf(x)), 3e-16)
@@ -165,7 +166,7 @@ def normal():
             table.add("probit", (p,), normal_quantile(p), 8e-16)
     table.add("IdfNorm", (0.975, 10.0, 2.0), 10 + 2 * normal_quantile(0.975), 5e-16)
     table.add("IdfStdNorm", (0.025,), normal_quantile(0.025), 6e-16)
-    table.write("""{"CdfStdNorm", {0}, 0.5, 0}, {"CdfStdNorm", {kNaN}, 0.5, 0}, {"CdfStdNorm", {kInf}, 1, 0},
+    table.write("""{"CdfStdNorm", {0}, 0.5, 0}, {"prbnrm", {kNaN}, 0.5, 0}, {"CdfStdNorm", {kInf}, 1, 0},
 {"CdfStdNorm", {-kInf}, 0, 0}, {"CdfStdNorm", {-38}, 0, 0}, {"CdfStdNorm", {kMissing}, 0, 0},
 {"CdfNorm", {1, 0, 0}, kMissing, 0}, {"CdfNorm", {1, 0, -1}, kMissing, 0},
 {"CdfNorm", {1, kNaN, 1}, 0.5, 0}, {"CdfNorm", {kInf, kInf, 1}, 0.5, 0},

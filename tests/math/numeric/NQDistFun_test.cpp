@@ -14,6 +14,7 @@ using Arg = const Arguments&;
 TEST(NQDistFun, Normal) {
   const FunctionTable functions = {
       {"CdfStdNorm", [](Arg a, long&) { return NQDistFun::CdfStdNorm(a[0]); }},
+      {"prbnrm", [](Arg a, long&) { return NQDistFun::prbnrm(a[0]); }},
       {"CdfNorm", [](Arg a, long&) { return NQDistFun::CdfNorm(a[0], a[1], a[2]); }},
       {"PdfNormalStandard", [](Arg a, long&) { return NQDistFun::PdfNormalStandard(a[0]); }},
       {"PdfNormal", [](Arg a, long&) { return NQDistFun::PdfNormal(a[0], a[1], a[2]); }},

@@ -1,11 +1,14 @@
 #include <nqcommon/math/numeric/internal/noncentral_t.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <numbers>
 
 #include <nqcommon/math/kernels/log_gamma.h>
+#include <nqcommon/math/kernels/polynomial.h>
 #include <nqcommon/math/numeric/NQDistFun.h>
+#include <nqcommon/math/numeric/internal/normal_tail.h>
 #include <nqcommon/math/numeric/internal/poisson_mixture.h>
 #include <nqcommon/math/numeric/internal/trapezoid.h>
 
@@ -15,42 +18,44 @@ namespace {
 
 constexpr double kLargestNcp = 1e150;  // a larger one is taken for it
 
-// Integrals over u = ln S, whose density is
-// sqrt(df/pi) exp(-df/2 (e^2u - 1 - 2u) - StirlingError(df/2)).
-class ChiIntegral {
- public:
-  explicit ChiIntegral(double df)
-      : fDf(df), fScale(0.5 * std::log(df / std::numbers::pi) - StirlingError(df / 2)) {}
+// e^v - 1 - v over v^2 for |v| < kSmall: 1/2!, 1/3!, ..., the first term left out is below 2e-17 of it.
+constexpr double kSmall = 0.15;
+constexpr std::array<double, 11> kExpDefect = {
+    1.0 / 2,     1.0 / 6,      1.0 / 24,      1.0 / 120,      1.0 / 720,      1.0 / 5040,
+    1.0 / 40320, 1.0 / 362880, 1.0 / 3628800, 1.0 / 39916800, 1.0 / 479001600};
 
-  // The integral of the density of u times given(u - peak), for an integrand with one peak, at
-  // about `peak`, and a logarithm whose second derivative there is at least twice -`curvature`.
-  template <class Given>
-  double Of(double peak, double curvature, Given given) const {
-    // u runs as v about the peak. Far to the left, where the density may fall as slowly as
-    // e^(df u), it runs as -e^(-v/2). The 12 keeps the step short enough for e^2u, whose rise off
-    // the real line limits it however flat the peak is.
-    constexpr double kStep = 0.4;
-    constexpr double kShort = 12;
-    constexpr double kBend = 3;
-    const double length = 1 / std::sqrt(curvature + kShort);
-    return IntegrateLine(kStep, [&](double v) {
-      const double fall = std::exp(-kBend - v / 2);
-      const double offset = length * (v - 2 * fall);
-      return std::exp(LogDensity(peak + offset)) * given(offset) * length * (1 + fall);
-    });
-  }
+// The integral over v of exp(-count (e^v - 1 - v) - squares (e^v - 1)^2 / 2) given(e^v - 1): over
+// ln s about the peak of s^count e^(-df s^2/2) e^(-(t s - ncp)^2/2), where squares is
+// (df + t^2) s^2, relative to the peak. Every part of the exponent is negative, so nothing cancels.
+template <class Given>
+double IntegrateAboutPeak(double count, double squares, Given given) {
+  // Far to the left, where the integrand may fall as slowly as e^(count v), v runs as -e^(-x/2); a
+  // steep one does without. kShort keeps the step short enough for e^2v, whose rise off the real
+  // line limits it however flat the peak is.
+  constexpr double kSteep = 50;
+  constexpr double kShort = 30;
+  constexpr double kBend = 3;
+  const bool isSteep = count >= kSteep;
+  const double step = isSteep ? 0.7 : 0.5;
+  const double length = 1 / std::sqrt(count + squares + kShort);
+  return length * IntegrateLine(step, [&](double x) {
+           const double fall = isSteep ? 0 : std::exp(-kBend - x / 2);
+           const double v = length * (x - 2 * fall);
+           const bool isSmall = std::fabs(v) < kSmall;
+           const double defect = isSmall ? v * v * Polynomial(kExpDefect, v) : std::expm1(v) - v;
+           const double rise = v + defect;
+           return std::exp(-count * defect - squares / 2 * (rise * rise)) * given(rise) *
+                  (1 + fall);
+         });
+}
 
- private:
-  double LogDensity(double u) const {
-    constexpr double kSmall = 0.15;
-    const double rise = std::expm1(2 * u);
-    const double defect = std::fabs(u) < kSmall ? LogDefect(rise, 1 + rise) : rise - 2 * u;
-    return fScale - fDf / 2 * defect;
-  }
-
-  double fDf;
-  double fScale;
-};
+// The density of ln S at ln s: sqrt(df/pi) exp(-df/2 (s^2 - 1 - 2 ln s) - StirlingError(df/2)).
+ExpTerm ChiTerm(double df, double s) {
+  const double u = std::log(s);
+  const double rise = (s - 1) * (s + 1);
+  const double defect = std::fabs(u) < kSmall ? LogDefect(rise, 1 + rise) : rise - 2 * u;
+  return {-df / 2 * defect - StirlingError(df / 2), std::sqrt(df / std::numbers::pi)};
+}
 
 // s > 0 with (df + t^2) s^2 - t ncp s = count: where s^count e^(-df s^2/2) e^(-(t s - ncp)^2/2)
 // peaks.
@@ -61,14 +66,24 @@ double PeakOfS(double t, double df, double ncp, double count) {
   return slope >= 0 ? (slope + root) / (2 * size) : 2 * count / size / (root - slope);
 }
 
+// The density of ln S at ln s times the normal density at z, times `factor`.
+double PeakValue(double df, double s, double z, double factor) {
+  const ExpTerm chi = ChiTerm(df, s);
+  const double square = z * z;
+  const double lost = std::fma(z, z, -square);
+  const double normal = ExpOf(-square / 2).Times(kInverseSqrt2Pi * (1 - lost / 2) * factor);
+  return ExpOf(chi.exponent).Times(chi.factor * normal);
+}
+
 // P(T <= -t), t > 0, ncp > 0: the series of this tail cancel, so the probability given S is
 // integrated over S.
 double OppositeTail(double t, double df, double ncp) {
-  if (NQDistFun::prbnrm(-ncp) == 0) return 0;
   const double s = PeakOfS(-t, df, ncp, df);
-  return ChiIntegral(df).Of(std::log(s), df, [t, ncp, s](double offset) {
-    return NQDistFun::prbnrm(-(t * s * std::exp(offset) + ncp));
-  });
+  const double product = t * s;
+  const double squares = df * s * s + product * product;
+  const double integral = IntegrateAboutPeak(
+      df, squares, [product, ncp](double rise) { return MillsRatio(product * (1 + rise) + ncp); });
+  return PeakValue(df, s, product + ncp, integral);
 }
 
 // t > 0, ncp > 0: P(T > t) is half the sum over Poisson weights at whole and half indices of the
@@ -94,11 +109,11 @@ double NoncentralTTail(Side side, double t, double df, double ncp) {
   if (t == 0) return NQDistFun::prbnrm(side == Side::kLower ? -ncp : ncp);
   if (ncp == 0) return NQDistFun::CdfT(side == Side::kLower ? t : -t, df);
   if (t < 0) return NoncentralTTail(Opposite(side), -t, df, -ncp);
+  const double bounded = std::min(std::fabs(ncp), kLargestNcp);
   if (ncp < 0) {
-    const double upper = OppositeTail(t, df, -ncp);
+    const double upper = OppositeTail(t, df, bounded);
     return side == Side::kLower ? 1 - upper : upper;
   }
-  const double bounded = std::min(ncp, kLargestNcp);
   if (t <= kPowerTailFrom) return SameSideTail(side, t, df, bounded);
   const double upper =
       SameSideTail(Side::kUpper, kPowerTailFrom, df, bounded) * std::pow(t / kPowerTailFrom, -df);
@@ -109,14 +124,12 @@ double NoncentralTDensity(double t, double df, double noncentrality) {
   const double ncp = std::clamp(noncentrality, -kLargestNcp, kLargestNcp);
   const double count = df + 1;
   const double s = PeakOfS(t, df, ncp, count);
-  const double curvature = count + std::max(t * s * ncp, 0.0);
   // t s - ncp, by the equation of the peak where it would cancel.
   const double product = t * s;
   const double atPeak = product * ncp > count ? (count - df * s * s) / product : product - ncp;
-  return ChiIntegral(df).Of(std::log(s), curvature, [s, product, atPeak](double offset) {
-    return s * std::exp(offset) *
-           NQDistFun::PdfNormalStandard(atPeak + product * std::expm1(offset));
-  });
+  const double squares = df * s * s + product * product;
+  const double integral = IntegrateAboutPeak(count, squares, [](double) { return 1.0; });
+  return ZeroOrMore(PeakValue(df, s, atPeak, s * integral));
 }
 
 }  // namespace NQMath_940::internal
