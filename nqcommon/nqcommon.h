@@ -16,6 +16,7 @@
 #include <nqcommon/common/RecordIterator.h>
 #include <nqcommon/common/Value.h>
 #include <nqcommon/common/ValueRecord.h>
+#include <nqcommon/common/ValueRecordIterator.h>
 #include <nqcommon/common/display.h>
 #include <nqcommon/common/memory_guard.h>
 #include <nqcommon/common/text_conversion.h>

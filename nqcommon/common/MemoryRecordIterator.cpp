@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <limits>
 
+#include <nqcommon/common/ValueRecordIterator.h>
+
 namespace NQCommon_940 {
 
 namespace {
@@ -14,6 +16,7 @@ constexpr int kEndOfData = 1;
 
 RecordIterator::~RecordIterator() = default;
 MultiPassRecordIter::~MultiPassRecordIter() = default;
+ValueRecordIterator::~ValueRecordIterator() = default;
 MemoryRecordIterator::~MemoryRecordIterator() = default;
 
 MemoryRecordIterator::MemoryRecordIterator(int nRecords, int nValues, double* ids, double* values,
@@ -30,8 +33,8 @@ Record* MemoryRecordIterator::Next() {
   if (fPosition >= fNRecords || fRecord.Size() == 0) fFailReason = kEndOfData;
   if (fFailReason != 0) return nullptr;
   const auto row = static_cast<std::ptrdiff_t>(fPosition);
-  fRecord[0] = fpIds[row];
-  std::copy_n(fpValues + row * fNValues, fNValues, fRecord.GetAll() + 1);
+  fRecord[0] = fpIds ? fpIds[row] : static_cast<double>(row + 1);
+  if (fNValues > 0) std::copy_n(fpValues + row * fNValues, fNValues, fRecord.GetAll() + 1);
   if (fpWeights) fRecord[fNValues + 1] = fpWeights[row];
   if (++fPosition == fNRecords) fFailReason = kEndOfData;
   return &fRecord;

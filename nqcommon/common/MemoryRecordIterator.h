@@ -11,8 +11,8 @@ namespace NQCommon_940 {
 //           there are weights.
 class NQ_API MemoryRecordIterator : public MultiPassRecordIter {
  public:
-  // ids: nRecords; values: nRecords rows of nValues, one after the other; weights: nRecords, or
-  // null. A negative nValues counts as 0.
+  // ids: nRecords, or null: the identifiers are then 1, 2, ...; values: nRecords rows of nValues,
+  // one after the other; weights: nRecords, or null. A negative nValues counts as 0.
   MemoryRecordIterator(int nRecords, int nValues, double* ids, double* values, double* weights);
   ~MemoryRecordIterator() override;
 

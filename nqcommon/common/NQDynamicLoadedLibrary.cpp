@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include <nqcommon/common/internal/library_path.h>
+#include <nqcommon/common/memory_guard.h>
 
 namespace NQCommon_940 {
 
@@ -13,9 +14,10 @@ namespace {
 
 constexpr std::string_view kSuffix = ".dylib";
 
-std::string LastError() {
-  const char* text = dlerror();
-  return text ? text : "";
+// Keeps the platform's text of its last failure, or none where memory ends.
+void KeepLastError(std::string& text) {
+  const char* error = dlerror();
+  GuardMemory([&] { text = error ? error : ""; });
 }
 
 // The directory in which this library resides: none is kept.
@@ -60,14 +62,14 @@ int NQDynamicLoadedLibrary::LoadLibraryNow() {
   fErrorText.clear();
   if (fpHandle) return 0;
   fpHandle = dlopen(fPathName.c_str(), fOpenFlags);
-  if (!fpHandle) fErrorText = LastError();
+  if (!fpHandle) KeepLastError(fErrorText);
   return fpHandle ? 0 : -1;
 }
 
 void* NQDynamicLoadedLibrary::GetSymbolAddress(const std::string& symbol) {
   if (LoadLibraryNow() != 0) return nullptr;
   void* address = dlsym(fpHandle, symbol.c_str());
-  if (!address) fErrorText = LastError();
+  if (!address) KeepLastError(fErrorText);
   return address;
 }
 

@@ -18,7 +18,8 @@ NQ_API std::string NQGetFullPathName(const std::string& name);
 // A shared library that is loaded at its first use and then stays loaded for the life of the
 // process: the object never closes it.
 //
-// Failure   -1 or a null pointer, the platform's text in GetErrorText(); the next call tries again.
+// Failure   -1 or a null pointer, the platform's text in GetErrorText(), which is empty where there
+//           is no memory for it; the next call tries again.
 // Threads   one object, one thread at a time.
 class NQ_API NQDynamicLoadedLibrary {
  public:

@@ -4,18 +4,15 @@
 #include <cstddef>
 #include <utility>
 
+#include <nqcommon/common/memory_guard.h>
+
 namespace NQCommon_940 {
 
 namespace {
 
 void AppendNew(std::vector<NQStatus>& list, const NQStatus& status) {
-  if (std::find(list.begin(), list.end(), status) == list.end()) list.push_back(status);
-}
-
-template <typename Parameters, typename T>
-bool AppendParameter(Parameters& parameters, T value) {
-  parameters.emplace_back().SetValue(std::move(value));
-  return true;
+  if (std::find(list.begin(), list.end(), status) != list.end()) return;
+  GuardMemory([&] { list.push_back(status); });
 }
 
 }  // namespace
@@ -58,20 +55,30 @@ void NQWarnings::AddWarnings(NQWarnings other) {
   for (const NQStatus& status : other.fvAccumulated) AppendNew(fvAccumulated, status);
   for (const auto& entry : other.fParameterIndex) {
     const long code = entry.first;
-    if (!FindParameters(code)) ParametersOf(code) = *other.FindParameters(code);
+    if (FindParameters(code)) continue;
+    GuardMemory([&] { ParametersOf(code).swap(other.ParametersOf(code)); });
   }
 }
 
+template <typename T>
+bool NQWarnings::AppendParameter(const NQStatus& status, T& value) {
+  return GuardMemory([&] {
+    NQParameterValue parameter;
+    parameter.SetValue(std::move(value));
+    ParametersOf(status.GetErrorCode()).push_back(std::move(parameter));
+  });
+}
+
 bool NQWarnings::AddParameter(const NQStatus& status, int value) {
-  return AppendParameter(ParametersOf(status.GetErrorCode()), value);
+  return AppendParameter(status, value);
 }
 
 bool NQWarnings::AddParameter(const NQStatus& status, double value) {
-  return AppendParameter(ParametersOf(status.GetErrorCode()), value);
+  return AppendParameter(status, value);
 }
 
 bool NQWarnings::AddParameter(const NQStatus& status, std::string value) {
-  return AppendParameter(ParametersOf(status.GetErrorCode()), std::move(value));
+  return AppendParameter(status, value);
 }
 
 bool NQWarnings::HasParameter(const NQStatus& status) const {
@@ -81,7 +88,8 @@ bool NQWarnings::HasParameter(const NQStatus& status) const {
 
 const std::vector<NQWarnings::NQParameterValue>& NQWarnings::GetParameters(const NQStatus& status) {
   fvResult.clear();
-  if (const Parameters* found = FindParameters(status.GetErrorCode())) fvResult = *found;
+  const Parameters* found = FindParameters(status.GetErrorCode());
+  if (found && !GuardMemory([&] { fvResult = *found; })) fvResult.clear();
   return fvResult;
 }
 

@@ -14,6 +14,9 @@ namespace NQCommon_940 {
 // accumulated one, which stays. A warning's code may carry typed parameters for its message.
 //
 // Finding a duplicate is a linear scan; finding parameters is logarithmic in the number of codes.
+//
+// Failure  Nothing throws but a copy of the object. A warning or parameter for which memory ends is
+//          left out, and GetParameters then gives none.
 class NQ_API NQWarnings {
  public:
   enum Destination : int { ToCurrent = 0, ToAccumulated = 1, ToBoth = 2 };
@@ -44,6 +47,8 @@ class NQ_API NQWarnings {
   NQWarnings() = default;
   NQWarnings(const NQWarnings&) = default;
   NQWarnings& operator=(const NQWarnings&) = default;
+  NQWarnings(NQWarnings&&) noexcept = default;
+  NQWarnings& operator=(NQWarnings&&) noexcept = default;
   virtual ~NQWarnings();
 
   // Appends a warning to the lists that `destination` names, where no equal one is there already.
@@ -66,7 +71,7 @@ class NQ_API NQWarnings {
   void ClearWarnings() { fvCurrent.clear(); }
 
   // Appends a parameter for the code of `status`; statuses of one code share one sequence, whatever
-  // their data. Always true.
+  // their data. True, unless memory ends.
   bool AddParameter(const NQStatus& status, int value);
   bool AddParameter(const NQStatus& status, double value);
   bool AddParameter(const NQStatus& status, std::string value);
@@ -80,6 +85,8 @@ class NQ_API NQWarnings {
  private:
   using Parameters = std::vector<NQParameterValue>;
 
+  template <typename T>
+  bool AppendParameter(const NQStatus& status, T& value);
   // null where the code has no entry
   const Parameters* FindParameters(long code) const;
   // the entry of the code, created empty the first time

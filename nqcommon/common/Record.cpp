@@ -5,6 +5,8 @@
 #include <new>
 #include <utility>
 
+#include <nqcommon/common/memory_guard.h>
+
 namespace NQCommon_940 {
 
 namespace {
@@ -19,9 +21,13 @@ RowOf<Cell>::RowOf(int n)
       fSize(!fpCells ? 0 : (n < 0 ? 1 : n)) {}
 
 template <class Cell>
-RowOf<Cell>::RowOf(const RowOf& other)
-    : fpCells(new (std::nothrow) Cell[Count(other.fSize)]), fSize(fpCells ? other.fSize : 0) {
-  std::copy_n(other.fpCells.get(), fSize, fpCells.get());
+RowOf<Cell>::RowOf(const RowOf& other) : fpCells(new (std::nothrow) Cell[Count(other.fSize)]) {
+  const auto copy = [&] { std::copy_n(other.fpCells.get(), other.fSize, fpCells.get()); };
+  if (fpCells && GuardMemory(copy)) {
+    fSize = other.fSize;
+  } else {
+    fpCells.reset();
+  }
 }
 
 template <class Cell>

@@ -10,7 +10,6 @@
 #include <nqcommon/common/NQException.h>
 #include <nqcommon/common/text_conversion.h>
 #include <nqcommon/common/three_way.h>
-#include <nqcommon/common/truncate.h>
 
 namespace NQCommon_940 {
 
@@ -207,6 +206,7 @@ std::string Value::GetString() const {
     default:
       std::ostringstream stream;
       stream.imbue(std::locale::classic());
+      stream.exceptions(std::ios::badbit);  // memory that ends is no end of the text
       Display(stream);
       return stream.str();
   }
@@ -226,6 +226,12 @@ Value::operator bool() const {
 Value::operator long long() const {
   RequireType(IntegerType);
   return fPayload.fInteger;
+}
+
+Value::operator int() const {
+  const long long value = *this;
+  if (value != static_cast<int>(value)) throw NQException(13, "Value type wrong!");
+  return static_cast<int>(value);
 }
 
 Value::operator double() const {

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include <nqcommon/common/NQMV.h>
+#include <nqcommon/common/truncate.h>
 #include <nqcommon/export.h>
 
 namespace NQCommon_940 {
@@ -28,8 +29,9 @@ namespace NQCommon_940 {
 //           the stack (ten thousand levels need less than 8 MB).
 // Threads   one object, one thread at a time; the shared prototypes are constant.
 //
-// The conversions to bool, long long and double make an operator between a value and a bare number
-// ambiguous: write `v == Value(2)` and not `v == 2`.
+// The conversions to bool, int, long long and double make an operator between a value and a bare
+// number ambiguous, and so an initialisation of another number type: write `v == Value(2)` and not
+// `v == 2`, and `long n = v.GetInteger()`.
 class NQ_API Value {
  public:
   enum ValueType : std::uint16_t {
@@ -62,6 +64,8 @@ class NQ_API Value {
   constexpr Value(bool value) noexcept : fType(BoolType), fPayload(value) {}
   constexpr Value(int value) noexcept : Value(static_cast<long long>(value)) {}
   constexpr Value(long long value) noexcept : fType(IntegerType), fPayload(value) {}
+  template <class Integer, IfOtherInteger<Integer> = 0>
+  constexpr Value(Integer value) noexcept : Value(ToLongLong(value)) {}
   constexpr Value(double value) noexcept : fType(RealType), fPayload(value) {}
   Value(const char* text);  // a null pointer counts as ""
   Value(const std::string& text);
@@ -87,6 +91,10 @@ class NQ_API Value {
   Value& operator=(bool value) { return *this = Value(value); }
   Value& operator=(int value) { return *this = Value(value); }
   Value& operator=(long long value) { return *this = Value(value); }
+  template <class Integer, IfOtherInteger<Integer> = 0>
+  Value& operator=(Integer value) {
+    return *this = Value(value);
+  }
   Value& operator=(double value) { return *this = Value(value); }
   Value& operator=(const char* text) { return *this = Value(text); }
   Value& operator=(const std::string& text) { return *this = Value(text); }
@@ -96,6 +104,10 @@ class NQ_API Value {
   void SetValue(bool value) { StoreScalar(BoolType, Payload(value)); }
   void SetValue(int value) { SetValue(static_cast<long long>(value)); }
   void SetValue(long long value) { StoreScalar(IntegerType, Payload(value)); }
+  template <class Integer, IfOtherInteger<Integer> = 0>
+  void SetValue(Integer value) {
+    SetValue(ToLongLong(value));
+  }
   void SetValue(double value) { StoreScalar(RealType, Payload(value)); }
 
   // Assigns to a string in place; a value of any other type becomes a string. A null pointer counts
@@ -146,11 +158,14 @@ class NQ_API Value {
   // The payload of a value of exactly that type; otherwise, null included, code 13.
   operator bool() const;
   operator long long() const;
+  // An integer beyond the range of int is code 13 too.
+  operator int() const;
   operator double() const;
   operator std::string() const;
 
   // The payload by reference. A null value first becomes false, 0, 0.0 or ""; any other type is
   // code 13. A value that is not const prefers these: `if (v)` makes a null value a boolean.
+  operator int() { return std::as_const(*this); }  // `int i = v` would be the boolean otherwise
   operator bool&();
   operator long long&();
   operator double&();

@@ -1,12 +1,100 @@
 #include <nqcommon/common/ValueRecord.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cassert>
 #include <cstddef>
+#include <cstdint>
+#include <utility>
 
 #include <nqcommon/common/display.h>
 
 namespace NQCommon_940 {
+
+namespace {
+
+constexpr std::size_t kPrefixBytes = sizeof(std::uint64_t);
+
+// A name, and its first bytes as a number that sorts like them: it decides most comparisons.
+struct Key {
+  explicit Key(const std::string& name) : fName(name) {
+    const std::size_t length = std::min(name.size(), kPrefixBytes);
+    for (std::size_t i = 0; i < length; ++i)
+      fPrefix |= std::uint64_t{static_cast<unsigned char>(name[i])} << 8 * (kPrefixBytes - 1 - i);
+  }
+
+  const std::string& fName;
+  std::uint64_t fPrefix = 0;
+};
+
+}  // namespace
+
+// The names of a record, by position and in byte order. An index that records share never changes.
+struct ValueRecord::NameIndex {
+  struct Entry {
+    std::uint64_t fPrefix;
+    std::size_t fPosition;
+  };
+
+  NameIndex() = default;
+  NameIndex(const NameIndex& other) : fvNames(other.fvNames), fvSorted(other.fvSorted) {}
+
+  const std::string& NameOf(const Entry& entry) const { return fvNames[entry.fPosition]; }
+
+  // The first entry in byte order that is not less than the name.
+  std::vector<Entry>::const_iterator LowerBound(const Key& key) const {
+    return std::partition_point(fvSorted.begin(), fvSorted.end(), [&](const Entry& entry) {
+      if (entry.fPrefix != key.fPrefix) return entry.fPrefix < key.fPrefix;
+      // Of two names with the same first bytes a short one begins the other.
+      const std::string& name = NameOf(entry);
+      if (std::min(name.size(), key.fName.size()) > kPrefixBytes) return name < key.fName;
+      return name.size() < key.fName.size();
+    });
+  }
+
+  // The position of a name; -1 where it is absent.
+  int Find(const Key& key) const {
+    const auto found = LowerBound(key);
+    if (found == fvSorted.end() || found->fPrefix != key.fPrefix) return -1;
+    const std::string& name = NameOf(*found);
+    const bool isSame =
+        name.size() == key.fName.size() && (name.size() <= kPrefixBytes || name == key.fName);
+    return isSame ? static_cast<int>(found->fPosition) : -1;
+  }
+
+  // Makes room for one more name, after which Append allocates nothing.
+  void Reserve() {
+    if (fvNames.size() < std::min(fvNames.capacity(), fvSorted.capacity())) return;
+    fvNames.reserve(2 * fvNames.size() + 4);
+    fvSorted.reserve(fvNames.capacity());
+  }
+
+  // Adds a name that is not there.
+  void Append(std::string&& name) noexcept {
+    const Key key(name);
+    fvSorted.insert(LowerBound(key), Entry{key.fPrefix, fvNames.size()});
+    fvNames.push_back(std::move(name));
+  }
+
+  std::vector<std::string> fvNames;  // by position
+  std::vector<Entry> fvSorted;
+  // Set by the first copy of a record, and never unset: so no thread asks how many records are left.
+  std::atomic<bool> fIsShared{false};
+};
+
+ValueRecord::ValueRecord(const std::vector<std::string>& names) {
+  for (const std::string& name : names) Add(name, Value());
+}
+
+ValueRecord::ValueRecord(const ValueRecord& other)
+    : fvValues(other.fvValues), fNames(other.fNames) {
+  if (fNames) fNames->fIsShared.store(true, std::memory_order_relaxed);
+}
+
+ValueRecord& ValueRecord::operator=(const ValueRecord& other) {
+  if (this != &other) *this = ValueRecord(other);
+  return *this;
+}
 
 ValueRecord::~ValueRecord() = default;
 
@@ -15,29 +103,44 @@ Value& ValueRecord::At(int i) {
   return fvValues[static_cast<std::size_t>(i)];
 }
 
+int ValueRecord::Find(const std::string& name) const {
+  return fNames ? fNames->Find(Key(name)) : -1;
+}
+
 bool ValueRecord::operator==(const ValueRecord& other) const {
   if (this == &other) return true;
-  const auto sameValue = [&](const auto& mine, const auto& theirs) {
-    return fvValues[static_cast<std::size_t>(mine.second)] ==
-           other.fvValues[static_cast<std::size_t>(theirs.second)];
-  };
-  return std::equal(fNameIndex.begin(), fNameIndex.end(), other.fNameIndex.begin(),
-                    other.fNameIndex.end(), sameValue);
+  if (fvValues.size() != other.fvValues.size()) return false;
+  for (std::size_t i = 0; i < fvValues.size(); ++i) {
+    if (fvValues[fNames->fvSorted[i].fPosition] !=
+        other.fvValues[other.fNames->fvSorted[i].fPosition])
+      return false;
+  }
+  return true;
 }
 
 int ValueRecord::Add(const std::string& name, const Value& value) {
-  const auto [entry, isNew] = fNameIndex.try_emplace(name, static_cast<int>(fvValues.size()));
-  if (isNew) {
-    fvValues.push_back(value);
-  } else {
-    At(entry->second) = value;
+  const int found = Find(name);
+  if (found >= 0) {
+    At(found) = value;
+    return found;
   }
-  return entry->second;
+  // What can fail comes before the first change.
+  std::string newName = name;
+  if (!fNames) {
+    fNames = std::make_shared<NameIndex>();
+  } else if (fNames->fIsShared.load(std::memory_order_relaxed)) {
+    fNames = std::make_shared<NameIndex>(*fNames);
+  }
+  fNames->Reserve();
+  fvValues.push_back(value);
+  fNames->Append(std::move(newName));
+  return static_cast<int>(fvValues.size()) - 1;
 }
 
 bool ValueRecord::AddAll(const ValueRecord& other) {
-  for (const auto& [name, i] : other.fNameIndex)
-    Add(name, other.fvValues[static_cast<std::size_t>(i)]);
+  if (this == &other || !other.fNames) return true;
+  for (const NameIndex::Entry& entry : other.fNames->fvSorted)
+    Add(other.fNames->NameOf(entry), other.fvValues[entry.fPosition]);
   return true;
 }
 
@@ -51,17 +154,22 @@ bool ValueRecord::Set(const std::string& name, const Value& value, bool sameType
 }
 
 bool ValueRecord::Remove(const std::string& name) {
-  const int removed = IndexOf(name);
+  const int removed = Find(name);
   if (removed < 0) return false;
-  fNameIndex.erase(name);
+  auto names = std::make_shared<NameIndex>();
+  for (const std::string& kept : fNames->fvNames) {
+    if (kept == name) continue;
+    names->Reserve();
+    names->Append(std::string(kept));
+  }
+  fNames = std::move(names);
   fvValues.erase(fvValues.begin() + removed);
-  for (auto& [other, i] : fNameIndex) i -= i > removed;
   return true;
 }
 
 void ValueRecord::Clear() {
   fvValues.clear();
-  fNameIndex.clear();
+  fNames.reset();
 }
 
 void ValueRecord::ClearValues() {
@@ -70,34 +178,32 @@ void ValueRecord::ClearValues() {
 
 void ValueRecord::SetMissingValue(int i) { At(i).Clear(); }
 
-Value ValueRecord::Get(const std::string& name) const { return Get(IndexOf(name)); }
+Value ValueRecord::Get(const std::string& name) const {
+  const int i = Find(name);
+  return i < 0 ? Value() : fvValues[static_cast<std::size_t>(i)];
+}
 
 Value ValueRecord::Get(int i) const {
   return i >= 0 && i < static_cast<int>(fvValues.size()) ? fvValues[static_cast<std::size_t>(i)]
                                                          : Value();
 }
 
-int ValueRecord::IndexOf(const std::string& name) const {
-  const auto entry = fNameIndex.find(name);
-  return entry == fNameIndex.end() ? -1 : entry->second;
-}
+int ValueRecord::IndexOf(const std::string& name) const { return Find(name); }
 
-bool ValueRecord::Contains(const std::string& name) const { return IndexOf(name) >= 0; }
+bool ValueRecord::Contains(const std::string& name) const { return Find(name) >= 0; }
 
-int ValueRecord::Size() const { return static_cast<int>(fNameIndex.size()); }
+int ValueRecord::Size() const { return static_cast<int>(fvValues.size()); }
 
 std::vector<std::string> ValueRecord::Names(bool sorted) const {
-  std::vector<std::string> names(fNameIndex.size());
-  std::size_t next = 0;
-  for (const auto& [name, i] : fNameIndex)
-    names[sorted ? next++ : static_cast<std::size_t>(i)] = name;
+  if (!fNames) return {};
+  if (!sorted) return fNames->fvNames;
+  std::vector<std::string> names;
+  for (const NameIndex::Entry& entry : fNames->fvSorted) names.push_back(fNames->NameOf(entry));
   return names;
 }
 
 std::string ValueRecord::GetName(int i) const {
-  const auto entry = std::find_if(fNameIndex.begin(), fNameIndex.end(),
-                                  [i](const auto& candidate) { return candidate.second == i; });
-  return entry == fNameIndex.end() ? std::string() : entry->first;
+  return i >= 0 && i < Size() ? fNames->fvNames[static_cast<std::size_t>(i)] : std::string();
 }
 
 void ValueRecord::SetValue(int i, bool value) { At(i) = value; }

@@ -70,7 +70,7 @@ class NQ_API JsonObject {
 
   JsonObject(const JsonObject& other) = default;
   JsonObject(JsonObject&& other) = default;
-  JsonObject& operator=(const JsonObject& other) = default;
+  JsonObject& operator=(const JsonObject& other) { return *this = JsonObject(other); }
   JsonObject& operator=(JsonObject&& other) = default;
   ~JsonObject() = default;
 

@@ -1,5 +1,6 @@
 #include <nqcommon/xml/XMLDocType.h>
 
+#include <memory>
 #include <utility>
 
 #include <nqcommon/xml/XMLUtil.h>
@@ -27,9 +28,9 @@ void XMLDocType::ToStream(std::ostream& os, ExportFormat& format, bool utf8) con
 }
 
 XMLDocType* XMLDocType::Clone() const {
-  XMLDocType* copy = Create(fName, fSystemId, fNumber);
+  std::unique_ptr<XMLDocType> copy(Create(fName, fSystemId, fNumber));
   copy->fExtension = fExtension;
-  return copy;
+  return copy.release();
 }
 
 }  // namespace NQXML_940

@@ -3,6 +3,7 @@
 #include <iosfwd>
 #include <string>
 
+#include <nqcommon/common/truncate.h>
 #include <nqcommon/export.h>
 
 namespace NQXML_940 {
@@ -37,6 +38,11 @@ class NQ_API XMLObj {
   int WriteSubElement(std::ostream& os, unsigned int value) const;
   int WriteSubElement(std::ostream& os, bool value) const;
   int WriteSubElement(std::ostream& os, long value) const;
+  // Any integer of the size of long is written as one.
+  template <class Integer, NQCommon_940::IfOtherInteger<Integer> = 0>
+  int WriteSubElement(std::ostream& os, Integer value) const {
+    return WriteSubElement(os, static_cast<long>(NQCommon_940::ToLongLong(value)));
+  }
   int WriteSubElement(std::ostream& os, double value) const;
   int WriteSubElement(std::ostream& os, const std::string& value) const;
   // Without this form a string literal would be a bool. A null pointer counts as "".

@@ -126,6 +126,11 @@ TEST(Value, StrictAccess) {
   EXPECT_EQ(AFTER("2", static_cast<double&>(v) = 2), wrongType);
   EXPECT_EQ(AFTER(kArray, static_cast<std::string&>(v) = "a"), wrongType);
   EXPECT_EQ(kArray.GetStringRef() + Value("a").GetStringRef(), "a");
+  EXPECT_EQ(AFTER(-7, int n = v; v = n + static_cast<int>(c)), "2 -14");
+  EXPECT_EQ(AFTER(1LL << 31, v = static_cast<int>(v)), wrongType);
+  EXPECT_EQ(AFTER(true, int n = v; v = n), wrongType);
+  EXPECT_EQ(AFTER(1, v = 7UL, v.SetValue(-8L)) + AFTER(~0ULL, v.GetType()),
+            "2 -82 9223372036854775807");
 }
 
 TEST(Value, ArraysAndMaps) {

@@ -3,6 +3,8 @@
 #include <sys/resource.h>
 
 #include <limits>
+#include <map>
+#include <random>
 
 #include <nqcommon/common/MemoryRecordIterator.h>
 #include <nqcommon/common/ValueRecord.h>
@@ -73,6 +75,9 @@ TEST(MemoryRecordIterator, Passes) {
   MemoryRecordIterator empty(0, 2, nullptr, nullptr, nullptr);
   EXPECT_FALSE(empty.HasMore());
   empty.NewPass();
+  MemoryRecordIterator unnamed(2, 1, nullptr, values, nullptr);
+  EXPECT_EQ(Of(unnamed.Next()), (Numbers{1, 1}));
+  EXPECT_EQ(Of(unnamed.Next()), (Numbers{2, 2}));
   int rounds = 0;
   for (; empty.HasMore(); ++rounds) EXPECT_EQ(empty.Next(), nullptr);
   EXPECT_EQ(rounds, 1);
@@ -97,6 +102,59 @@ TEST(ValueRecord, NamesAndPositions) {
   EXPECT_TRUE(other.IndexOf("a") == 0 && other.IndexOf("b") == 1 && other.GetName(1) == "b");
   EXPECT_TRUE(other.GetName(2).empty());
   EXPECT_TRUE(other.Add("new", Value(true)) == 2 && other.Size() == 3);
+}
+
+static_assert(std::is_nothrow_move_constructible_v<ValueRecord>);
+static_assert(std::is_nothrow_move_assignable_v<ValueRecord>);
+
+// A copy that takes or loses a name leaves the other's alone, and names of one beginning are told
+// apart.
+TEST(ValueRecord, CopiesShareNamesUntilTheyChange) {
+  const std::vector<std::string> names = {"variable_2", "variable_1", "", "variable_1"};
+  ValueRecord first(names), second = first, third;
+  second.Add("variable", 5UL);
+  second.SetValue(0, 7L);
+  third = second;
+  EXPECT_TRUE(third.Remove("variable_1"));
+  first.Add("\xC3", true);
+  const auto text = [](const ValueRecord& record) {
+    std::string line;
+    for (const std::string& name : record.Names(true))
+      line += name + std::to_string(record.IndexOf(name)) + record.Get(name).GetString() + " ";
+    return line;
+  };
+  EXPECT_EQ(text(first),
+            "2 variable_11 variable_20 \xC3"
+            "31 ");
+  EXPECT_EQ(text(second), "2 variable35 variable_11 variable_207 ");
+  EXPECT_EQ(text(third), "1 variable25 variable_207 ");
+  const ValueRecord moved = std::move(second);
+  EXPECT_EQ(text(second) + moved.GetName(3), "variable");
+  second.Add("b", 1);
+  EXPECT_EQ(text(second), "b01 ");
+}
+
+// Names that begin alike for less than, exactly and more than eight bytes, some with a NUL.
+TEST(ValueRecord, FindsNamesAsAMap) {
+  std::mt19937 random(1);
+  for (int round = 0; round < 300; ++round) {
+    ValueRecord record;
+    std::map<std::string, int> map;
+    for (int i = 0; i < 40; ++i) {
+      std::string name(random() % 11, 'a');
+      if (!name.empty()) name.back() = "\0ab\xC3"[random() % 4];
+      const int want = map.emplace(name, record.Size()).first->second;
+      EXPECT_EQ(record.Add(name, i), want) << name;
+      if (i % 8 == 0 && record.Remove(name))
+        for (auto& other : map) other.second -= other.second > map[name];
+      if (i % 8 == 0) map.erase(name);
+    }
+    const std::vector<std::string> names = record.Names(true);
+    EXPECT_TRUE(std::equal(names.begin(), names.end(), map.begin(), map.end(),
+                           [&](const std::string& name, const auto& entry) {
+                             return name == entry.first && record.IndexOf(name) == entry.second;
+                           }));
+  }
 }
 
 TEST(ValueRecord, EqualityGoesByTheOrderOfNames) {
