@@ -51,6 +51,25 @@ TEST(NQRandomValues, Refusals) {
   EXPECT_FALSE(v.GetRandom(two));
 }
 
+// Refused parameters are the standard ones; beta answers whether its first shape is not positive.
+TEST(Variates, Parameters) {
+  NQRNGNormal normal(3, 4), standard(0, 1);
+  NQRNGBeta beta(2, 3), uniform(1, 1);
+  NQRNGBinomial binomial(5, 0.5);
+  EXPECT_EACH(false, normal.SetParameters(3, -1), normal.SetParameters(3, kNaN),
+              beta.SetParameters(2, 0), beta.SetParameters(2, 3), binomial.SetParameters(1.5, 0.5),
+              binomial.SetParameters(-1, 0.5), binomial.SetParameters(kInf, 0.5),
+              binomial.SetParameters(5, 1.5));
+  EXPECT_EACH(true, beta.SetParameters(0, 3), normal.SetParameters(0, 1));
+  EXPECT_EQ((Values{normal.GetNext(), beta.GetNext(), binomial.GetNext()}),
+            (Values{standard.GetNext(), uniform.GetNext(), 0}));
+  EXPECT_EQ((Values{binomial.SimpleMethod(7, 1), binomial.SimpleMethod(7, 0)}), (Values{7, 0}));
+  // The density over the triangle, by 50-digit arithmetic; 0 at 0 itself.
+  for (const auto& [x, want] :
+       {std::pair{0.0, 0.0}, {0.4, 0.041337936329315943}, {-3.0, 0.0044318484119380075}})
+    EXPECT_NEAR(NQRandomValues().RVAuxF(x), want, 1e-16) << x;
+}
+
 // The sanitizers watch that each source is deleted once.
 TEST(NQRandomValues, Sources) {
   NQRandomValues values, fresh;

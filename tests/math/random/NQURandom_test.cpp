@@ -53,7 +53,7 @@ int ReadText(NQURandom& source, const std::string& text) {
 TEST(NQURandom, BinaryRecords) {
   const std::string before = Record(7, 1, 0), whole = Record(34567, 1, 1);
   std::vector<std::pair<std::string, std::string>> rows = {
-#include "golden/random_binary_records.inc"
+#include "math/random/binary_record_cases.inc"
   };
   for (std::size_t n = 0; n < whole.size(); ++n) rows.push_back({whole.substr(0, n), before});
   for (const auto& [bytes, after] : rows) {
@@ -66,12 +66,13 @@ TEST(NQURandom, BinaryRecords) {
   EXPECT_EQ(Written(source), Record(0x1p53, 1, 1));
   BinaryStream failed(whole);
   failed.setstate(std::ios::failbit);
-  EXPECT_EQ(source.WriteObject(failed) + NQURandom(source).ReadObject(failed), 0);
+  EXPECT_EQ(source.WriteObject(failed), 0);
+  EXPECT_EQ(NQURandom(source).ReadObject(failed), 0);
 }
 
 TEST(NQURandom, TextRecords) {
   const std::tuple<const char*, const char*, int, std::string> rows[] = {
-#include "golden/random_text_records.inc"
+#include "math/random/text_record_cases.inc"
   };
   const std::string text =
       "\n\t<Obj name=\"NQURandom\">\n\t\t<Double value=\"1234567\"/>"

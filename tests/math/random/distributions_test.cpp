@@ -25,7 +25,7 @@ const double kLogBound = std::log(2e9);  // both tails have 1e-9
 
 using Parameters = std::vector<std::pair<double, double>>;
 const std::map<std::string, Parameters> kParameters = {
-#include <golden/random_parameters.inc>
+#include <math/random/parameter_cases.inc>
 };
 
 // n values of draw(a, b), of which cdf(x, a, b) is P(X <= x), for each pair of parameters.

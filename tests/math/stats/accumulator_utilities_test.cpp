@@ -9,6 +9,7 @@
 #include <tuple>
 
 #include "support/displayed.h"
+#include "support/each.h"
 #include "support/special_values.h"
 
 using namespace NQMath_940;
@@ -21,16 +22,16 @@ using Ints = std::vector<int>;
 
 TEST(NQPackedInt, PacksAndUnpacks) {
   const std::tuple<int, Ints, Ints, Ints> rows[] = {
-#include "golden/packed_codes.inc"
+#include "math/stats/packed_code_cases.inc"
   };
   for (const auto& [lower, numbers, unpacked, want] : rows) {
     const NQPackedInt packer(static_cast<int>(numbers.size()), lower, numbers);
     Ints packed(5, -1), values, both = unpacked;
-    EXPECT_TRUE(packer.Pack(both, packed, true) && packer.Unpack(values, packed));
+    EXPECT_EACH(true, packer.Pack(both, packed, true), packer.Unpack(values, packed));
     EXPECT_EQ(packed, want);
     EXPECT_EQ(values, unpacked);
-    EXPECT_TRUE(packer.Pack(both, both, false) && both == want) << PrintToString(both);
-    EXPECT_TRUE(packer.Unpack(both, both) && both == unpacked) << PrintToString(both);
+    EXPECT_EACH(true, packer.Pack(both, both, false), both == want) << PrintToString(both);
+    EXPECT_EACH(true, packer.Unpack(both, both), both == unpacked) << PrintToString(both);
   }
 }
 
@@ -40,14 +41,15 @@ TEST(NQPackedInt, RefusesAndLeavesTheOutput) {
   Ints out = before;
   for (const Ints& values : {Ints{4, 1, 1}, Ints{1, 0, 1}, Ints{1, 1, INT_MIN}, Ints{1, 1}})
     EXPECT_FALSE(packer.Pack(values, out, true)) << PrintToString(values);
-  EXPECT_FALSE(packer.Pack({1, 1}, out, false) || packer.Unpack(out, {}) || out != before);
+  EXPECT_EACH(false, packer.Pack({1, 1}, out, false), packer.Unpack(out, {}), out != before);
   EXPECT_TRUE(packer.Pack({INT_MAX, INT_MIN, INT_MAX}, out, false));  // wraps around
-  EXPECT_EQ(packer.GetNDiffVal(-1) + packer.GetNDiffVal(2) + packer.GetNDiffVal(3), -1 + 5 - 1);
+  EXPECT_EQ((Ints{packer.GetNDiffVal(-1), packer.GetNDiffVal(2), packer.GetNDiffVal(3)}),
+            (Ints{-1, 5, -1}));
   for (const auto& [n, numbers] :
        {std::pair{0, Ints{1}}, {-1, Ints{1}}, {2, Ints{1}}, {2, Ints{1, 0}}, {1, Ints{INT_MIN}}}) {
     out = before;
-    EXPECT_FALSE(packer.SetForSequence(n, 0, numbers) || packer.Pack({0, 0}, out, true) ||
-                 packer.Unpack(out, {0, 0}) || out != before)
+    EXPECT_EACH(false, packer.SetForSequence(n, 0, numbers), packer.Pack({0, 0}, out, true),
+                packer.Unpack(out, {0, 0}), out != before)
         << n << PrintToString(numbers);
     EXPECT_EQ(packer.GetNDiffVal(0), -1);
   }
@@ -60,7 +62,7 @@ TEST(NQHashKey, HashFollowsElementsAndOffset) {
   other[1] = key[1];
   other[2] = key[2];
   EXPECT_EQ(key.GetHash(), (99 * 5) ^ (98 * 7));
-  EXPECT_TRUE(other.GetHash() == key.GetHash() && other < key && key != other);
+  EXPECT_EACH(true, other.GetHash() == key.GetHash(), other < key, key != other);
   wide[49] = INT_MAX;
   wide[50] = -2;
   EXPECT_EQ(wide.GetHash(), 2147483645 ^ -10);  // 3 (2^31 - 1) modulo 2^32, and 5 again
@@ -71,12 +73,16 @@ TEST(NQHashKey, HashFollowsElementsAndOffset) {
   EXPECT_EQ(NQHashKey::GetElementUpperBound(), 9377666);
   EXPECT_EQ(key.GetHash(), (90 * 5) ^ (89 * 7));
   other[0] = 100;
-  EXPECT_TRUE(other == key && other.GetHash() == key.GetHash());
-  EXPECT_EQ(NQHashKey(2).GetHash() + NQHashKey(-3).Size(), -9 * 5);
+  EXPECT_EACH(true, other == key, other.GetHash() == key.GetHash());
+  EXPECT_EQ(NQHashKey(2).GetHash(), -9 * 5);
+  EXPECT_EQ(NQHashKey(-3).Size(), 0);
   ASSERT_TRUE(NQHashKey::SetElementOffset(9377657 - 100));  // units of up to 100 combinations
   Ints packed;
   EXPECT_TRUE(NQPackedInt(3, 0, {10, 10, 2}).Pack({9, 9, 1}, packed, true));
   EXPECT_EQ(packed, Ints({99, 1}));
+  NQHashKey empty, moved(std::move(key));
+  EXPECT_EQ(empty.GetHash(), key.GetHash());  // equal, both without elements
+  EXPECT_EQ(moved.Size(), 3);
   ASSERT_TRUE(NQHashKey::SetElementOffset(0));
 }
 
@@ -88,7 +94,7 @@ TEST(NQTimeUtil, TicksStayInRange) {
   timer.Accumulate();
   timer.Accumulate();  // the start goes on: the same ticks again
   timer.GetTime(ticks, seconds, calls);
-  EXPECT_TRUE(ticks >= 4000 && seconds == ticks / 1e6 && calls == 2) << ticks;
+  EXPECT_EACH(true, ticks >= 4000, seconds == ticks / 1e6, calls == 2) << ticks;
   const int rows[][2] = {
       {INT_MIN, INT_MAX}, {-1, INT_MAX}, {INT_MAX, 0}, {INT_MAX, -INT_MAX}, {2, INT_MIN}};
   for (const auto& [taken, want] : rows) {
@@ -106,11 +112,13 @@ TEST(AccumulatorUtilities, DisplayAndNameTheirParts) {
   NQIterationReporter report;
   report.SetInfo(&c, 4, 5, 6.5, 7.5);
   EXPECT_EQ(report.VectorMeasure("paramEstim2"), nullptr);
-  EXPECT_EQ(report.ScaleMeasure("loglik") + report.ScaleMeasure("time"), 14);
+  EXPECT_EQ(report.ScaleMeasure("loglik"), 6.5);
+  EXPECT_EQ(report.ScaleMeasure("time"), 7.5);
   report.SetInfo(&a, &b, &c, 8, 9.5, nqtest::kMissing);
-  EXPECT_EQ(report.DiscreteMeasure("iterNum") + report.DiscreteMeasure("stepHalving"), 13);
-  EXPECT_TRUE(report.DiscreteMeasure("x") == -1 && report.ScaleMeasure("x") == nqtest::kMissing &&
-              report.VectorMeasure("x") == nullptr && report.VectorMeasure("paramEstim") == &a &&
+  EXPECT_EQ(report.DiscreteMeasure("iterNum"), 8);
+  EXPECT_EQ(report.DiscreteMeasure("stepHalving"), 5);
+  EXPECT_EACH(true, report.DiscreteMeasure("x") == -1, report.ScaleMeasure("x") == nqtest::kMissing,
+              report.VectorMeasure("x") == nullptr, report.VectorMeasure("paramEstim") == &a,
               report.VectorMeasure("paramEstim3") == &c);
   NQTimeUtil timer("sweep");
   timer.Decrement(-7);

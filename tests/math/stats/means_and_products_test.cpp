@@ -9,6 +9,7 @@
 
 #include "support/compare.h"
 #include "support/displayed.h"
+#include "support/each.h"
 #include "support/rect.h"
 #include "support/special_values.h"
 
@@ -88,7 +89,7 @@ TEST(MeansXProducts, EveryWayGivesTheExactRecord) {
 
 TEST(MeansXProducts, CertifiedMeanAndDeviation) {
   const double table[][6] = {
-#include "golden/stats_certified_deviations.inc"
+#include "math/stats/certified_deviation_cases.inc"
   };
   for (const auto& [mean, below, above, times, deviation, tolerance] : table) {
     Dense cases{{mean}};
@@ -105,7 +106,7 @@ TEST(MeansXProducts, CertifiedMeanAndDeviation) {
 TEST(MeansXProducts, ConstantColumnsHaveExactMeans) {
   const NQRectMatrix cases = ToRect(Dense(10, {0.1, 0.5, 0.7, 3}));
   NQMeansXProducts record(2, true, true, true), plain(4, true, false, false);
-  ASSERT_TRUE(record.Compute(cases, 0) && plain.Compute(cases, 0));
+  EXPECT_EACH(true, record.Compute(cases, 0), plain.Compute(cases, 0));
   EXPECT_CLOSE(record.GetNCases(), 21, 1e-15);
   EXPECT_EQ(record.GetMeans(), (Values{0.1, 0.5}));
   EXPECT_EQ(record.GetXProds().AsVectorConst(), Values(3));
@@ -116,7 +117,7 @@ TEST(MeansXProducts, ConstantColumnsHaveExactMeans) {
 TEST(MeansXProducts, RefusedAndEmptyBlocks) {
   const NQMeansXProducts good = Computed({{1, 2, 3, 1}, {4, 7, 1, 0.5}});
   const std::pair<Dense, bool> rows[] = {
-#include "golden/stats_blocks.inc"
+#include "math/stats/block_cases.inc"
   };
   for (const auto& [block, isEmpty] : rows) {
     SCOPED_TRACE(::testing::PrintToString(block));
@@ -128,10 +129,12 @@ TEST(MeansXProducts, RefusedAndEmptyBlocks) {
     for (const auto& r : {record, computed})
       EXPECT_EQ(ValuesOf(r), isEmpty ? Values(10) : ValuesOf(good));
   }
-  // Raw sums are of the variables that the record had then.
+  // Raw sums are of the variables that the record had then: they cannot be finished for others.
   NQMeansXProducts record(1, true, false, false);
-  EXPECT_TRUE(record.UpdateOnePass(ToRect({{1}, {3}}), 0) && record.SetNVars(2));
-  EXPECT_TRUE(record.UpdateOnePass(ToRect({{1, 5}, {3, 5}}), 0) && record.FinishUpdateOnePass());
+  EXPECT_EACH(true, record.UpdateOnePass(ToRect({{1}, {3}}), 0), record.SetNVars(2));
+  EXPECT_FALSE(record.FinishUpdateOnePass());
+  EXPECT_EACH(true, record.UpdateOnePass(ToRect({{1, 5}, {3, 5}}), 0),
+              record.FinishUpdateOnePass());
   EXPECT_EQ(ValuesOf(record), (Values{2, 2, 5, 2, 0, 0}));
 }
 
@@ -146,14 +149,33 @@ NQProvMeans Sample(bool intercept = true) {
 TEST(MeansXProdData, CasesInAndOutAndCopies) {
   for (const bool intercept : {true, false}) {
     NQMeansXProdData record(2, intercept);
-    EXPECT_TRUE(record.DeleteCase({0, 1}, -1) && record.AddCase({4, 6}, 1));
-    EXPECT_TRUE(record.AddCase({2, 5, kNaN}, 2) && record.AddCase({10, -6}, 0));
+    EXPECT_EACH(true, record.DeleteCase({0, 1}, -1), record.AddCase({4, 6}, 1));
+    EXPECT_EACH(true, record.AddCase({2, 5, kNaN}, 2), record.AddCase({10, -6}, 0));
     const NQMeansXProdData copy(record), moved(std::move(record));
     record = copy;
-    EXPECT_TRUE(record.AddCase({10, -6}, 4) && record.DeleteCase({10, -6}, 4));
+    EXPECT_EACH(true, record.AddCase({10, -6}, 4), record.DeleteCase({10, -6}, 4));
     for (const auto& r : {record, copy, moved}) EXPECT_EQ(ValuesOf(r), ValuesOf(Sample(intercept)));
-    EXPECT_TRUE(record.DeleteCase({7, 7}, 4) && ValuesOf(record) == Values(6)) << "W reached 0";
+    EXPECT_EACH(true, record.DeleteCase({7, 7}, 4), ValuesOf(record) == Values(6)) << "W reached 0";
   }
+}
+
+TEST(MeansXProdData, CovariancesAndCorrelations) {
+  NQMeansXProdData record, light(1, true);
+  NQSymMatrix out;
+  EXPECT_TRUE(record.SetData(true, 5, {1, 2, 3}, {4, 6, 16, 0, 0, 0}));
+  EXPECT_TRUE(record.GetCovariances(out));
+  EXPECT_EQ(out.AsVector(), (Values{1, 1.5, 4, 0, 0, 0}));
+  EXPECT_TRUE(record.GetCorrelations(out));
+  EXPECT_EQ(out.AsVector(), (Values{1, 0.75, 1, kMissing, kMissing, kMissing}));
+  EXPECT_TRUE(light.AddCase({1}, 1));
+  EXPECT_EACH(false, light.GetCovariances(out), NQMeansXProdData(1, true).GetCorrelations(out));
+  // Products whose ratio rounds to more than 1, and roots that only one by one stay in range.
+  EXPECT_TRUE(record.SetData(true, 5, {1, 2}, {0.1, 0.3000000000000001, 0.9}));
+  EXPECT_TRUE(record.GetCorrelations(out));
+  EXPECT_EQ(out.AsVector(), (Values{1, 1, 1}));
+  EXPECT_TRUE(record.SetData(true, 5, {1, 2}, {1e-300, 5e-301, 1e-300}));
+  EXPECT_TRUE(record.GetCorrelations(out));
+  EXPECT_CLOSE(out.GetElem(1, 0), 0.5, 1e-15);
 }
 
 TEST(MeansXProdData, RefusalsChangeNothing) {
@@ -162,11 +184,11 @@ TEST(MeansXProdData, RefusalsChangeNothing) {
   const NQMeansXProdData one(1, true), none;
   for (NQProvMeans r : {a, NQProvMeans(2, true)}) {
     const Values before = ValuesOf(r);
-    EXPECT_FALSE(r.SetNVars(-1) || r.SetData(true, -1, {1}, {1}) || r.SetData(true, 1, {1}, {}));
-    EXPECT_FALSE(r.Merge(raw) || r.Merge(List{&one}) || r.Merge(List{&none, &raw}));
-    EXPECT_FALSE(r.AddCase({1}, 1) || r.DeleteCase({1}, 1) || r.UpdateXX({1}, 1));
-    EXPECT_FALSE(r.AddCase({1, 1}, -5) || r.DeleteCase({1, 1}, 5) || r.AddCase({1, 1}, kNaN));
-    EXPECT_FALSE(r.Update({1}, 0) || r.Update({1, 1}, -4.5) || r.Update({1, 1}, kNaN));
+    EXPECT_EACH(false, r.SetNVars(-1), r.SetData(true, -1, {1}, {1}), r.SetData(true, 1, {1}, {}));
+    EXPECT_EACH(false, r.Merge(raw), r.Merge(List{&one}), r.Merge(List{&none, &raw}));
+    EXPECT_EACH(false, r.AddCase({1}, 1), r.DeleteCase({1}, 1), r.UpdateXX({1}, 1));
+    EXPECT_EACH(false, r.AddCase({1, 1}, -5), r.DeleteCase({1, 1}, 5), r.AddCase({1, 1}, kNaN));
+    EXPECT_EACH(false, r.Update({1}, 0), r.Update({1, 1}, -4.5), r.Update({1, 1}, kNaN));
     EXPECT_EQ(ValuesOf(r), before);
   }
   NQMeansXProdData stopped;
@@ -178,7 +200,7 @@ TEST(MeansXProdData, MergesWithEmptyAndWithItself) {
   NQMeansXProdData odd;  // values that the formulas would round
   ASSERT_TRUE(odd.SetData(true, 3.1, {0.1, 1 / 3.0}, {0.7, 1e-3, 1e300}));
   for (NQMeansXProdData empty : {NQMeansXProdData(), NQMeansXProdData(2, true)}) {
-    EXPECT_TRUE(empty.Merge(odd) && empty.Merge(NQMeansXProdData(2, true)));
+    EXPECT_EACH(true, empty.Merge(odd), empty.Merge(NQMeansXProdData(2, true)));
     EXPECT_EQ(ValuesOf(empty), ValuesOf(odd));
   }
   NQMeansXProdData many = Sample();
@@ -215,7 +237,7 @@ TEST(AccumXProdPair, EveryBatchSizeAndGroupingGivesTheExactStatistics) {
         AddCase(row.cases[k], all);
         EXPECT_TRUE(halves[k % 2].Merge(std::vector{&part}));
       }
-      EXPECT_TRUE(all.Finish() && halves[0].Merge(halves[1]));
+      EXPECT_EACH(true, all.Finish(), halves[0].Merge(halves[1]));
       ExpectNear(ValuesOf(all), row.pairs, kRawSums, row.name);
       ExpectNear(ValuesOf(halves[0]), row.pairs, kRawSums, row.name);
     }
@@ -224,7 +246,7 @@ TEST(AccumXProdPair, EveryBatchSizeAndGroupingGivesTheExactStatistics) {
 
 TEST(AccumXProdPair, FoldsWhenTheBatchAllows) {
   const std::tuple<int, Values, std::vector<bool>, Values, bool> runs[] = {
-#include "golden/stats_batches.inc"
+#include "math/stats/batch_cases.inc"
   };
   for (const auto& [nAccum, weights, returned, folded, finished] : runs) {
     NQAccumXProdPair pairs(2, nAccum);
@@ -240,11 +262,11 @@ TEST(AccumXProdPair, FoldsWhenTheBatchAllows) {
   for (const double x : {1, 2, 6}) EXPECT_TRUE(pairs.Update(0, x, 2 * x, 1));
   EXPECT_TRUE(pairs.Merge(pairs));
   EXPECT_DOUBLE_EQ(pairs.GetCovar().GetElem(0), 56.0 / 5);
-  EXPECT_TRUE(pairs.Update(0, 1, 1, 1) && pairs.Update(0, 2, 2, 1));
+  EXPECT_EACH(true, pairs.Update(0, 1, 1, 1), pairs.Update(0, 2, 2, 1));
   pairs.SetNAccum(2);
-  EXPECT_TRUE(pairs.Update(0, 3, 3, 1) && pairs.Update(0, 4, 4, 1));
+  EXPECT_EACH(true, pairs.Update(0, 3, 3, 1), pairs.Update(0, 4, 4, 1));
   pairs.InitAccumCounts(0);
-  EXPECT_TRUE(pairs.Finish() && NQAccumXProdPair(1, 1).Finish());
+  EXPECT_EACH(true, pairs.Finish(), NQAccumXProdPair(1, 1).Finish());
   EXPECT_EQ(pairs.GetStats(0).nCases, 9);
   // A pair that has no cases does not keep the next one from being finished.
   NQAccumXProdPair three(3, 9);
@@ -253,13 +275,27 @@ TEST(AccumXProdPair, FoldsWhenTheBatchAllows) {
   EXPECT_EQ(three.GetStats(2).nCases, 4);
 }
 
+// Variances are those of the pair; of the covariance matrix, of the pair with most cases.
+TEST(AccumXProdPair, CovarianceAndCorrelationMatrices) {
+  NQAccumXProdPair pairs(3, 1);
+  NQSymMatrix out;
+  EXPECT_EACH(true, pairs.SetStats(0, {5, 0, 0, 4, 9}, 3), pairs.SetStats(1, {7, 0, 0, 16, 25}, 10),
+              pairs.SetStats(2, {6, 0, 0, 0, 36}, 1));
+  EXPECT_TRUE(pairs.GetCorrelationMatrix(out));
+  EXPECT_EQ(out.AsVector(), (Values{1, 0.5, 1, 0.5, kMissing, 1}));
+  EXPECT_TRUE(pairs.GetCovarianceMatrix(out));
+  EXPECT_EQ(out.AsVector(), (Values{25, 3, 36, 10, 1, 16}));
+  EXPECT_TRUE(NQAccumXProdPair(1, 1).GetCovarianceMatrix(out));
+  EXPECT_EQ(out.AsVector(), Values{kMissing});
+}
+
 TEST(AccumXProdPair, RefusalsChangeNothing) {
   NQAccumXProdPair a(3, 1), b(2, 1), none(-3, 0);
   const std::string before = Displayed(a);
-  EXPECT_FALSE(a.Update(3, 1, 0, 1, 9) || a.Update(1, 1, -1, 1, 9) || a.Update(1, 1, 1, 1, 9));
-  EXPECT_FALSE(a.Update(-1, 1, 1, 9) || a.Update(3, 1, 1, 9) || a.IncrStats(3));
-  EXPECT_FALSE(a.Merge(b) || a.Merge(std::vector{&b}) || a.Merge(std::vector{&none}));
-  EXPECT_FALSE(a.SetStats(3, {2, 0, 0, 0, 0}, 0) || a.SetStats(0, {1, 0, 0, 0, 0}, 0));
+  EXPECT_EACH(false, a.Update(3, 1, 0, 1, 9), a.Update(1, 1, -1, 1, 9), a.Update(1, 1, 1, 1, 9));
+  EXPECT_EACH(false, a.Update(-1, 1, 1, 9), a.Update(3, 1, 1, 9), a.IncrStats(3));
+  EXPECT_EACH(false, a.Merge(b), a.Merge(std::vector{&b}), a.Merge(std::vector{&none}));
+  EXPECT_EACH(false, a.SetStats(3, {2, 0, 0, 0, 0}, 0), a.SetStats(0, {1, 0, 0, 0, 0}, 0));
   EXPECT_EQ(Displayed(a), before);
 }
 
@@ -282,7 +318,7 @@ TEST(AccumXProdPair, CorrelationsOfTheArrayAsItLies) {
 TEST(MeansAndProducts, Display) {
   NQMeansXProducts products;
   NQAccumXProdPair pairs(2, 3);
-  EXPECT_TRUE(products.Merge(Sample()) && pairs.SetStats(0, {2, 4, 5, 6, 7}, 8));
+  EXPECT_EACH(true, products.Merge(Sample()), pairs.SetStats(0, {2, 4, 5, 6, 7}, 8));
   EXPECT_TRUE(pairs.Update(1, 2, 0, 3, 0.5));
   const char* const want =
 #include "golden/means_and_products_display.inc"

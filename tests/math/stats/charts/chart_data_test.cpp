@@ -9,6 +9,7 @@
 
 #include "support/compare.h"
 #include "support/displayed.h"
+#include "support/each.h"
 #include "support/element_text.h"
 #include "support/special_values.h"
 
@@ -39,12 +40,12 @@ TEST(ChartBins, AnyNumberHasABin) {
   constexpr std::size_t kLast = INT_MAX - 1;
   const std::tuple<const char*, int, Doubles, int, double, Doubles, std::vector<std::size_t>>
       rows[] = {
-#include "golden/stats_chart_bins.inc"
+#include "math/stats/charts/bin_cases.inc"
       };
   for (const auto& [label, nWanted, range, nFitted, wantLength, x, bins] : rows) {
     int nBins = nWanted;
     const double length = internal::FitBins(nBins, range[0], range[1]);
-    EXPECT_TRUE(nBins == nFitted && length == wantLength) << label << length;
+    EXPECT_EACH(true, nBins == nFitted, length == wantLength) << label << length;
     for (std::size_t i = 0; i < x.size(); ++i)
       EXPECT_EQ(internal::BinOf(x[i], range[0], length, nBins), bins[i]) << label << ' ' << x[i];
   }
@@ -52,7 +53,7 @@ TEST(ChartBins, AnyNumberHasABin) {
 
 TEST(NQHistogramData, ExactRationalsWeightsOfZeroAndCancellation) {
   const std::tuple<const char*, Doubles, Rows, Doubles, Rows> rows[] = {
-#include "golden/stats_chart_histogram.inc"
+#include "math/stats/charts/histogram_cases.inc"
 #include "reference/chart_histogram.inc"
   };
   for (const auto& [label, shape, cases, want, bins] : rows) {
@@ -80,10 +81,28 @@ TEST(NQScatterPlotData, ExactRationals) {
   }
 }
 
+TEST(ChartData, LimitsOfBins) {
+  NQHistogramData four(4, 0, 8, false);
+  four.UpdateData(3, 1, 100);
+  EXPECT_EQ(four.GetBinMean(3), 100);
+  EXPECT_EQ((Doubles{four.GetBinFrequency(3), four.GetBinFrequency(4), four.GetBinMean(0)}),
+            (Doubles{3, kMissing, kMissing}));
+  NQScatterPlotData cells(2, 1, 0, 5, 4, 6, true), points;
+  cells.UpdateData(2, 1, 3, 9);
+  EXPECT_EQ((Doubles{cells.GetCellFrequency(1, 0), cells.GetCellFrequency(0, 1),
+                     cells.GetCellFrequency(-1, 0), points.GetCellFrequency(0, 0)}),
+            (Doubles{2, kMissing, kMissing, kMissing}));
+  Doubles limits;
+  for (int i = -1; i <= 5; ++i) limits.push_back(four.GetBinLimit(i));
+  for (int i = 0; i <= 3; ++i) limits.push_back(cells.GetBinLimitX(i));
+  for (int i = 0; i <= 1; ++i) limits.push_back(cells.GetBinLimitY(i));
+  EXPECT_EQ(limits, (Doubles{kMissing, 0, 2, 4, 6, 8, kMissing, 0, 2, 4, kMissing, 5, 6}));
+}
+
 TEST(NQBarChartData, RefusesWhatIsNoCategory) {
   NQBarChartData three(3, true), none(-1, true);
   for (const double category : {-1.0, 3.0, kNaN, -0.5, kInf, kMissing})
-    EXPECT_FALSE(three.UpdateData(1, category) || none.UpdateData(1, category)) << category;
+    EXPECT_EACH(false, three.UpdateData(1, category), none.UpdateData(1, category)) << category;
   EXPECT_EQ(three.GetTotalWeight(), 0);
   three.GenerateNQVariateData("", {});  // no share is 0 / 0
   EXPECT_NE(Displayed(three).find("weight (size = 3)\n  0 0 0\n"), std::string::npos);
@@ -94,14 +113,14 @@ TEST(ChartData, VariateDataIsMadeOnce) {
   for (const double x : {1.0, 3.0}) histogram.UpdateData(1, 1, x);
   NQBarChartData shares(3, true), weights(3, false);
   for (const auto& [w, category] : {std::pair{1.0, 0.0}, {3.0, 1.9}, {0.0, 2.999}})
-    EXPECT_TRUE(shares.UpdateData(w, category) && weights.UpdateData(w, category)) << category;
+    EXPECT_EACH(true, shares.UpdateData(w, category), weights.UpdateData(w, category)) << category;
   NQScatterPlotData points, cells(2, 2, 0, 0, 2, 2, true), huge(INT_MAX, INT_MAX, 0, 0, 1, 1, true);
   for (NQScatterPlotData* plot : {&points, &cells, &huge}) {
     plot->UpdateData(2, 1, 1.5, 0.5);
     plot->UpdateData(1, 1, 0.5, 1.5);
     plot->UpdateData(0, 1, 5, kNaN);
     plot->UpdateData(4, 0, kInf, 0.5);
-    EXPECT_TRUE(plot->GetNQVariateData().GetCounts().empty() && plot->GetTotalWeight() == 7);
+    EXPECT_EACH(true, plot->GetNQVariateData().GetCounts().empty(), plot->GetTotalWeight() == 7);
   }
   EXPECT_EQ(points.GetYCoordinates().GetDoubles()->size(), 4U);
   EXPECT_EQ(cells.GetYCoordinates().GetDoubles()->size(), 0U);
