@@ -7,6 +7,12 @@ namespace NQMath_940 {
 
 // The cancel flag that a computation polls. It only ever goes from false to true: a cancel once
 // seen stays seen, and the application is not asked again. One computation at a time.
+//
+//   NQCancelInfo cancel(query);              // the application's NQQueryCancel, or null
+//   for (int pass = 1; pass <= most; ++pass) {
+//     if (cancel.IsCancel()) return false;   // what was computed so far is given up
+//     ...
+//   }
 class NQ_API NQCancelInfo {
  public:
   // `query` is not owned; null means that only SetCancel cancels.

@@ -67,9 +67,10 @@ class NQ_API NQMeansXProdData {
   //   W' = W1 + W2,  m = m1 + (m2 - m1) W2 / W'
   //   XP1 + XP2 + W1 (m_i - m1_i) (m_j - m1_j) + W2 (m_i - m2_i) (m_j - m2_j)    with intercept
   //   XP1 + XP2                                                                  without
-  // (Chan, Golub and LeVeque 1983). Into an empty record it is an exact copy. A record without
-  // variables takes p and the intercept flag of the other first. True, nothing changed, when W' <=
-  // 0. False unless p and the flags agree.
+  // (Chan, Golub and LeVeque 1983). The means count as exact: digits that they have more than the
+  // deviations are lost (docs/numerics.md). Into an empty record it is an exact copy. A record
+  // without variables takes p and the intercept flag of the other first. True, nothing changed,
+  // when W' <= 0. False unless p and the flags agree.
   bool Merge(const NQMeansXProdData& other);
   // Merges the entries in order, passing over null ones, up to the first that fails. False, too,
   // unless the first entry has variables, as many as this record or this record none.
