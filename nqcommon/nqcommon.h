@@ -96,6 +96,7 @@
 #include <nqcommon/output/NQDataModelTags.h>
 #include <nqcommon/output/NQPMMLExporter.h>
 #include <nqcommon/output/NQPMMLTags.h>
+#include <nqcommon/output/NQRegressionTags.h>
 #include <nqcommon/output/NQStatXMLTags.h>
 #include <nqcommon/output/NQStatXMLUtil.h>
 #include <nqcommon/output/NQVariateData.h>

@@ -26,14 +26,14 @@ class NQWarnings;
 // Result      a new element, which the caller owns; in `out`, whose old value is not read.
 // Attributes  in the order told. A name, label, description, margin or statistic in [brackets] is
 //             left out when it is empty or system-missing. Numbers are as ReplaceSep writes them.
-// Failure     an error status. `out` is null, but for the two operations on fields, which stop at
+// Failure     an error status. `out` is null, but for the three operations on fields, which stop at
 //             the field that failed and hand out what they have, complete with its count. Where
 //             memory ends the status is kNoMemory and the element null, also of operations without
 //             a status; AddDoublesList alone throws std::bad_alloc, the element as it was.
 // Threads     one object, one thread at a time; const operations may run together.
 //
-//   Root, header, statistics, extensions    NQPMMLExporter.cpp
-//   Data dictionary, data model             NQPMMLExporter_fields.cpp
+//   Root, header, statistics, extensions         NQPMMLExporter.cpp
+//   Data dictionary, mining schema, data model   NQPMMLExporter_fields.cpp
 class NQ_API NQPMMLExporter {
  public:
   enum ErrorCode : long {
@@ -80,6 +80,20 @@ class NQ_API NQPMMLExporter {
   // Failure  kFieldIndexOutOfRange, kNoVariableAtIndex.
   NQStatus ExportDataDictionary(const NQXML_940::NQVarList& variables,
                                 const std::vector<int>& indices, NQXML_940::XMLElement*& out) const;
+
+  // MiningSchema: a MiningField for each index, in the order given, or without indices for each
+  // variable but those of role RoleUnused.
+  //
+  // MiningField name usageType [outliers lowValue highValue] [missingValueReplacement]
+  //   usageType  "target" of targets and responses, "frequencyWeight", "active" of inputs and
+  //              undefined roles, else "supplementary": possible inputs, record IDs, unused variables
+  //   outliers   "asMissingValues" or "asExtremeValues" outside the minimum and maximum, of a
+  //              continuous variable that asks for it
+  //   missingValueReplacement  the variable's, when it has one
+  //
+  // Failure  kFieldIndexOutOfRange, kNoVariableAtIndex.
+  NQStatus ExportMiningSchema(const NQXML_940::NQVarList& variables,
+                              const std::vector<int>& indices, NQXML_940::XMLElement*& out) const;
 
   // DataModel: a clone of the list's formats element, if any; Fields count: a Field for each index,
   // in the order given, or without indices for each variable.

@@ -1,6 +1,7 @@
 #include <nqcommon/output/NQPMMLExporter.h>
 
 #include <nqcommon/model/NQCatVar.h>
+#include <nqcommon/model/NQContVar.h>
 #include <nqcommon/model/NQVarList.h>
 #include <nqcommon/output/NQDataModelTags.h>
 #include <nqcommon/output/NQPMMLTags.h>
@@ -13,6 +14,7 @@ using namespace NQPMMLTags;
 using NQXML_940::INQEncoder;
 using NQXML_940::INQVariable;
 using NQXML_940::NQCatVar;
+using NQXML_940::NQContVar;
 using NQXML_940::NQVarList;
 using NQXML_940::XMLElement;
 using NQXML_940::internal::ElementPtr;
@@ -39,6 +41,10 @@ const NQCatVar* AsBinaryFlag(const INQVariable& variable) {
   return categorical && categorical->IsBinaryFlag() ? categorical : nullptr;
 }
 
+bool IsUsed(const INQVariable& variable) {
+  return variable.GetVariableRole() != INQVariable::RoleUnused;
+}
+
 // The indices, or without any the positions of the variables to be included.
 template <class Included>
 std::vector<int> Selected(const NQVarList& variables, const std::vector<int>& indices,
@@ -62,7 +68,7 @@ NQStatus FieldError(const NQVarList& variables, int index) {
 }
 
 // Adds the element that `make` makes of each field, up to the first error; then, in any case, the
-// attribute of their number.
+// attribute of their number, where it has a name.
 template <class Make>
 NQStatus AddFields(XMLElement& parent, const NQVarList& variables, const std::vector<int>& indices,
                    const std::string& countName, Make make) {
@@ -77,7 +83,7 @@ NQStatus AddFields(XMLElement& parent, const NQVarList& variables, const std::ve
     parent.AddElement(make(*variable).release());
     ++count;
   }
-  NQXML_940::internal::AddAttribute(parent, countName, count);
+  if (!countName.empty()) NQXML_940::internal::AddAttribute(parent, countName, count);
   return status;
 }
 
@@ -183,6 +189,40 @@ ElementPtr NewDataField(const INQVariable& variable) {
   return field;
 }
 
+// ---- Mining schema ------------------------------------------------------------------------------
+
+const char* UsageType(INQVariable::VariableRole role) {
+  switch (role) {
+    case INQVariable::RoleTarget:
+    case INQVariable::RoleTargetResponse:
+      return "target";
+    case INQVariable::RoleFrequencyWeight:
+      return "frequencyWeight";
+    case INQVariable::RolePossibleInput:
+    case INQVariable::RoleUnused:
+    case INQVariable::RoleRecordID:
+      return "supplementary";
+    default:
+      return "active";
+  }
+}
+
+ElementPtr NewMiningField(const INQVariable& variable) {
+  ElementPtr field =
+      NewElement(XML_ELE_MININGFIELD, XML_ATT_MININGFIELDNAME, variable.GetVariableName(),
+                 XML_ATT_MININGFIELDUSE, UsageType(variable.GetVariableRole()));
+  const auto* continuous = dynamic_cast<const NQContVar*>(&variable);
+  if (continuous && continuous->GetOutlierHandleMethod() != NQContVar::OutlierAsIs) {
+    const bool isExtreme = continuous->GetOutlierHandleMethod() == NQContVar::OutlierAsExtreme;
+    NQXML_940::internal::AddAttributes(
+        *field, XML_ATT_OUTLIERS, isExtreme ? XML_VAL_ASEXTREMEVALUES : XML_VAL_ASMISSINGVALUES,
+        XML_ATT_LOWVALUE, continuous->GetMin(), XML_ATT_HIGHVALUE, continuous->GetMax());
+  }
+  if (std::string replacement; variable.GetMissingValueReplacement(replacement))
+    field->AddAttribute(XML_ATT_MISSINGVALUEREPLACE, replacement);
+  return field;
+}
+
 // ---- Data model ---------------------------------------------------------------------------------
 
 const std::string& Measure(const INQVariable& variable) {
@@ -244,15 +284,25 @@ ElementPtr NewField(const INQVariable& variable) {
 NQStatus NQPMMLExporter::ExportDataDictionary(const NQVarList& variables,
                                               const std::vector<int>& indices,
                                               XMLElement*& out) const {
-  const auto isUsed = [](const INQVariable& variable) {
-    return variable.GetVariableRole() != INQVariable::RoleUnused;
-  };
   NQStatus status;
   const NQStatus exported = internal::Export(out, [&] {
     ElementPtr dictionary = NewElement(XML_ELE_DATADICTIONARY);
-    status = AddFields(*dictionary, variables, Selected(variables, indices, isUsed),
+    status = AddFields(*dictionary, variables, Selected(variables, indices, IsUsed),
                        XML_ATT_NUMBEROFFIELDS, NewDataField);
     return dictionary;
+  });
+  return exported.IsOK() ? status : exported;
+}
+
+NQStatus NQPMMLExporter::ExportMiningSchema(const NQVarList& variables,
+                                            const std::vector<int>& indices,
+                                            XMLElement*& out) const {
+  NQStatus status;
+  const NQStatus exported = internal::Export(out, [&] {
+    ElementPtr schema = NewElement(XML_ELE_MININGSCHEMA);
+    status =
+        AddFields(*schema, variables, Selected(variables, indices, IsUsed), "", NewMiningField);
+    return schema;
   });
   return exported.IsOK() ? status : exported;
 }

@@ -7,6 +7,7 @@
 #include <nqcommon/model/NQApplicInfo4XML.h>
 #include <nqcommon/model/NQCatNumEncoder.h>
 #include <nqcommon/model/NQCatVar.h>
+#include <nqcommon/model/NQContVar.h>
 #include <nqcommon/model/NQUniStats.h>
 #include <nqcommon/model/NQVarList.h>
 
@@ -48,6 +49,9 @@ std::string Header(const NQApplicInfo4XML* info, const char* text, bool withTime
 }
 std::string Dictionary(const NQVarList& list, const Ints& indices) {
   return Exported([&](auto*& out) { return kExporter.ExportDataDictionary(list, indices, out); });
+}
+std::string Schema(const NQVarList& list, const Ints& indices) {
+  return Exported([&](auto*& out) { return kExporter.ExportMiningSchema(list, indices, out); });
 }
 std::string Model(const NQVarList& list, const Ints& indices) {
   return Exported([&](auto*& out) { return kExporter.ExportDataModel(list, indices, out); });
@@ -115,6 +119,11 @@ TEST(PMMLExporter, Bytes) {
     codes.GetVarAt(i)->SetVariableStorage(static_cast<V::VariableStorage>(code));
   }
   const NQVarList kinds = Kinds();
+  for (const int i : {5, 6}) {
+    auto& variable = dynamic_cast<NQContVar&>(*codes.GetVarAt(i));
+    variable.SetOutlierHandleMethod(static_cast<NQContVar::OutlierHandleMethod>(i - 4));
+    variable.SetMissingValueReplacement("0.5");
+  }
   gapped.AddContVar("x", "X", 0, 1, V::RoleInput, false, 0);
   gapped.GetVarAt(0)->SetFieldFormatElement(XMLElement::Create("f"));
   gapped.AddContVar("gone", "", 0, 1, V::RoleInput, false, 0);
