@@ -2,6 +2,7 @@
 // of matrices in nine storages, one set of checks. Tridiagonal systems.
 #include <gtest/gtest.h>
 
+#include <nqcommon/math/matrix/linpack/Blas1.h>
 #include <nqcommon/math/matrix/linpack/Linpack.h>
 
 #include <array>
@@ -257,6 +258,23 @@ TEST(LinpackFactors, Failures) {
         EXPECT_EQ(inertia, wantedInertia);
       }
     }
+  }
+}
+
+// Each element by one dot product from the first row down, whatever is computed side by side.
+TEST(LinpackFactors, CholeskyInThePublishedOrder) {
+  std::mt19937 random(8);
+  for (int n : {3, 8, 23, 262}) {
+    Mat a(n, n, [&](int i, int j) { return (i == j) * n + 1e-9 * static_cast<double>(random()); });
+    Mat want = a;
+    for (int j = 0; j < n; ++j) {
+      for (int k = 0; k <= j; ++k) {
+        const double rest = want(k, j) - Blas1::DDot(k, &want(0, k), 1, &want(0, j), 1);
+        want(k, j) = k < j ? rest / want(k, k) : std::sqrt(rest);
+      }
+    }
+    EXPECT_EQ(Linpack::Dpofa(a, a.ld, n), 0);
+    EXPECT_TRUE(AreSame(a.data, want.data)) << n;
   }
 }
 
