@@ -39,8 +39,9 @@ bool INQRectMatrix::ExtractColumns(const std::vector<int>& indices, INQRectMatri
               [&](NQRectMatrix& result) {
                 for (int i = 0; i < GetNRows(); ++i) {
                   CopyRowToRow(i, 0, row);
+                  const double* from = row.GetRowPtr(0);
                   double* to = result.GetRowPtr(i);
-                  for (int j : indices) *to++ = row.GetElem(0, j);
+                  for (int j : indices) *to++ = from[j];
                 }
               });
 }

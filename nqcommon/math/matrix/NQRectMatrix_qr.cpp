@@ -8,6 +8,7 @@
 #include <nqcommon/math/kernels/dense_kernels.h>
 #include <nqcommon/math/kernels/strided.h>
 #include <nqcommon/math/matrix/NQSymMatrix.h>
+#include <nqcommon/math/matrix/linpack/Linpack.h>
 
 namespace NQMath_940 {
 namespace {
@@ -50,33 +51,25 @@ class Reflections {
   double* V(std::size_t i, std::size_t j) { return fvV.data() + i * fN + j; }
   double* T(std::size_t first) { return fvT.data() + first * kPanel; }
 
+  // LINPACK factors the panel, which goes by columns there. Its v have their first elements, the
+  // reciprocals of tau, in v0; 0 where there is no reflection.
   void FactorPanel(double* a, std::size_t first) {
-    const std::size_t end = first + Width(first);
-    for (std::size_t j = first; j < end; ++j) {
-      const double tau = MakeReflection(a, j);
-      T(first)[(j - first) * (kPanel + 1)] = tau;
-      double* products = fvProducts.data();  // v' times the columns to the right
-      std::fill(products, products + (end - j), 0.0);
-      for (std::size_t i = j; i < fM; ++i)
-        AddScaled(end - j - 1, *V(i, j), a + i * fN + j + 1, products);
-      for (std::size_t i = j; i < fM; ++i)
-        AddScaled(end - j - 1, -tau * *V(i, j), products, a + i * fN + j + 1);
+    const std::size_t width = Width(first), rows = fM - first;
+    double* panel = fvChange.data();
+    double* v0 = fvProducts.data();
+    for (std::size_t i = 0; i < rows; ++i) {
+      for (std::size_t j = 0; j < width; ++j) panel[j * rows + i] = a[(first + i) * fN + first + j];
+    }
+    Linpack::Dqrdc(panel, static_cast<int>(rows), static_cast<int>(rows), static_cast<int>(width),
+                   v0, nullptr, nullptr, 0);
+    for (std::size_t j = 0; j < width; ++j) {
+      const double* column = panel + j * rows;
+      for (std::size_t i = 0; i <= j; ++i) a[(first + i) * fN + first + j] = column[i];
+      for (std::size_t i = j; i < rows; ++i) *V(first + i, first + j) = column[i];
+      *V(first + j, first + j) = v0[j];
+      T(first)[j * (kPanel + 1)] = v0[j] != 0 ? 1 / v0[j] : 0;
     }
     FormT(first);
-  }
-
-  // Makes column j of V from column j of a, whose diagonal element becomes that of the triangle, and
-  // returns tau. No square or sum leaves the range of doubles on the way.
-  double MakeReflection(double* a, std::size_t j) {
-    double* x = a + j * fN + j;
-    const auto step = static_cast<internal::Index>(fN);
-    const double norm = internal::Nrm2(static_cast<internal::Index>(fM - j), x, step);
-    *V(j, j) = 1;
-    if (norm == 0) return 0;
-    const double cosine = *x / norm, sign = std::copysign(1.0, cosine);
-    for (std::size_t i = j + 1; i < fM; ++i) *V(i, j) = a[i * fN + j] / norm / (cosine + sign);
-    *x = -sign * norm;
-    return 1 + std::fabs(cosine);
   }
 
   // Column j of T, whose diagonal holds the tau: -tau(j) T V'v(j) above the diagonal.
@@ -113,7 +106,7 @@ class Reflections {
   std::vector<double> fvV;         // m x n, a lower trapezoid
   std::vector<double> fvT;         // the T of each panel, kPanel values a row
   std::vector<double> fvProducts;  // scratch: V'C and T V'C
-  std::vector<double> fvChange;    // scratch: V T V'C
+  std::vector<double> fvChange;    // scratch: a panel, V T V'C
 };
 
 }  // namespace

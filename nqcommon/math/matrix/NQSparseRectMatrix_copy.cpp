@@ -67,13 +67,19 @@ bool NQSparseRectMatrix::CopyRows(const INQRectMatrix& src, int first, int count
     return false;
   const NQSparseRectMatrix* sparse = internal::AsSparse(src);
   const NQRectMatrix* dense = internal::AsDenseRect(src);
+  const std::size_t n = At(src.GetNCols());
   NQSparseRectMatrix result(std::max(count, 1), src.GetNCols(), fNEntries);
   if (!result.IsValidMatrix()) return false;
-  for (int i = first; i < first + count; ++i) {
-    const int to = result.fNRows++;
-    const bool fits =
-        sparse ? result.StoreWhatFits(to, StoredIn(*sparse, i))
-               : result.StoreWhatFits(to, DenseRun{dense->GetRowPtr(i), At(src.GetNCols())});
+  if (sparse && sparse->fNEntries == fNEntries) {
+    const auto from = static_cast<std::ptrdiff_t>(At(first) * Entries());
+    std::copy_n(sparse->fvElems.begin() + from, At(count) * Entries(), result.fvElems.begin());
+    std::copy_n(sparse->fvIndices.begin() + from, At(count) * Entries(), result.fvIndices.begin());
+    result.fNRows = count;
+  }
+  while (result.fNRows < count) {
+    const int i = first + result.fNRows, to = result.fNRows++;
+    const bool fits = sparse ? result.StoreWhatFits(to, StoredIn(*sparse, i))
+                             : result.StoreWhatFits(to, DenseRun{dense->GetRowPtr(i), n});
     if (!fits) return false;
   }
   *this = std::move(result);
