@@ -3,6 +3,7 @@
 #include <utility>
 
 #include <nqcommon/common/NQMV.h>
+#include <nqcommon/common/memory_guard.h>
 #include <nqcommon/math/kernels/packed_algebra.h>
 #include <nqcommon/math/matrix/internal/argument_checks.h>
 #include <nqcommon/math/matrix/internal/matrix_entries.h>
@@ -23,6 +24,7 @@ using internal::MultiplyInto;
 using internal::RowsAt;
 using internal::RowsOf;
 using internal::TransposeOf;
+using NQCommon_940::GuardMemory;
 using NQCommon_940::NQMV;
 
 // ---- Matrices ----------------------------------------------------------------------------------
@@ -53,11 +55,12 @@ bool NQRectMatrix::ComputeBlockDiagSR(const INQSymMatrix& s, NQRectMatrix& out) 
   const int n = s.GetNRows();
   const bool wholeBlocks = n > 0 ? fNRows % n == 0 : n == 0 && fNRows == 0;
   NQRectMatrix result(fNRows, fNCols, false);
-  if (!IsValidMatrix() || !wholeBlocks || !result.IsValidMatrix()) return false;
-  for (int first = 0; first < fNRows; first += n)
-    internal::SymmetricTimes(s, RowsAt(GetRowPtr(first), Cols()), Cols(), result.GetRowPtr(first));
-  out = std::move(result);
-  return true;
+  return IsValidMatrix() && wholeBlocks && result.IsValidMatrix() && GuardMemory([&] {
+           for (int first = 0; first < fNRows; first += n)
+             internal::SymmetricTimes(s, RowsAt(GetRowPtr(first), Cols()), Cols(),
+                                      result.GetRowPtr(first));
+           out = std::move(result);
+         });
 }
 
 // sr2 has the products S R2_b one below the other, so that R1' sr2 sums over the blocks.

@@ -283,6 +283,7 @@ TEST(NQRectMatrixEstimability, NaNInOneRow) {
             Indices(3, 1));
   EXPECT_EACH(true, set == NQBitSet(Bits{true, false, true}), kept == (Indices{0, 2}),
               out.GetElem(2, 1) == 4, r.EstimateLinearGI({1, 2, 3}, x, 1e-12) == 1);
+  EXPECT_LE(Distance({x}, {{1, 0, 0.5}}), 1e-14);
   EXPECT_EACH(true, r.QRDecompositionH(s, q), std::isnan(s.GetElem(1, 1)),
               out.ResidOfOrthProjection(r, 1e-9, set, rest) == 2);
   EXPECT_EACH(false, set.IsIn(1), r.IsEstimable(r, set, 1e-9), rest.InSet() > 0);
