@@ -1,6 +1,8 @@
 #include <nqcommon/math/matrix/INQSymMatrix.h>
 
 #include <algorithm>
+#include <cmath>
+#include <numbers>
 
 #include <nqcommon/common/NQMV.h>
 #include <nqcommon/common/memory_guard.h>
@@ -22,6 +24,10 @@ using internal::RowsAt;
 using internal::RowsOf;
 using NQCommon_940::GuardMemory;
 using NQCommon_940::NQMV;
+
+double LogDeterminant(const NQDeterminant& det) {
+  return std::log(std::fabs(det.first)) + det.second * std::numbers::ln10;
+}
 
 INQSymMatrix::~INQSymMatrix() = default;
 

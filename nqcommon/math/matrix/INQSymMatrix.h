@@ -15,6 +15,9 @@ class INQRectMatrix;
 // 0.
 using NQDeterminant = std::pair<double, int>;
 
+// ln |det|, minus infinity for a determinant of 0.
+NQ_API double LogDeterminant(const NQDeterminant& det);
+
 // Symmetric matrix S of order n, whatever its storage: dense, diagonal or block-diagonal.
 //
 // Names     S is this matrix; L its lower triangle read as a triangular factor; v, w vectors;

@@ -314,6 +314,14 @@ class NQ_API NQSymMatrix : public INQSymMatrix, private MatrixStorage<TriangleSh
   // With the last row the target and the predictor rows in `set` swept in: out[j] = s(n-1, j), the
   // coefficient, for j in the set, and 0 for the other rows before the last.
   bool GetRegCoeffs(std::vector<double>& out, const NQBitSet& set) const;
+  // The same regression with its intercept, S being made of products about the means: `means` are
+  // those of the predictors and, last, the target, of cases whose weights sum to sumOfWeights.
+  // coefficients = (intercept, out of GetRegCoeffs); the residual variance times `inverse`, of order
+  // n, is their covariance matrix: the inverse of (1, X)'W(1, X). Without means, S being made of
+  // raw products, there is no intercept: its coefficient and its row of the inverse are 0, as those
+  // of rows that are not in the set. False unless means has n values or none.
+  bool GetRegression(const NQBitSet& set, const std::vector<double>& means, double sumOfWeights,
+                     std::vector<double>& coefficients, NQSymMatrix& inverse) const;
 
   // ---- Diagnostic display (NQSymMatrix_display.cpp) --------------------------------------------
 

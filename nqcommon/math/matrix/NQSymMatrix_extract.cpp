@@ -1,7 +1,9 @@
 #include <nqcommon/math/matrix/NQSymMatrix.h>
 
 #include <algorithm>
+#include <utility>
 
+#include <nqcommon/common/memory_guard.h>
 #include <nqcommon/math/kernels/packed_triangle.h>
 #include <nqcommon/math/matrix/internal/matrix_results.h>
 
@@ -69,6 +71,43 @@ bool NQSymMatrix::GetRegCoeffs(std::vector<double>& out, const NQBitSet& set) co
     if (!set.IsIn(static_cast<int>(j))) out[j] = 0;
   }
   return true;
+}
+
+bool NQSymMatrix::GetRegression(const NQBitSet& set, const std::vector<double>& means,
+                                double sumOfWeights, std::vector<double>& coefficients,
+                                NQSymMatrix& inverse) const {
+  const int target = fNRows - 1;
+  std::vector<double> b;
+  if (fNRows < 1 || (!means.empty() && !HasOrder(means.size())) || !GetRegCoeffs(b, set))
+    return false;
+  return NQCommon_940::GuardMemory(false, [&] {
+    b.insert(b.begin(), 0.0);
+    // Swept rows hold minus the inverse of the predictors' products.
+    NQSymMatrix result(fNRows, true);
+    if (!result.IsValidMatrix()) return false;
+    for (int i = 0; i < target; ++i) {
+      for (int j = 0; j <= i; ++j) {
+        if (set.IsIn(i) && set.IsIn(j)) result.SetElem(i + 1, j + 1, -GetElem(i, j));
+      }
+    }
+    if (!means.empty()) {
+      std::vector<double> x = means, cx;
+      std::rotate(x.begin(), x.end() - 1, x.end());  // (mean of the target, means of predictors)
+      b[0] = x[0];
+      for (std::size_t j = 1; j < x.size(); ++j) b[0] -= b[j] * x[j];
+      x[0] = 0;
+      if (!result.ComputeSV(x, cx)) return false;
+      double variance = 1 / sumOfWeights;
+      for (std::size_t j = 1; j < x.size(); ++j) {
+        variance += x[j] * cx[j];
+        result.SetElem(static_cast<int>(j), 0, 0 - cx[j]);
+      }
+      result.SetElem(0, 0, variance);
+    }
+    coefficients = std::move(b);
+    inverse = std::move(result);
+    return true;
+  });
 }
 
 // ---- In -----------------------------------------------------------------------------------------
