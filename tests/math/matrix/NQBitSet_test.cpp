@@ -28,29 +28,52 @@ std::string Text(const NQBitSet& set) {
 
 TEST(NQBitSet, AnswersAndContents) {
   NQBitSet s;
-  ROW("11", false, "11", s.IsIn(-1) || s.IsIn(2) || s.Set(-1, false) || s.Set(2, false));
+  ROW("11", false, "11", s.IsIn(-1));
+  ROW("11", false, "11", s.IsIn(2));
+  ROW("11", false, "11", s.Set(-1, false));
+  ROW("11", false, "11", s.Set(2, false));
   ROW("010", 5, "11111", (s.Resize(5, true), s.Size()));
-  ROW("111", true, "", (s.Resize(-1, true), s.Duplicate(INT_MAX) && s == NQBitSet(-3)));
-  ROW("00000", false, "00000", s.SetSubset({1, 7}, true) || s.SetSubset({1, -1}, true));
-  ROW("0000", true, "0101", s.SetSubset({3, 1, 3}, true) && s.SetSubset({}, true));
-  ROW("0001", true, "0110", s.SetRange(1, 2, true) && s.Set(3, false));
-  ROW("00", false, "00", s.SetRange(-1, 1, 1) || s.SetRange(1, 0, 1) || s.SetRange(0, 2, 1));
-  ROW("1", true, "101010", s.Append(false) == 2 && s.Duplicate(2) && s.Duplicate(0));
-  ROW("10", false, "10", s.Duplicate(INT_MAX) || s.Duplicate(-1));
+  ROW("111", 0, "", (s.Resize(-1, true), s.Size()));
+  ROW("", true, "", s.Duplicate(INT_MAX));
+  ROW("", NQBitSet(-3), "", s);
+  ROW("00000", false, "00000", s.SetSubset({1, 7}, true));
+  ROW("00000", false, "00000", s.SetSubset({1, -1}, true));
+  ROW("0000", true, "0101", s.SetSubset({3, 1, 3}, true));
+  ROW("01", true, "01", s.SetSubset({}, true));
+  ROW("0001", true, "0111", s.SetRange(1, 2, true));
+  ROW("00", false, "00", s.SetRange(-1, 1, true));
+  ROW("00", false, "00", s.SetRange(1, 0, true));
+  ROW("00", false, "00", s.SetRange(0, 2, true));
+  ROW("1", 2, "10", s.Append(false));
+  ROW("10", true, "101010", s.Duplicate(2));
+  ROW("10", true, "10", s.Duplicate(0));
+  ROW("10", false, "10", s.Duplicate(INT_MAX));
+  ROW("10", false, "10", s.Duplicate(-1));
   ROW("1011", 1, "0100", (s.Negate(), s.InSet()));
   ROW("1011", 0, "0000", (s.Clear(), s.InSet()));
-  ROW("1101", 2, "1101", s.InRange(1, 3) + s.InRangeS(4, 0));
-  ROW("1111", -3, "1111", s.InRange(2, 1) + s.InRange(-1, 2) + s.InRange(2, 4));
-  ROW("1111", -3, "1111", s.InRangeS(INT_MAX, INT_MAX) + s.InRangeS(3, 2) + s.InRangeS(2, -1));
+  ROW("1101", 2, "1101", s.InRange(1, 3));
+  ROW("1101", 0, "1101", s.InRangeS(4, 0));
+  ROW("1111", -1, "1111", s.InRange(2, 1));
+  ROW("1111", -1, "1111", s.InRange(-1, 2));
+  ROW("1111", -1, "1111", s.InRange(2, 4));
+  ROW("1111", -1, "1111", s.InRangeS(INT_MAX, INT_MAX));
+  ROW("1111", -1, "1111", s.InRangeS(3, 2));
+  ROW("1111", -1, "1111", s.InRangeS(2, -1));
   ROW("1101", Make("10"), "1101", s.GetSubset(1, 2));
   ROW("1101", s, "1101", s.GetSubset(INT_MIN, INT_MAX));
+  std::vector<int> members;
+  ROW("0110", std::vector({1, 2}), "0110", (s.GetMembers(members), members));
   ROW("0110", 3, "111", (s.DoOR(s, Make("101")), s.InSet()));
   ROW("0110", 2, "011", (s.DoAND(Make("011"), s), s.InSet()));
   ROW("1", 1, "0001", (s.DoAND(Make("10110"), Make("0101")), s.InSet()));
   ROW("0010", true, "0010", s.IsNewFalse(Make("00"), 9));
-  ROW("0010", false, "0010", s.IsNewFalse(Make("00"), 2) || s.IsNewFalse(Make("0011"), 4));
-  ROW("01", true, "01", s < Make("010") && s < Make("1") && s != Make("010"));
-  ROW("01", false, "01", s < Make("01") || s < Make("0011"));
+  ROW("0010", false, "0010", s.IsNewFalse(Make("00"), 2));
+  ROW("0010", false, "0010", s.IsNewFalse(Make("0011"), 4));
+  ROW("01", true, "01", s < Make("010"));
+  ROW("01", true, "01", s < Make("1"));
+  ROW("01", false, "01", s < Make("01"));
+  ROW("01", false, "01", s < Make("0011"));
+  ROW("01", true, "01", s != Make("010"));
 }
 
 TEST(NQBitSet, DisplayGoesToStandardOutput) {

@@ -32,11 +32,13 @@ TEST(NQSymMatrixCholesky, RankDeficient) {
   NQSymMatrix s = RankThree(), withSet = s, withPivot = s;
   NQBitSet set = NQBitSet(Bits{true, true, true, true, true});
   double minPivot = 7;
-  EXPECT_TRUE(s.LTChol(t, 1e-12, true) == 1 && withSet.LTChol(t, 1e-12, set, true) == 1 &&
-              withPivot.LTChol(1e-12, minPivot, true) == 1);
+  EXPECT_EQ(s.LTChol(t, 1e-12, true), 1);
+  EXPECT_EQ(withSet.LTChol(t, 1e-12, set, true), 1);
+  EXPECT_EQ(withPivot.LTChol(1e-12, minPivot, true), 1);
   for (const NQSymMatrix& factor : {s, withSet, withPivot})
     EXPECT_EQ(Lower(ToDense(factor)), kFactor);
-  EXPECT_TRUE(set == NQBitSet(Bits{true, true, false, true, false}) && minPivot == 0);
+  EXPECT_EQ(set, NQBitSet(Bits{true, true, false, true, false}));
+  EXPECT_EQ(minPivot, 0);
 
   Indices kept, above;
   EXPECT_EQ((std::array{RankThree().CholIndNonRed(0, 1e-12, kept),
@@ -50,7 +52,7 @@ TEST(NQSymMatrixCholesky, RankDeficient) {
 TEST(NQSymMatrixCholesky, RefusedArguments) {
   for (const auto& [name, order, t, eps, check, result] :
        std::vector<std::tuple<const char*, int, Values, double, bool, int>>{
-#include "golden/matrix_cholesky_refusals.inc"
+#include "math/matrix/cholesky_refusals_cases.inc"
        }) {
     NQSymMatrix s(order, true);
     s.AddToDiagonal(4);
@@ -71,7 +73,7 @@ TEST(NQSymMatrixCholesky, RefusedArguments) {
 TEST(NQSymMatrixCholesky, Determinants) {
   for (const auto& [name, matrix, mantissa, power] :
        std::vector<std::tuple<const char*, Dense, double, int>>{
-#include "golden/matrix_determinants.inc"
+#include "math/matrix/determinants_cases.inc"
        }) {
     NQDeterminant det{7, 7};
     EXPECT_TRUE(ToSym(matrix).ComputeDeterminant(1e-14, det)) << name;
@@ -138,11 +140,10 @@ TEST(NQSymMatrixCholesky, Inverses) {
 
   OtherType other;
   double refused = 7;
-  EXPECT_EQ((std::array{s.CholInverse(t, 1e-12, other), s.CholInverse(t, 1e-12, other, set),
-                        s.CholInverse(t, 1e-12, other, minPivot),
-                        s.CholInverse({1}, 1e-12, out, refused)}),
-            (std::array{-1, -1, -1, -1}));
-  EXPECT_TRUE(minPivot == kMissing && refused == kMissing && !s.ComputeSTransS(other));
+  NQ_EXPECT_REFUSED(s.CholInverse(t, 1e-12, other), s.CholInverse(t, 1e-12, other, set),
+                    s.CholInverse(t, 1e-12, other, minPivot),
+                    s.CholInverse({1}, 1e-12, out, refused), minPivot, refused,
+                    s.ComputeSTransS(other));
 }
 
 TEST(NQSymMatrixCholesky, Solves) {
@@ -154,16 +155,70 @@ TEST(NQSymMatrixCholesky, Solves) {
   EXPECT_LE(Distance({got}, {x}), 1e-12);
   EXPECT_EQ(got[2], 0);
   s = RankThree();
-  EXPECT_EQ(s.LTSolve({1, 2}, 1e-12, got) + s.LTSolve(b, kNaN, got), -2);
+  NQ_EXPECT_REFUSED(s.LTSolve({1, 2}, 1e-12, got), s.LTSolve(b, kNaN, got));
   EXPECT_EQ(ToDense(s), ToDense(RankThree()));
   EXPECT_EQ(indefinite.LTSolve({1, 4}, 2, got), 2)
       << "no pivot is ever the root of a negative number";
 }
 
+// S with row k replaced is dropped there, by whatever factors: the rest is that of its submatrix.
+TEST(NQSymMatrixCholesky, ADroppedRowTakesNoPart) {
+  const Dense regular{{4, 1, 2, 1}, {1, 5, 1, 2}, {2, 1, 6, 1}, {1, 2, 1, 7}};
+  const Values b{3, -2, 4, 1};
+  for (std::size_t k = 0; k < 4; ++k) {
+    for (const double filler : {kNaN, kInf, -kInf}) {
+      SCOPED_TRACE(::testing::Message() << "row " << k << " of " << filler);
+      Dense matrix = regular, wanted(4, Values(4));
+      for (std::size_t j = 0; j < 4; ++j) matrix[k][j] = matrix[j][k] = filler;
+      matrix[k][k] = kNaN;  // an infinite one would be a pivot
+      NQSymMatrix part;
+      Indices kept;
+      for (int i = 0; i < 4; ++i) {
+        if (i != static_cast<int>(k)) kept.push_back(i);
+      }
+      NQBitSet set;
+      ASSERT_TRUE(ToSym(regular).ExtractSubmatrix(kept, part));
+      ASSERT_TRUE(part.SweepOnAll(1e-12, set, false, false, true));
+      ASSERT_TRUE(part.ExpandSym(kept, 4, part));
+      wanted = ToDense(part);
+      Values x = Trans(wanted * Column(b))[0], got;
+
+      const NQSymMatrix s = ToSym(matrix);
+      const NQSymBlockDiagMatrix blocks({&s});
+      NQSymMatrix inverse, ofBlocks, factor = s;
+      EXPECT_EQ(s.CholInverse({4, 5, 6, 7}, 1e-12, inverse, set), 3);
+      EXPECT_EQ(blocks.CholInverse({4, 5, 6, 7}, 1e-12, ofBlocks), 3);
+      for (const NQSymMatrix* out : {&inverse, &ofBlocks}) {
+        EXPECT_LE(Distance(ToDense(*out), wanted), 1e-15);
+        for (double entry : out->AsVectorConst()) EXPECT_FALSE(entry == 0 && std::signbit(entry));
+      }
+      NQDeterminant det;
+      EXPECT_TRUE(s.ComputeDeterminant(1e-12, det));
+      EXPECT_EQ(det, NQDeterminant(0, 0));
+      Indices independent;
+      EXPECT_EQ(s.CholIndNonRed(1e-9, 1e-12, independent), 1);
+      EXPECT_EQ(independent, kept);
+
+      EXPECT_EQ(factor.LTSolve(b, 1e-12, got), 1);
+      EXPECT_LE(Distance({got}, {x}), 1e-15);
+      // Also where the column of the dropped row is not zero, as LTChol leaves it.
+      for (int i = static_cast<int>(k); i < 4; ++i) factor.SetElem(i, static_cast<int>(k), filler);
+      factor.SetElem(static_cast<int>(k), static_cast<int>(k), 0);
+      got = b;
+      EXPECT_TRUE(factor.LTSubstitute(got) && factor.TSolveSubst(got));
+      EXPECT_LE(Distance({got}, {x}), 1e-15);
+      EXPECT_TRUE(factor.LTInverse());
+      EXPECT_EQ(factor.GetElem(static_cast<int>(k), 0), 0);
+      factor.LTLTransL();
+      EXPECT_LE(Distance(ToDense(factor), wanted), 1e-15);
+    }
+  }
+}
+
 TEST(NQSymMatrixCholesky, PositiveDefiniteRepair) {
   for (const auto& [name, matrix, eps, atMost, smallest] :
        std::vector<std::tuple<const char*, Dense, double, int, double>>{
-#include "golden/matrix_repairs.inc"
+#include "math/matrix/repairs_cases.inc"
        }) {
     SCOPED_TRACE(name);
     const NQSymMatrix before = ToSym(matrix);
@@ -195,7 +250,7 @@ TEST(NQSymMatrixIndefinite, Solves) {
   const Dense saddle{{0, 1}, {1, 5}};
   for (const auto& [name, matrix, want, eps, solves, leftOut] :
        std::vector<std::tuple<const char*, Dense, Values, double, bool, int>>{
-#include "golden/matrix_indefinite_systems.inc"
+#include "math/matrix/indefinite_systems_cases.inc"
        }) {
     const NQSymMatrix s = ToSym(matrix);
     const Values b = Trans(matrix * Column(want))[0];
@@ -208,17 +263,37 @@ TEST(NQSymMatrixIndefinite, Solves) {
   // With rows 0 and 2 alone: (1 3; 3 -4) x = (7, 8).
   const NQSymMatrix s = ToSym({{1, 2, 3}, {2, 0, -1}, {3, -1, -4}});
   Values x{7, 100, 8};
-  EXPECT_FALSE(s.SolveIndefinite(x, 0.9, NQBitSet(Bits{true, true, false}), x) ||
-               s.SolveIndefinite({1, 2}, 0, x) || s.SolveIndefinite({1, 2}, 0, NQBitSet(3), x) ||
-               NQSymMatrix().SolveIndefinite({}, 0, x));
+  NQ_EXPECT_REFUSED(s.SolveIndefinite(x, 0.9, NQBitSet(Bits{true, true, false}), x),
+                    s.SolveIndefinite({1, 2}, 0, x), s.SolveIndefinite({1, 2}, 0, NQBitSet(3), x),
+                    NQSymMatrix().SolveIndefinite({}, 0, x));
   ASSERT_TRUE(s.SolveIndefinite(x, 1e-12, NQBitSet(Bits{true, false, true}), x));
   EXPECT_LE(Distance({x}, {{4, 0, 1}}), 1e-14);
+}
+
+// S = sum of +-v v' over fewer vectors than rows, all integers: exactly singular and consistent.
+TEST(NQSymMatrixIndefinite, SingularIntegerSystemsAreSolved) {
+  std::mt19937 random(13);
+  const auto draw = [&](std::size_t n) {
+    Values v(n);
+    for (double& x : v) x = static_cast<double>(random() % 19) - 9;
+    return v;
+  };
+  for (std::size_t trial = 0; trial < 150; ++trial) {
+    const std::size_t n = 2 + trial % 9, rank = 1 + trial % (n - 1);
+    NQSymMatrix s(static_cast<int>(n), true);
+    for (std::size_t k = 0; k < rank; ++k) s.IncrementByVV(draw(n), k % 2 == 0 ? 1 : -1);
+    Values b, x, back;
+    ASSERT_TRUE(s.ComputeSV(draw(n), b));
+    EXPECT_GE(s.SolveIndefiniteGI(b, defaultepse, x), static_cast<int>(n - rank)) << trial;
+    ASSERT_TRUE(s.ComputeSV(x, back));
+    EXPECT_LE(Distance({back}, {b}), 1e-6) << trial;
+  }
 }
 
 TEST(NQSymMatrixIndefinite, RankOneChangesOfAFactor) {
   const Dense three{{2, 0, 0}, {1, 3, 0}, {-4, 5, 1}}, hole{{2, 0, 0}, {1, 0, 0}, {3, 0, 4}};
   for (const auto& [l, v] : std::vector<std::pair<Dense, Values>>{
-#include "golden/matrix_factor_changes.inc"
+#include "math/matrix/factor_changes_cases.inc"
        }) {
     NQSymMatrix factor = ToSym(l);
     Dense wanted = Plus(l * Trans(l), 1, Column(v) * Dense{v});
@@ -234,9 +309,22 @@ TEST(NQSymMatrixIndefinite, RankOneChangesOfAFactor) {
   NQSymMatrix l = ToSym({{2, 0}, {1, 0}});
   ASSERT_TRUE(l.LTCholUpdateR1({0, -3}));
   EXPECT_EQ(l.AsVector(), (Values{2, 1, 3}));
-  for (const Values& v : {Values{2, 1}, Values{5, 0}, Values{0, 3.5}, Values{kNaN, 0}, Values{1}})
-    EXPECT_FALSE(l.LTCholDowndate(v)) << "not positive definite, or too short";
-  EXPECT_EQ(l.AsVector(), (Values{2, 1, 3}));
+  // Not positive definite, or too short; with a zero pivot, outside the range of L.
+  for (const auto& [packed, v] : std::vector<std::pair<Values, Values>>{{{2, 1, 3}, {2, 1}},
+                                                                        {{2, 1, 3}, {5, 0}},
+                                                                        {{2, 1, 3}, {0, 3.5}},
+                                                                        {{2, 1, 3}, {kNaN, 0}},
+                                                                        {{2, 1, 3}, {1}},
+                                                                        {{1, 0, 0}, {0, 1}},
+                                                                        {{1, 0, 0}, {0.1, 0.5}},
+                                                                        {{2, 1, 0}, {0.2, 0.9}}}) {
+    NQSymMatrix factor = FromPacked(packed);
+    EXPECT_FALSE(factor.LTCholDowndate(v)) << ::testing::PrintToString(v);
+    EXPECT_EQ(factor.AsVector(), packed);
+  }
+  NQSymMatrix inRange = FromPacked({2, 1, 0});
+  EXPECT_TRUE(inRange.LTCholDowndate({0.2, 0.1}));
+  EXPECT_CLOSE(inRange.GetElem(0, 0), std::sqrt(3.96), 1e-15);
   EXPECT_FALSE(l.LTCholUpdateR1({1, 2, 3}));
 }
 
@@ -255,14 +343,33 @@ TEST(NQSymMatrixSweep, RegressionCoefficientsAndTheWayBack) {
   for (std::size_t i = 0; i < 3; ++i)
     EXPECT_CLOSE(b[i], (Values{1, 2, 0})[i], i < 2 ? 1e-13 : 0) << i;
   EXPECT_LE(std::fabs(s.GetElem(3, 3)), 1e-12) << "residual sum of squares";
-  NQBitSet nonRedundant(4);
+  NQBitSet nonRedundant(Bits{false, false, true, false});
   before.GetDiagonal(t);
   EXPECT_TRUE(s.CheckMDependent(2, 1e-12, t, swept, nonRedundant));
+  EXPECT_EQ(nonRedundant, NQBitSet(4));
+  EXPECT_FALSE(s.CheckMDependent(1, 1e-12, t, swept, nonRedundant)) << "it is swept";
   EXPECT_FALSE(s.CheckMDependent(4, 1e-12, t, swept, nonRedundant));
+  EXPECT_EQ(nonRedundant, NQBitSet(Bits{false, true, false, false}));
   EXPECT_FALSE(s.SweepOnSelected({1, 0}, 1e-12, swept, true)) << "swept diagonals are negative";
   EXPECT_TRUE(s.SweepOnSelected({1, 0}, 1e-12, swept, true, &t));
   EXPECT_EQ(swept.InSet(), 0);
   EXPECT_LE(Distance(ToDense(s), ToDense(before)), 1e-11);
+}
+
+// y = 2 1 4 3 on x = 1 2 3 4 and its double: y = 1 + 0.6 x, ((1, x)'(1, x))^-1 = 1.5 -0.5 / -0.5 0.2.
+TEST(NQSymMatrixSweep, RegressionFromProductsAboutTheMeans) {
+  NQSymMatrix s = FromPacked({5, 10, 20, 3, 6, 5}), inverse;
+  NQBitSet swept;
+  Values b;
+  ASSERT_TRUE(s.SweepOnSelected({0, 1}, 1e-12, swept, false));
+  ASSERT_TRUE(s.GetRegression(swept, {2.5, 5, 2.5}, 4, b, inverse));
+  EXPECT_LE(Distance({b}, {{1, 0.6, 0}}), 1e-15);
+  EXPECT_LE(Distance(ToDense(inverse), {{1.5, -0.5, 0}, {-0.5, 0.2, 0}, {0, 0, 0}}), 1e-15);
+  ASSERT_TRUE(s.GetRegression(swept, {}, 4, b, inverse));
+  EXPECT_LE(Distance({b}, {{0, 0.6, 0}}), 1e-15);
+  EXPECT_LE(Distance(ToDense(inverse), {{0, 0, 0}, {0, 0.2, 0}, {0, 0, 0}}), 1e-15);
+  NQ_EXPECT_REFUSED(s.GetRegression(swept, {2.5, 5}, 4, b, inverse),
+                    NQSymMatrix().GetRegression(swept, {}, 4, b, inverse));
 }
 
 // In the production form and in plain loops.
@@ -270,7 +377,7 @@ TEST(NQSymMatrixSweep, RefusalsChangeNothing) {
   const Bits none{false, false}, second{false, true};
   for (const auto& [name, matrix, before, k, eps, t, check, result] :
        std::vector<std::tuple<const char*, Values, Bits, int, double, Values, bool, bool>>{
-#include "golden/matrix_sweep_refusals.inc"
+#include "math/matrix/sweep_refusals_cases.inc"
        }) {
     for (bool plain : {false, true}) {
       if (plain && t.size() < 2) continue;  // the pointer forms trust their caller
@@ -327,7 +434,7 @@ TEST(NQSymMatrixSweep, ManyAndTheLogDeterminant) {
   }
   NQSymMatrix s = FromPacked({2, 0, 2});
   for (auto [rows, eps, size, t] : std::vector<std::tuple<int, double, int, Values>>{
-#include "golden/matrix_many_refusals.inc"
+#include "math/matrix/many_refusals_cases.inc"
        }) {
     NQBitSet swept(size);
     double logDet = 5;
@@ -336,10 +443,10 @@ TEST(NQSymMatrixSweep, ManyAndTheLogDeterminant) {
   }
   NQBitSet swept(2), shortSet(1);
   Values t{1, -1};
-  EXPECT_FALSE(s.SweepOnSelected({0, 2}, 1e-12, swept, true) ||
-               s.SweepOnSelected({-1}, 1e-12, swept, false) ||
-               s.SweepOnSelected({0}, 1e-12, shortSet, true) ||
-               s.SweepOnSelected({0}, 1e-12, swept, true, &t));
+  NQ_EXPECT_REFUSED(s.SweepOnSelected({0, 2}, 1e-12, swept, true),
+                    s.SweepOnSelected({-1}, 1e-12, swept, false),
+                    s.SweepOnSelected({0}, 1e-12, shortSet, true),
+                    s.SweepOnSelected({0}, 1e-12, swept, true, &t));
   EXPECT_EQ(s.AsVector(), Values({2, 0, 2}));
 }
 
@@ -349,7 +456,8 @@ TEST(NQSymMatrixSweep, RedundantRowsEndAsZeroAndGiveAGeneralisedInverse) {
   NQBitSet swept, nonRedundant;
   EXPECT_TRUE(g.SweepOnAll(1e-12, swept, true, true, true));
   EXPECT_TRUE(swept == NQBitSet(Bits{true, true, false, true}));
-  for (int j = 0; j < 4; ++j) EXPECT_EQ(g.GetElem(2, j), 0);
+  for (int j = 0; j < 4; ++j)
+    EXPECT_TRUE(g.GetElem(2, j) == 0 && !std::signbit(g.GetElem(2, j))) << j;
   EXPECT_EQ(g.CheckGMG(m, 1e-12, nonRedundant), 0);
   EXPECT_TRUE(nonRedundant == swept);
   g.SetElem(0, 1, g.GetElem(0, 1) + 0.1);

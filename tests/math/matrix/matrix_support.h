@@ -11,14 +11,14 @@
 
 namespace nqtest {
 
-// R and C m x n, B n x 3; S, M, N of order n, T of order m; v of m values, w of n.
+// r and c m x n, b n x 3; s, g and h of order n, t of order m; v of m values, w of n.
 struct Operands {
   int m, n;
   std::mt19937 random{static_cast<unsigned>(100 * m + n)};
   NQMath_940::NQRectMatrix r = RandomRect(m, n, random), b = RandomRect(n, 3, random),
                            c = RandomRect(m, n, random);
-  NQMath_940::NQSymMatrix s = RandomSym(n, random), M = RandomSym(n, random),
-                          N = RandomSym(n, random), t = RandomSym(m, random);
+  NQMath_940::NQSymMatrix s = RandomSym(n, random), g = RandomSym(n, random),
+                          h = RandomSym(n, random), t = RandomSym(m, random);
   std::vector<double> v = RandomVector(static_cast<std::size_t>(m), random);
   std::vector<double> w = RandomVector(static_cast<std::size_t>(n), random);
 };
@@ -38,7 +38,39 @@ inline Dense TraceOf(const Dense& a) {
   return {{sum}};
 }
 
+// What a call answers. false, -1 and the missing value refuse.
+struct Answer {
+  template <class T>
+  Answer(T answer) : value(static_cast<double>(answer)) {}  // NOLINT(google-explicit-constructor)
+  bool Refuses() const { return value == 0 || value == -1 || value == kMissing; }
+  double value;
+};
+
+// Call k of the list that was written as `calls`, separated by commas outside all brackets.
+inline std::string CallAt(const std::string& calls, std::size_t k) {
+  std::string call;
+  int depth = 0;
+  for (const char c : calls) {
+    depth += c == '(' || c == '{';
+    depth -= c == ')' || c == '}';
+    const bool ends = c == ',' && depth == 0;
+    if (!ends && k == 0) call += c;
+    if (ends && k-- == 0) break;
+  }
+  return call;
+}
+
+inline void ExpectRefused(const std::string& calls, std::initializer_list<Answer> answers) {
+  for (const Answer& answer : answers)
+    EXPECT_TRUE(answer.Refuses()) << CallAt(calls,
+                                            static_cast<std::size_t>(&answer - answers.begin()))
+                                  << " gives " << answer.value;
+}
+
 }  // namespace nqtest
+
+// Each of the calls is refused.
+#define NQ_EXPECT_REFUSED(...) nqtest::ExpectRefused(#__VA_ARGS__, {__VA_ARGS__})
 
 // `out`, what the call answers through, is a copy of the operand `target`, then the operand itself.
 #define NQ_EXPECT_RESULT(target, call, ...)                                              \
