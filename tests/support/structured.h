@@ -48,7 +48,8 @@ inline NQMath_940::NQSparseRectMatrix RandomSparse(int m, int n, int k, std::mt1
     columns.resize(random() % static_cast<unsigned>(k + 1));
     std::sort(columns.begin(), columns.end());
     r.AddRow();
-    r.SetRow(i, NQMath_940::NQSparseVector(columns, RandomVector(columns.size(), random)));
+    const Values values = RandomVector(columns.size(), random);
+    r.SetRow(i, NQMath_940::NQSparseVector(columns, values));
   }
   return r;
 }

@@ -24,6 +24,10 @@ class NQSymMatrix;
 class NQ_API NQSparseVector {
  public:
   NQSparseVector(const std::vector<int>& indices, const std::vector<double>& values);
+  // A view of a temporary list, or of one in braces, would dangle at the end of the statement.
+  NQSparseVector(const std::vector<int>&&, const std::vector<double>&) = delete;
+  NQSparseVector(const std::vector<int>&, const std::vector<double>&&) = delete;
+  NQSparseVector(const std::vector<int>&&, const std::vector<double>&&) = delete;
 
   bool IsValid() const {
     return fValid && fpIndices->size() == static_cast<std::size_t>(fNElements) &&

@@ -30,6 +30,12 @@ struct Targets {
   NQSparseRectMatrix sparse{1, 3, 2};
 };
 
+// A view of a list that ends with the statement does not compile.
+static_assert(std::is_constructible_v<NQSparseVector, Indices&, const Values&>);
+static_assert(!std::is_constructible_v<NQSparseVector, Indices, Values&>);
+static_assert(!std::is_constructible_v<NQSparseVector, Indices&, Values>);
+static_assert(!std::is_constructible_v<NQSparseVector, Indices, Values>);
+
 // Every operation that takes a view: the bool ones, those that count rows, those that sum.
 void ExpectRefused(const char* name, const NQSparseVector& v) {
   Targets to;
