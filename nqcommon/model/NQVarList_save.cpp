@@ -2,6 +2,8 @@
 
 #include <cstddef>
 #include <memory>
+#include <sstream>
+#include <string>
 #include <utility>
 
 #include <nqcommon/common/display.h>
@@ -88,6 +90,23 @@ int NQVarList::WriteObjectXML(std::ostream& os, int indent) const {
 }
 
 int NQVarList::ReadObjectXML(std::ifstream& in) { return internal::ReadObject<Saved>(*this, in); }
+
+bool NQVarList::CanBeReadBack(int indent) const {
+  constexpr std::size_t longestLine = 255;
+  const auto isLost = [](const INQVariable& variable) {
+    const INQEncoder* encoder = variable.GetEncoder();
+    return IsCategorical(variable.GetMeasureLevel()) &&
+           !(encoder && (encoder->GetEncoderType() == INQEncoder::EncoderNumericCategorical ||
+                         encoder->GetEncoderType() == INQEncoder::EncoderStringCategorical));
+  };
+  if (internal::FindVariable(fOwned.fvVariables, isLost) >= 0) return false;
+  std::stringstream file;
+  int nLines = WriteObjectXML(file, indent) + 1;  // the first line is empty
+  for (std::string line; std::getline(file, line); --nLines) {
+    if (line.size() > longestLine) return false;
+  }
+  return nLines == 0;
+}
 
 void NQVarList::Display() const {
   using namespace NQDisplay_940;

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include "support/each.h"
 #include "support/special_values.h"
 #include "support/variable_list_checks.h"
 
@@ -69,6 +70,30 @@ TEST(VariableListSave, WhatTheFormatDoesNotKeep) {
 
   NQStringEncoder tooLong(std::vector<std::string>{std::string(240, 'x')});
   EXPECT_EQ(Restore(tooLong, Saved(tooLong)).failure, "NQStringEncoder");
+}
+
+// CanBeReadBack says beforehand what reading finds.
+TEST(VariableListSave, WhatCanBeReadBack) {
+  std::vector<std::pair<const char*, NQVarList>> rows(6);
+  rows[0] = {"all kinds", FullVariableList()};
+  for (std::size_t i = 1; i < 3; ++i) {
+    rows[i] = {"a name", {}};
+    rows[i].second.AddContVar(std::string(233 + i, 'x'), "", 0, 1, V::RoleInput, false, 0);
+  }
+  rows[3] = {"a line feed", {}};
+  rows[3].second.AddCatVar("x", "", std::vector<std::string>{"a\nb"}, V::RoleInput, false);
+  for (std::size_t i = 4; i < 6; ++i) {
+    rows[i] = {"a categorical variable without encoder, with another", {}};
+    rows[i].second.AddCatVar("x", "", 2, V::LevelStringCategorical, V::RoleTarget, false);
+    dynamic_cast<NQCatVar&>(*rows[i].second.GetVarAt(0))
+        .ChangeEncoder(i == 4 ? nullptr : new NQRoundEncoder());
+  }
+  for (const auto& [label, list] : rows) {
+    NQVarList restored;
+    EXPECT_EQ(Restore(restored, Saved(list)).failure.empty(), list.CanBeReadBack()) << label;
+  }
+  EXPECT_EACH(true, rows[0].second.CanBeReadBack(), rows[1].second.CanBeReadBack());
+  EXPECT_FALSE(rows[1].second.CanBeReadBack(3)) << "three tabs more in each line";
 }
 
 TEST(VariableListSave, NamesWhatFailed) {
