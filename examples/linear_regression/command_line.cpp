@@ -3,6 +3,7 @@
 #include <CLI/CLI.hpp>
 #include <map>
 #include <memory>
+#include <sstream>
 #include <stdexcept>
 #include <thread>
 
@@ -60,7 +61,7 @@ void AddOptions(CLI::App& app, Request& request, std::map<std::string, std::stri
 
 }  // namespace
 
-std::optional<int> ReadCommandLine(int argc, char** argv, Request& request) {
+std::optional<int> ReadCommandLine(int argc, char** argv, Request& request, bool isSpeaker) {
   CLI::App app("Least-squares regression of one column of a CSV file on others.", kProgramName);
   std::map<std::string, std::string> texts;
   std::map<std::string, std::vector<std::string>> lists;
@@ -72,7 +73,9 @@ std::optional<int> ReadCommandLine(int argc, char** argv, Request& request) {
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
-    return app.exit(error) == 0 ? 0 : kBadInput;
+    std::ostringstream unheard;
+    const int status = isSpeaker ? app.exit(error) : app.exit(error, unheard, unheard);
+    return status == 0 ? 0 : kBadInput;
   }
   if (request.data.empty()) throw std::runtime_error("the name of the data file is empty");
   if (!request.out.empty() && request.predict.empty())

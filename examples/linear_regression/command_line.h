@@ -23,8 +23,9 @@ struct Request {
 };
 
 // Fills the request, or gives the exit status when there is nothing to do: that of --help and
-// --version, or of bad usage. Files that would be overwritten by one another are refused.
-std::optional<int> ReadCommandLine(int argc, char** argv, Request& request);
+// --version, or of bad usage, which only a speaker tells. Files that would be overwritten by one
+// another are refused.
+std::optional<int> ReadCommandLine(int argc, char** argv, Request& request, bool isSpeaker);
 
 inline constexpr int kBadInput = 2;
 

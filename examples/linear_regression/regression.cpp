@@ -17,6 +17,7 @@
 #include <nqcommon/math/stats/NQMeansXProducts.h>
 
 #include "residual_pass.h"
+#include "support/products.h"
 
 using NQMath_940::NQBitSet;
 using NQMath_940::NQDistFun;
@@ -74,12 +75,18 @@ double SignificanceOfF(double f, double df1, double df2) {
 constexpr int kBlockRows = 256;
 
 struct ProductsPart {
+  static constexpr bool kIsOfOneLength = true;
   NQMeansXProducts products;
   support::InputSummaries summaries;
 
   void Merge(ProductsPart&& right) {
     if (!products.Merge(right.products)) throw std::runtime_error("the weights are too large");
     summaries.Merge(right.summaries);
+  }
+  template <class A>
+  void Transfer(A& a) {
+    support::TransferProducts(a, products);
+    a(summaries);
   }
 };
 

@@ -9,6 +9,7 @@
 
 #include "support/design.h"
 #include "support/model_data.h"
+#include "support/products.h"
 #include "support/quantile_bins.h"
 
 namespace regression {
@@ -31,6 +32,15 @@ struct Candidate {
   double weight = 0;
   double residual = 0;
   std::vector<double> q;
+
+  template <class A>
+  void Transfer(A& a) {
+    a(score);
+    a(row);
+    a(weight);
+    a(residual);
+    a(q);
+  }
 };
 
 struct PlotCell {
@@ -43,14 +53,18 @@ struct PlotCell {
 // of the first fit.
 class ResidualPart {
  public:
+  static constexpr bool kIsOfOneLength = true;
   static constexpr std::size_t kMostCandidates = 10;
   static constexpr int kPlotColumns = 48;
   static constexpr int kPlotRows = 24;
 
+  ResidualPart() = default;  // to be read into
   ResidualPart(const support::ModelData& data, const FirstFit& first, bool charts);
 
   void Add(const support::ModelData& data, const FirstFit& first, support::Chunk& chunk);
   void Merge(ResidualPart&& right);
+  template <class A>
+  void Transfer(A& a);
 
   NQMath_940::NQMeansXProducts products;  // of q and e
   std::int64_t rows = 0;
@@ -77,5 +91,27 @@ class ResidualPart {
   double fResidualScale = 0;
   bool fHasWeight = false;
 };
+
+// Candidates that are not there are written too, so that all parts are of one length.
+template <class A>
+void ResidualPart::Transfer(A& a) {
+  support::TransferProducts(a, products);
+  for (auto* number :
+       {&sumLogWeights, &min, &max, &sumSquares, &sumSquaredSteps, &firstResidual, &lastResidual}) {
+    a(*number);
+  }
+  a(rows);
+  a(used);
+  a(residuals);
+  a(weighted);
+  a(plot);
+  candidates.resize(kMostCandidates);
+  const std::size_t n = products.GetMeans().size() - 1;
+  for (Candidate& candidate : candidates) {
+    candidate.q.resize(n);
+    a(candidate);
+  }
+  std::erase_if(candidates, [](const Candidate& candidate) { return candidate.row == 0; });
+}
 
 }  // namespace regression

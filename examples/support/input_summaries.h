@@ -38,6 +38,10 @@ class InputSummaries {
 
   void Add(const CaseReader& taken);
   void Merge(const InputSummaries& right);
+  template <class A>
+  void Transfer(A& a) {
+    a(fAxes);
+  }
 
   // A histogram or a bar chart. The statistics of a histogram are "mean", "stdDeviation", and
   // "minimum", "maximum" and "bins", which tell where the bins are.
@@ -53,6 +57,14 @@ class InputSummaries {
     double min = 0;
     double width = 0;
     std::vector<Bin> bins;
+
+    template <class A>
+    void Transfer(A& a) {
+      a(categorical);
+      a(min);
+      a(width);
+      a(bins);
+    }
   };
 
   Bin Whole(int position) const;

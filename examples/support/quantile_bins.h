@@ -18,6 +18,11 @@ class QuantileBins {
 
   void Add(double x, double frequency);
   void Merge(const QuantileBins& right);
+  template <class A>
+  void Transfer(A& a) {
+    a(fFirst);
+    a(fBins);
+  }
 
   double Count() const;
   // The numbers in order have the places 0 .. n-1, each as many as its frequency; the quantile is

@@ -44,6 +44,16 @@ class Categories {
   bool IsFull() const { return fIsFull; }
   const std::vector<std::string>& Texts() const { return fTexts; }
 
+  template <class A>
+  void Transfer(A& a) {
+    std::vector<std::string> texts = fTexts;
+    a(texts);
+    if constexpr (A::kReads) {
+      for (const std::string& text : texts) Add(text);
+    }
+    a(fIsFull);
+  }
+
  private:
   struct Hash : std::hash<std::string_view> {
     using is_transparent = void;
@@ -61,6 +71,13 @@ struct BadCell {
   std::string text;
   Reading reading = Reading::kText;
 
+  template <class A>
+  void Transfer(A& a) {
+    a(chunk);
+    a(line);
+    a(text);
+    a(reading);
+  }
   bool IsBefore(const BadCell& other) const {
     return line > 0 &&
            (other.line == 0 || chunk < other.chunk || (chunk == other.chunk && line < other.line));
@@ -76,14 +93,32 @@ struct FieldScan {
   bool hasRange = false;
   Range range;
   Categories categories;  // of the texts
+
+  template <class A>
+  void Transfer(A& a) {
+    a(missing);
+    a(numbers);
+    a(texts);
+    a(firstText);
+    a(firstBad);
+    a(hasRange);
+    a(range);
+    a(categories);
+  }
 };
 
 // A mergeable part of the reading: of a run of chunks.
 struct ScanPart {
+  static constexpr bool kIsOfOneLength = false;
   CaseCounts counts;
   std::vector<FieldScan> fields;  // by place
 
   void Merge(ScanPart&& right);
+  template <class A>
+  void Transfer(A& a) {
+    a(counts);
+    a(fields);
+  }
 };
 
 // What a field is to the reading.
