@@ -26,8 +26,8 @@ NQ_API double LogDeterminant(const NQDeterminant& det);
 // Indices   0-based. GetElem and SetElem of an element (i, j) are not range-checked (they assert in
 //           debug builds); an operation on row i refuses an i outside 0 .. n-1.
 // Failure   by return value. Unless stated, false means that an argument did not fit (a row outside
-//           the matrix, a length other than n) or that memory ended, and that nothing was changed; a
-//           number is then the system-missing value or negative, as stated, and GetDiagonal and
+//           the matrix, a length other than n) or that memory ended, and that nothing was changed;
+//           a number is then the system-missing value or negative, as stated, and GetDiagonal and
 //           GetNCheckDiagonal leave an empty vector. A matrix that loses its own storage, in a copy
 //           or where it is resized, has order -1. Nothing throws.
 // Output    `out` gets the order it needs. A result that may be dense needs a dense `out`

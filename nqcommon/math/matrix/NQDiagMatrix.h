@@ -18,7 +18,8 @@ namespace NQMath_940 {
 //           SetElem(i, j, x) answers false for i != j. ComputeAXpY takes a diagonal X only.
 // Output    where the result is diagonal because the arguments are, `out` may be diagonal
 //           (GetType() 1) or dense; otherwise it must be dense, as the interface says.
-// Failure   as the interface says; a failed allocation leaves order -1 and no entries.
+// Failure   as the interface says; a matrix that loses its storage has order -1 and no entries.
+//           Where memory ends in an operation on the matrix in place, it is as it was before.
 // Threads   one object, one thread at a time.
 //
 // Contents  NQDiagMatrix.cpp           life cycle, elements, mechanical operations, display
@@ -26,7 +27,7 @@ namespace NQMath_940 {
 //           NQDiagMatrix_product.cpp   products, parts
 class NQ_API NQDiagMatrix : public INQSymMatrix, private MatrixStorage<DiagonalShape> {
  public:
-  // The forms of these that the interface makes of the ones below.
+  // Some overloads of these are bodies of the interface.
   using INQSymMatrix::ComputeLTransV;
   using INQSymMatrix::ComputeLV;
   using INQSymMatrix::ComputeRVD;
@@ -72,7 +73,7 @@ class NQ_API NQDiagMatrix : public INQSymMatrix, private MatrixStorage<DiagonalS
   // The extremes off the diagonal are 0.
   void MaxMinDiagOffDiag(double& maxDiag, double& minDiag, double& maxOff,
                          double& minOff) const override;
-  // Does nothing.
+  // ZeroOutNonDiag has nothing to do.
   void ZeroOutNonDiag(double eps) override;
   void Display() const override;
   // The full square.

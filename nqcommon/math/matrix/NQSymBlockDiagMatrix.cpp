@@ -63,7 +63,7 @@ NQSymBlockDiagMatrix::~NQSymBlockDiagMatrix() = default;
 
 void NQSymBlockDiagMatrix::ClearAll() { *this = NQSymBlockDiagMatrix(); }
 
-// What a failed allocation leaves.
+// Fail leaves what a failed allocation leaves.
 bool NQSymBlockDiagMatrix::Fail() {
   ClearAll();
   fNRows = -1;
@@ -94,8 +94,8 @@ void NQSymBlockDiagMatrix::SetBlockIndicesForRow() {
   fvBlockOfRow.resize(Order(), GetNBlocks() - 1);
 }
 
-// The new nb; -1 where the order would be more than an int counts, and, with order -1 then, where
-// there is no memory.
+// Append returns the new nb; -1, nothing changed, where the order would be more than an int counts;
+// -1, with order -1 then, where there is no memory.
 template <class Matrix>
 int NQSymBlockDiagMatrix::Append(Matrix block) {
   const int size = block.GetNRows();

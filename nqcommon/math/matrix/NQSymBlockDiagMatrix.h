@@ -38,7 +38,9 @@ class NQRectMatrix;
 //           is done block by block; otherwise it must be dense, as the interface says.
 // Cost      a product with a vector, a factor, an inverse or a solve costs the sum over blocks; a
 //           product with an m x n or n x m matrix m times that.
-// Failure   as the interface says; a failed allocation leaves order -1 and no blocks.
+// Failure   as the interface says; a matrix that loses its storage, or finds none for its new
+//           structure, has order -1 and no blocks. Where memory ends in another operation on the
+//           matrix in place, it is as it was before.
 // Threads   one object, one thread at a time.
 //
 // Contents  NQSymBlockDiagMatrix.cpp            structure, elements, mechanical operations
@@ -48,7 +50,7 @@ class NQRectMatrix;
 //           NQSymBlockDiagMatrix_companion.cpp  products beside a dense matrix
 class NQ_API NQSymBlockDiagMatrix : public INQSymMatrix {
  public:
-  // The forms of these that the interface makes of the ones below.
+  // Some overloads of these are bodies of the interface.
   using INQSymMatrix::ComputeLTransV;
   using INQSymMatrix::ComputeLV;
   using INQSymMatrix::ComputeRVD;
@@ -86,16 +88,16 @@ class NQ_API NQSymBlockDiagMatrix : public INQSymMatrix {
   // The same with a copy of m: a dense matrix is a dense block, a diagonal one a diagonal block,
   // and of a block-diagonal one every block is appended. -1 for an order below 1.
   int AddBlock(const INQSymMatrix& m);
-  // Block b <- these values, in a block of the same size, which becomes of the kind of what
-  // replaces it: diagonal by a list or a diagonal matrix, otherwise dense. False, nothing changed,
-  // where the sizes differ.
+  // ReplaceBlock replaces block b by one of the same size: a diagonal one by a list or a diagonal
+  // matrix, otherwise a dense one. False, nothing changed, where the sizes differ.
   bool ReplaceBlock(int b, const std::vector<double>& diagonal);
   bool ReplaceBlock(int b, const INQSymMatrix& m);
 
   int GetNBlocks() const { return static_cast<int>(fvBlocks.size()); }
   int GetNDenseBlocks() const { return GetNBlocks() - GetNDiagBlocks(); }
   int GetNDiagBlocks() const;
-  // Empty where memory ends. GetStartingIndices has nb + 1 entries, the last being n.
+  // Both lists are empty where memory ends. GetStartingIndices has nb + 1 entries, the last being
+  // n.
   std::vector<int> GetBlockSizes() const;
   std::vector<int> GetStartingIndices() const;
   // The block of every row.
@@ -256,7 +258,7 @@ class NQ_API NQSymBlockDiagMatrix : public INQSymMatrix {
   }
 
   bool Fail();
-  // The table of rows, where it has not got the rows of the last blocks.
+  // SetBlockIndicesForRow gives the rows that the table has not got yet to the last block.
   void SetBlockIndicesForRow();
   template <class Matrix>
   int Append(Matrix block);

@@ -15,7 +15,7 @@ using NQCommon_940::NQMV;
 
 // ---- Factor ------------------------------------------------------------------------------------
 
-// Every block on its slice of t; `aliased` gets a flag for each row.
+// Factor factors every block on its slice of t; `aliased` gets a flag for each row.
 std::size_t NQSymBlockDiagMatrix::Factor(const double* t, double eps, std::vector<bool>& aliased) {
   std::vector<bool> ofBlock;
   ofBlock.reserve(Order());  // nothing is allocated once a block has been factored
@@ -78,7 +78,7 @@ bool NQSymBlockDiagMatrix::ComputeDeterminant(double eps, NQDeterminant& det) co
   return true;
 }
 
-// The blocks' inverses, in a copy that factor(copy) factors and `out` takes at the end.
+// InvertInto inverts the blocks in a copy, which factor(copy) factors and `out` takes at the end.
 template <class FactorCopy>
 int NQSymBlockDiagMatrix::InvertInto(INQSymMatrix& out, FactorCopy factor) const {
   NQSymBlockDiagMatrix inverse(*this);

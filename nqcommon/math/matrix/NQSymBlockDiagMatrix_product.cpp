@@ -122,8 +122,8 @@ double NQSymBlockDiagMatrix::TraceOfProductOfThree(const INQSymMatrix& a,
 
 // ---- Products of symmetric matrices ------------------------------------------------------------
 
-// x cut into blocks of the sizes here: x itself where it is so cut, a diagonal x as `cut`; null
-// where it cannot be.
+// CutAlike answers x as blocks of the sizes here: x itself where it has them, `cut` made of a
+// diagonal x; null for any other x.
 const NQSymBlockDiagMatrix* NQSymBlockDiagMatrix::CutAlike(const INQSymMatrix& x,
                                                            NQSymBlockDiagMatrix& cut) const {
   if (const NQSymBlockDiagMatrix* blocks = internal::AsBlockDiag(x)) {
@@ -222,7 +222,7 @@ bool NQSymBlockDiagMatrix::ComputeSS(const INQSymMatrix& b, INQRectMatrix& out) 
          });
 }
 
-// As the transpose of (G N)' M, which goes by the type of M.
+// M G N is the transpose of (G N)' M, which M computes in its own storage.
 bool NQSymBlockDiagMatrix::ComputeMGN(const INQSymMatrix& m, const INQSymMatrix& n,
                                       INQRectMatrix& out) const {
   NQRectMatrix gn, result;

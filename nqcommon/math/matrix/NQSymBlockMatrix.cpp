@@ -31,7 +31,8 @@ bool NQSymBlockMatrix::SetNRows(int nb, int bs, bool clear) {
   return resized;
 }
 
-// What a failed allocation leaves, unless all is there: blocks report theirs by their order.
+// FailUnless leaves what a failed allocation leaves unless all is there; a block tells by its order
+// that it has not got its storage.
 bool NQSymBlockMatrix::FailUnless(bool allocated) {
   const auto valid = [](const NQSymMatrix& block) { return block.IsValidMatrix(); };
   if (allocated && std::all_of(fvBlocks.begin(), fvBlocks.end(), valid)) return true;

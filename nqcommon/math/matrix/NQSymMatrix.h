@@ -18,14 +18,14 @@ class NQSymBlockDiagMatrix;
 // Layout    0-based; element (i, j), i >= j, is at i(i+1)/2 + j; (j, i) is the same cell.
 //           order 3:  s00 | s10 s11 | s20 s21 s22
 //           May be viewed as nb x nb square blocks of order bs, n = nb bs: stored no differently.
-// Failure   as the interface says; a failed allocation leaves order -1 and no entries. Scratch of a
-//           few vectors of n values is taken for granted.
+// Failure   as the interface says; a matrix that loses its storage has order -1 and no entries.
+//           Where memory ends in an operation on S in place, S is as it was before.
 // Threads   one object, one thread at a time.
 //
 // Contents  the sections below, each in the source that its title names.
 class NQ_API NQSymMatrix : public INQSymMatrix, private MatrixStorage<TriangleShape> {
  public:
-  // The forms of these that the interface makes of the ones below.
+  // Some overloads of these are bodies of the interface.
   using INQSymMatrix::ComputeLV;
   using INQSymMatrix::ComputeRVD;
   using INQSymMatrix::ComputeSV;
@@ -77,7 +77,8 @@ class NQ_API NQSymMatrix : public INQSymMatrix, private MatrixStorage<TriangleSh
   bool AddToDiagonalPart(int first, int count, double x);  // rows first .. first+count-1
   void MaxMinDiagOffDiag(double& maxDiag, double& minDiag, double& maxOff,
                          double& minOff) const override;
-  // The earlier rule: the diagonal, with b for entries that are not above a x the largest.
+  // GetNCheckDiagonalOld is the earlier rule: out = the diagonal, with b in place of every entry
+  // that is not above a x the largest.
   void GetNCheckDiagonalOld(std::vector<double>& out, double a, double b) const;
   void ZeroOutNonDiag(double eps) override;
   // With eps > 0: entries below eps x the largest |sii| in magnitude <- 0, the diagonal's too.
@@ -91,8 +92,9 @@ class NQ_API NQSymMatrix : public INQSymMatrix, private MatrixStorage<TriangleSh
   // Off-diagonal entries >= 1 <- 1 - x and those <= -1 <- -(1 - x): impossible correlations are
   // pulled back inside the unit interval. False unless 0 <= x < 1.
   virtual bool AdjustOffDiagCorr(double x);
-  // Sums of products of row i with row j of another matrix, and with v placed at column `first`,
-  // apart for the columns before `split` and from it on. False where they do not fit.
+  // `before` is the sum of products of row i with row j of another matrix, or with v placed at
+  // column `first`, over the columns before `split`; `after` the sum over the columns from it on.
+  // False where they do not fit.
   virtual bool ComputeRowDotProductS(int i, const INQSymMatrix& other, int j, int split,
                                      double& before, double& after) const;
   virtual bool ComputeRowDotProductS(int i, const std::vector<double>& v, int first, int split,
@@ -106,29 +108,34 @@ class NQ_API NQSymMatrix : public INQSymMatrix, private MatrixStorage<TriangleSh
   // t        one value per row, in the units of the diagonal. Sweeping in is refused when p <= t[k]
   //          eps (signed: negative pivots too), or when a row j swept before would be left with
   //          (s(j,j) - s(j,k)^2/p) eps t[j] <= -1: nearly dependent on the rows swept.
-  // check    refuse k outside 0 .. n-1 (else the caller's duty), eps <= 0, a set below n, t[i] < 0.
-  // Returns  false, matrix and set unchanged, on a refusal. Costs n(n+1)/2 multiply-adds.
+  // check    refuses eps <= 0, a set of fewer than n places, a t[i] < 0 and a k outside 0 .. n-1,
+  //          which is the caller's duty without it.
+  // Returns  false, matrix and set unchanged, on a refusal and where memory ends.
+  // Cost     n(n+1)/2 multiply-adds.
   bool Sweep(int k, double eps, const std::vector<double>& t, NQBitSet& swept, bool check);
   bool Sweep(int k, double eps, const double* t, NQBitSet& swept, bool check);
-  // The same in plain loops, result for result: the form that faster ones are held to.
+  // SweepOrig gives the same results in plain loops: faster forms are held to it.
   bool SweepOrig(int k, double eps, const double* t, NQBitSet& swept, bool check);
 
   // The drivers pass over rows refused, which stay out of the set. Without t the reference is the
   // current diagonal. With `check` they return false, nothing swept, on a bad argument, otherwise
   // raise every reference value below 1 to 1, in the caller's t when there is one. Arguments that
-  // would be read outside their bounds are refused with or without `check`.
+  // would be read outside their bounds are refused with or without `check`. Where memory ends the
+  // drivers return false and S is unchanged.
 
-  // Rows 0 .. n-1, after clearing the set (resized to n). Then, a failed check notwithstanding:
-  // zeroRedundant zeroes the rows left out, changeSign turns the swept -S^-1 into S^-1, a
+  // SweepOnAll clears the set, resized to n, and sweeps rows 0 .. n-1. Then, also after a failed
+  // check, zeroRedundant zeroes the rows left out and changeSign turns the swept -S^-1 into S^-1, a
   // generalised inverse when rows were left out.
   bool SweepOnAll(double eps, NQBitSet& swept, bool check, bool zeroRedundant, bool changeSign,
                   std::vector<double>* t = nullptr);
-  // Rows 0 .. m-1, taken out of the set first. logDet sums ln q over the rows swept with q > 0: q
-  // is the pivot before the sweep, or with pivotBefore false minus the diagonal after it.
+  // SweepOnMany takes rows 0 .. m-1 out of the set and sweeps them. logDet sums ln q over the rows
+  // swept with q > 0: q is the pivot before the sweep, or with pivotBefore false minus the diagonal
+  // after it.
   bool SweepOnMany(int m, double eps, bool pivotBefore, NQBitSet& swept, double& logDet, bool check,
                    std::vector<double>* t = nullptr);
-  // The listed rows in list order; one listed again is swept out again. To sweep out with `check`,
-  // pass t: the diagonal of a swept row is negative, no reference that `check` takes.
+  // SweepOnSelected sweeps the listed rows in list order; one listed again is swept out again. To
+  // sweep out with `check`, pass t: the diagonal of a swept row is negative, and `check` refuses
+  // negative references.
   bool SweepOnSelected(const std::vector<int>& rows, double eps, NQBitSet& swept, bool check,
                        std::vector<double>* t = nullptr);
   // ZeroOut of every row that is not a member; false when the set is smaller than n.
@@ -155,13 +162,13 @@ class NQ_API NQSymMatrix : public INQSymMatrix, private MatrixStorage<TriangleSh
   // diagonal entry gives y[i] = 0. False unless x has n values.
   bool LTSubstitute(std::vector<double>& x) const;
   bool TSolveSubst(std::vector<double>& x) const;
-  // Ridge search: the smallest shift c for which S + c I factors (LTChol with the largest diagonal
-  // entry of S as reference, and eps), by steps upward, then bisection to the relative width 2 eps
-  // (absolute for c < 1). An S that does not factor becomes (S + shift I) / d, shift being c plus
-  // 1% of the largest diagonal entry of S + c I, and d the largest of S + shift I, so that the
-  // largest ends as 1. Returns the number of factorisations; -1 for n < 2, -2 for eps <= 0, -3 when
-  // entries are not finite, the search leaves the range of doubles or memory ends. S is unchanged
-  // for all three.
+  // A ridge search finds the smallest shift c for which S + c I factors (LTChol with the largest
+  // diagonal entry of S as reference, and eps), by steps upward, then bisection to the relative
+  // width 2 eps (absolute for c < 1). An S that does not factor becomes (S + shift I) / d, shift
+  // being c plus 1% of the largest diagonal entry of S + c I, and d the largest of S + shift I, so
+  // that the largest ends as 1. Returns the number of factorisations; -1 for n < 2, -2 for eps <=
+  // 0, -3 when entries are not finite, the search leaves the range of doubles or memory ends. S is
+  // unchanged for all three.
   int TransformToPositiveDefinite(double eps, bool& changed, double& shift);
 
   // ---- Indefinite solves, rank-one changes (NQSymMatrix_indefinite.cpp) ------------------------
@@ -188,19 +195,19 @@ class NQ_API NQSymMatrix : public INQSymMatrix, private MatrixStorage<TriangleSh
 
   // ---- Linear dependence of rows (NQSymMatrix_redundancy.cpp) ----------------------------------
 
-  // Cholesky on a copy: indices lists the rows whose pivot is above both epsz and eps sii, the
-  // others depend on rows before them. Returns the number of dependent rows; -1 when epsz or eps is
-  // negative or the copy could not be had.
+  // CholIndNonRed factors a copy: indices lists the rows whose pivot is above both epsz and eps
+  // sii, the others depend on rows before them. Returns the number of dependent rows; -1 when epsz
+  // or eps is negative or memory ends.
   int CholIndNonRed(double epsz, double eps, std::vector<int>& indices) const;
-  // With the members of `swept` swept in: whether Sweep would refuse row k, which depends on them.
-  // Nothing is swept; nonRedundant(k) records the answer. False, nothing recorded, for a k or a set
-  // that does not fit.
+  // CheckMDependent tells whether Sweep would refuse row k, which then depends on the members of
+  // `swept`, the rows swept in. Nothing is swept; nonRedundant(k) becomes the opposite of the
+  // answer. False, nothing recorded, for a k or a set that does not fit and where memory ends.
   bool CheckMDependent(int k, double eps, const std::vector<double>& t, const NQBitSet& swept,
                        NQBitSet& nonRedundant) const;
-  // Whether this matrix G, a generalised inverse of M, has G M G = G row by row:
+  // CheckGMG tests row by row whether this matrix G, a generalised inverse of M, has G M G = G:
   //   |(G M G)(i,j) - g(i,j)| <= eps sqrt(|g(i,i)| |g(j,j)|) for every j.
   // nonRedundant (resized to n) marks the rows with a non-zero g(i,i) that pass. Returns the number
-  // of rows that fail, -1 when the orders differ or eps is negative.
+  // of rows that fail, -1 when the orders differ, eps is negative or memory ends.
   int CheckGMG(const INQSymMatrix& m, double eps, NQBitSet& nonRedundant) const;
 
   // ---- Products (NQSymMatrix_product.cpp) ------------------------------------------------------
@@ -272,9 +279,9 @@ class NQ_API NQSymMatrix : public INQSymMatrix, private MatrixStorage<TriangleSh
   bool UpdateXXPosNegW(const std::vector<double>& x, double w);
   // UpdateXX from the entries of a sparse x alone, which fits in n rows.
   bool UpdateXXSparse(const NQSparseVector& x, double w);
-  // Over the rows and columns that are members of the set only.
+  // UpdateXXNonRedun updates the rows and columns that are members of the set only.
   bool UpdateXXNonRedun(const std::vector<double>& x, const NQBitSet& set, double w);
-  // Two matrices in one pass: UpdateXXPosNegW of this matrix with w and of `second` with w2.
+  // UpdateXXMat2 is UpdateXXPosNegW of this matrix with w and of `second` with w2.
   bool UpdateXXMat2(const std::vector<double>& x, double w, NQSymMatrix& second, double w2);
   // S += w z z' in the diagonal block of z's length that starts at row `first`.
   bool UpdateZZ(const std::vector<double>& z, int first, double w);
@@ -296,7 +303,8 @@ class NQ_API NQSymMatrix : public INQSymMatrix, private MatrixStorage<TriangleSh
   bool ExtractFirstNRows(INQSymMatrix& out) const override;
   bool ExtractSubmatrix(const std::vector<int>& indices, INQSymMatrix& out) const override;
   bool ExtractDiagBlock(int b, NQSymMatrix& out) const;  // of the block view
-  // The same bordered by the last row: out(bs, k) = s(n-1, b bs + k), out(bs, bs) = s(n-1, n-1).
+  // ExtractBlockAndLastRow borders block b by the last row: out(bs, k) = s(n-1, b bs + k), out(bs,
+  // bs) = s(n-1, n-1).
   bool ExtractBlockAndLastRow(int b, NQSymMatrix& out) const;
   // The lower triangle of block (bi, bj): out(k, l) = s(bi bs + k, bj bs + l), k >= l.
   bool ExtractBlockInLowTriangular(int bi, int bj, NQSymMatrix& out) const;
@@ -316,10 +324,10 @@ class NQ_API NQSymMatrix : public INQSymMatrix, private MatrixStorage<TriangleSh
   bool GetRegCoeffs(std::vector<double>& out, const NQBitSet& set) const;
   // The same regression with its intercept, S being made of products about the means: `means` are
   // those of the predictors and, last, the target, of cases whose weights sum to sumOfWeights.
-  // coefficients = (intercept, out of GetRegCoeffs); the residual variance times `inverse`, of order
-  // n, is their covariance matrix: the inverse of (1, X)'W(1, X). Without means, S being made of
-  // raw products, there is no intercept: its coefficient and its row of the inverse are 0, as those
-  // of rows that are not in the set. False unless means has n values or none.
+  // coefficients = (intercept, out of GetRegCoeffs); the residual variance times `inverse`, of
+  // order n, is their covariance matrix: the inverse of (1, X)'W(1, X). Without means, S being made
+  // of raw products, there is no intercept: its coefficient and its row of the inverse are 0, as
+  // those of rows that are not in the set. False unless means has n values or none.
   bool GetRegression(const NQBitSet& set, const std::vector<double>& means, double sumOfWeights,
                      std::vector<double>& coefficients, NQSymMatrix& inverse) const;
 

@@ -33,7 +33,7 @@ bool NQSymMatrix::SubSymRectTBlockL(int row, int col, int nCols, const NQSymBloc
          });
 }
 
-// The columns of P L times L: column i of P L is row i of its transpose.
+// Row i of L' P L is column i of P L times L, and column i of P L is row i of its transpose.
 bool NQSymMatrix::SubSymBlockLTSBlockL(int first, const NQSymBlockDiagMatrix& l,
                                        NQSymMatrix& out) const {
   NQRectMatrix pl;

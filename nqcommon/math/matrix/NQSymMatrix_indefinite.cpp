@@ -54,9 +54,9 @@ bool SolveWithRows(const NQSymMatrix& s, const std::vector<int>& rows, const std
   return true;
 }
 
-// The rows whose distance from the space of those taken before them is above eps times their norm.
-// Gram-Schmidt, each row against the others twice, leaves the distance of a dependent row at a few
-// rounding errors of the norm, which an eps below that counts as none.
+// IndependentRows takes the rows whose distance from the space of those taken before them is above
+// eps times their norm. Gram-Schmidt, each row against the others twice, leaves a few rounding
+// errors of the norm as the distance of a dependent row, so that `least` is not below them.
 std::vector<int> IndependentRows(const NQSymMatrix& s, double eps) {
   const auto n = static_cast<std::size_t>(s.GetNRows());
   const double least =

@@ -135,7 +135,7 @@ double NQSymMatrix::ComputeVSWParts(const double* v, int nv, int row, const doub
 }
 
 // ---- Products of matrices ----------------------------------------------------------------------
-// Row by row, which needs no room for a full square.
+// Products of matrices are made row by row, which needs no room for a full square.
 
 bool NQSymMatrix::ComputeGMG(const INQSymMatrix& m, INQSymMatrix& out) const {
   return Sandwich(*this, m, internal::AsDenseSym(out));

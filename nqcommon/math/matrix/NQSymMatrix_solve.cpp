@@ -41,7 +41,7 @@ class RidgeSearch {
     s.GetNCheckDiagonal(fvReference, 1e-6, 1.0);
   }
 
-  // False when there was no memory. The copies after the first lie where that one lay.
+  // HasMemory answers for the whole search: the copies after the first lie where that one lay.
   bool HasMemory() const { return fmFactor.IsValidMatrix() && !fvReference.empty(); }
 
   bool Factors(double shift) {

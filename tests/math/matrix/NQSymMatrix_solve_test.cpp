@@ -356,7 +356,8 @@ TEST(NQSymMatrixSweep, RegressionCoefficientsAndTheWayBack) {
   EXPECT_LE(Distance(ToDense(s), ToDense(before)), 1e-11);
 }
 
-// y = 2 1 4 3 on x = 1 2 3 4 and its double: y = 1 + 0.6 x, ((1, x)'(1, x))^-1 = 1.5 -0.5 / -0.5 0.2.
+// y = 2 1 4 3 on x = 1 2 3 4 and its double: y = 1 + 0.6 x, and the inverse of (1, x)'(1, x) is
+// 1.5 -0.5 / -0.5 0.2.
 TEST(NQSymMatrixSweep, RegressionFromProductsAboutTheMeans) {
   NQSymMatrix s = FromPacked({5, 10, 20, 3, 6, 5}), inverse;
   NQBitSet swept;

@@ -23,8 +23,8 @@ inline bool RefusesFactor(const std::vector<double>& t, double eps, std::size_t 
   return t.size() < n || (check && (eps < 0 || AnyNegative(t.data(), t.size())));
 }
 
-// The diagonal rule: d[i] <- sqrt(d[i]) where it is above t[i] eps, otherwise 0 and aliased. Returns
-// the number of aliased rows; `aliased`, when given, tells which.
+// The diagonal rule: d[i] <- sqrt(d[i]) where it is above t[i] eps, otherwise 0 and aliased.
+// Returns the number of aliased rows; `aliased`, when given, tells which.
 inline std::size_t FactorDiagonal(double* d, std::size_t n, const double* t, double eps,
                                   std::vector<bool>* aliased = nullptr) {
   if (aliased) aliased->assign(n, false);
