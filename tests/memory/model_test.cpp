@@ -1,7 +1,9 @@
 #include <gtest/gtest.h>
 
+#include <nqcommon/common/Value.h>
 #include <nqcommon/model/NQCatNumEncoder.h>
 #include <nqcommon/model/NQContEncoder.h>
+#include <nqcommon/model/NQRecordEncoder.h>
 #include <nqcommon/model/NQRoundEncoder.h>
 #include <nqcommon/model/NQStringEncoder.h>
 #include <nqcommon/model/NQWeightVar.h>
@@ -103,48 +105,46 @@ MemoryCase Get(const char* name, const Out& want) {
   });
 }
 
+const char* const texts[] = {kLong.c_str(), nullptr};
+const NQSettings inner = Full();
+const NQSettings* const lists[] = {&inner, nullptr};
+
+// An operation by its text, on an object that `make` makes; ANSWERS says whether it succeeded.
+#define ANSWERS(make, ...) On(#__VA_ARGS__, make, [](auto& o) { return o.__VA_ARGS__; })
+#define THROWS(make, ...) Throws(#__VA_ARGS__, make, [](auto& o) { o.__VA_ARGS__; })
+
 TEST(Memory, Settings) {
-  static char text[] = "0123456789012345678901234567890123456789";
-  static const char* const texts[] = {text, nullptr};
-  static const NQSettings inner = Full();
-  static const NQSettings* const lists[] = {&inner, nullptr};
-  using S = NQSettings;
-  RunAll(
-      "Settings",
-      {
-          On("AddSetting number", Full, [](S& s) { return s.AddSetting(kLong, 1, false); }),
-          On("AddSetting replacing", Full, [](S& s) { return s.AddSetting("number", 1, true); }),
-          On("AddSetting text", Full, [](S& s) { return s.AddSetting("a", kLong, false); }),
-          On("AddNewSetting number", Full, [](S& s) { return s.AddNewSetting("a", 1, kLong); }),
-          On("AddNewSetting text", Full, [](S& s) { return s.AddNewSetting("a", kLong, kLong); }),
-          On("AddNewSetting settings", Full, [](S& s) { return s.AddNewSetting("a", inner, ""); }),
-          On("AddNewSetting texts", Full, [](S& s) { return s.AddNewSetting("a", texts, 2, ""); }),
-          On("AddNewSetting lists", Full, [](S& s) { return s.AddNewSetting("a", lists, 2, ""); }),
-          On(
-              "AddNewSetting list", Full,
-              [](S& s) { return s.AddNewSetting("a", Texts{kLong}, ""); }, true),
-          On("RemoveSetting", Full, [](S& s) { return s.RemoveSetting("text", true); }),
-          Throws("assignment", Full, [](S& s) { s = inner; }),
-          Throws("Clear", Full, [](S& s) { s.Clear(); }),
-          Throws("Display", Full, [](S& s) { s.Display(); }),
-          Throws("Clone", Full, [](S& s) { s = std::move(*std::unique_ptr<S>(s.Clone())); }),
-          Throws("SetValue number", Text, [](NQSetting& s) { s.SetValue(1.0); }),
-          Throws("SetValue text", Text, [](NQSetting& s) { s.SetValue(kOther); }),
-          Throws("SetValue settings", Text, [](NQSetting& s) { s.SetValue(inner); }),
-          Throws("SetValue value", Text, [](NQSetting& s) { s.SetValue(*s.GetValue()); }),
-          Throws("assigned setting", Text, [](NQSetting& s) { s = *inner.GetSettingAt(2); }),
-          Get("text", kLong),
-          Get("nested", Two()),
-          Get("doubles", Doubles{1, 2}),
-          Get("doubles", std::vector<int>{1, 2}),
-          Get("doubles", Texts{"1", "2"}),
-          Get("texts", Texts{"1", "2", kLong}),
-          Get("digits", Doubles{1, 2}),
-          Get("digits", std::vector<int>{1, 2}),
-          Get("pairs", Pairs{{"a", kLong}}),
-          Get("list", std::vector<NQSettings>{Two()}),
-          Gives("Compare", 2, 0, [] { return inner.Compare(inner); }),
-      });
+  const auto addList = [](NQSettings& s) { return s.AddNewSetting("a", Texts{kLong}, ""); };
+  RunAll("Settings", {ANSWERS(Full, AddSetting(kLong, 1, false)),
+                      ANSWERS(Full, AddSetting("number", 1, true)),
+                      ANSWERS(Full, AddSetting("a", kLong, false)),
+                      ANSWERS(Full, AddNewSetting("a", 1, kLong)),
+                      ANSWERS(Full, AddNewSetting("a", kLong, kLong)),
+                      ANSWERS(Full, AddNewSetting("a", inner, "")),
+                      ANSWERS(Full, AddNewSetting("a", texts, 2, "")),
+                      ANSWERS(Full, AddNewSetting("a", lists, 2, "")),
+                      On("AddNewSetting of a list", Full, addList, true),
+                      ANSWERS(Full, RemoveSetting("text", true)),
+                      THROWS(Full, operator=(inner)),
+                      THROWS(Full, operator=(std::move(*std::unique_ptr<NQSettings>(o.Clone())))),
+                      THROWS(Full, Clear()),
+                      THROWS(Full, Display()),
+                      THROWS(Text, SetValue(1.0)),
+                      THROWS(Text, SetValue(kOther)),
+                      THROWS(Text, SetValue(inner)),
+                      THROWS(Text, SetValue(*o.GetValue())),
+                      THROWS(Text, operator=(*inner.GetSettingAt(2))),
+                      Get("text", kLong),
+                      Get("nested", Two()),
+                      Get("doubles", Doubles{1, 2}),
+                      Get("doubles", std::vector<int>{1, 2}),
+                      Get("doubles", Texts{"1", "2"}),
+                      Get("texts", Texts{"1", "2", kLong}),
+                      Get("digits", Doubles{1, 2}),
+                      Get("digits", std::vector<int>{1, 2}),
+                      Get("pairs", Pairs{{"a", kLong}}),
+                      Get("list", std::vector<NQSettings>{Two()}),
+                      Gives("Compare", 2, 0, [] { return inner.Compare(inner); })});
 }
 
 // ---- Encoders -----------------------------------------------------------------------------------
@@ -183,11 +183,6 @@ MemoryCase Reads(const char* operation, T (*make)()) {
           true};
 }
 
-template <class T>
-MemoryCase Writes(const char* operation, T (*make)()) {
-  return Throws(operation, make, [](T& object) { nqtest::Saved(object); });
-}
-
 // What it takes to copy an object and to assign to it.
 template <class T>
 MemoryCase Copies(const char* operation, T (*make)()) {
@@ -198,45 +193,20 @@ MemoryCase Copies(const char* operation, T (*make)()) {
 }
 
 TEST(Memory, Encoders) {
-  using N = NQCatNumEncoder;
-  using S = NQStringEncoder;
-  RunAll("Encoders",
-         {
-             On("Encode number", Numbers, [](N& e) { return e.Encode(8) == 8; }),
-             On("Encode text", Strings, [](S& e) { return e.Encode(kOther) == 8; }),
-             Gives(
-                 "EncodeConst", -2.0, 3.0, [] { return Numbers().EncodeConst(3); }, true),
-             On("AddDiscreteUserMissing", Numbers,
-                [](N& e) { return e.AddDiscreteUserMissing(3, kLong); }),
-             On("AddDiscreteUserMissing text", Strings,
-                [](S& e) { return e.AddDiscreteUserMissing(kOther, kLong); }),
-             On(
-                 "SetValueLabels", Strings, [](S& e) { return e.SetValueLabels({"a"}); }, true),
-             On("SetValueLabel", Strings, [](S& e) { return e.SetValueLabel(0, kLong); }),
-             Gives(
-                 "Decode", std::string(), kLong, [] { return Strings().Decode(7); }, true),
-             Gives(
-                 "Decode bin", std::string(), std::string("(1, 2]"),
-                 [] { return Continuous().Decode(1); }, true),
-             Throws("SetBinning", Continuous,
-                    [](NQContEncoder& e) {
-                      e.SetBinning(e.GetBinning().CreateRebinned({1, 1, 1, 1}, 2));
-                    }),
-             Throws("AdjustBinning", Continuous,
-                    [](NQContEncoder& e) {
-                      NQBinningEncoder bins = e.GetBinning();
-                      bins.AdjustBinning({1, 1, 1, 1}, 2);
-                      e.SetBinning(bins);
-                    }),
-             Copies("copies of NQCatNumEncoder", Numbers),
-             Copies("copies of NQStringEncoder", Strings),
-             Copies("copies of NQContEncoder", Continuous),
-             Copies("copies of NQRoundEncoder", Rounding),
-             Reads("NQCatNumEncoder::ReadObjectXML", Numbers),
-             Reads("NQStringEncoder::ReadObjectXML", Strings),
-             Reads("NQRoundEncoder::ReadObjectXML", Rounding),
-             Writes("NQStringEncoder::WriteObjectXML", Strings),
-         });
+  RunAll(
+      "Encoders",
+      {ANSWERS(Numbers, Encode(8) == 8), ANSWERS(Strings, Encode(kOther) == 8),
+       ANSWERS(Numbers, AddDiscreteUserMissing(3, kLong)),
+       ANSWERS(Strings, AddDiscreteUserMissing(kOther, kLong)),
+       ANSWERS(Strings, SetValueLabels(o.GetMissValueLabels())),
+       ANSWERS(Strings, SetValueLabel(0, kLong)), THROWS(Strings, Decode(7)),
+       THROWS(Continuous, Decode(1)),
+       THROWS(Continuous, SetBinning(o.GetBinning().CreateRebinned({1, 1, 1, 1}, 2))),
+       Copies("copies of NQCatNumEncoder", Numbers), Copies("copies of NQStringEncoder", Strings),
+       Copies("copies of NQContEncoder", Continuous), Copies("copies of NQRoundEncoder", Rounding),
+       Reads("NQCatNumEncoder::ReadObjectXML", Numbers),
+       Reads("NQStringEncoder::ReadObjectXML", Strings),
+       Reads("NQRoundEncoder::ReadObjectXML", Rounding)});
 }
 
 // ---- Variables ----------------------------------------------------------------------------------
@@ -246,47 +216,39 @@ NQContVar Binned() { return {kLong, kLong, 0, 8, V::RoleInput, true, 4}; }
 NQWeightVar Weight() { return {kLong, kLong, V::RoundDown}; }
 
 TEST(Memory, Variables) {
-  using L = NQVarList;
   constexpr auto full = nqtest::FullVariableList;
-  RunAll(
-      "Variables",
-      {
-          Copies("copies of NQCatVar", Categorical),
+  const auto record = [](NQVarList& list) {
+    double row[6];
+    const std::vector<NQCommon_940::Value> cells(2, 1.5);
+    NQRecordEncoder(list, Texts{"name", "age"}).EncodeConst(cells, row);
+  };
+  RunAll("Variables",
+         {Copies("copies of NQCatVar", Categorical),
           Copies("copies of NQContVar", Binned),
           Copies("copies of NQWeightVar", Weight),
           Reads("NQCatVar::ReadObjectXML", Categorical),
           Reads("NQContVar::ReadObjectXML", Binned),
           Reads("NQWeightVar::ReadObjectXML", Weight),
           Reads("NQVarList::ReadObjectXML", full),
-          Writes("NQVarList::WriteObjectXML", full),
-          Throws("SetVariableLabel", Binned, [](V& v) { v.SetVariableLabel(kOther); }),
-          Throws("SetMissingValueReplacement", Binned,
-                 [](V& v) { v.SetMissingValueReplacement(kLong); }),
-          Throws("GetCutPoints", Binned, [](NQContVar& v) { v.GetCutPoints(); }),
-          Throws("SetNBins", Binned, [](NQContVar& v) { v.SetNBins(7); }),
-          Throws("SetMinMax", Binned, [](NQContVar& v) { v.SetMinMax(1, 2); }),
-          Throws("SetSumFreqWts", Categorical,
-                 [](NQCatVar& v) {
-                   v.SetSumFreqWts({1, 2});
-                 }),
-          Throws("AddContVar", full,
-                 [](L& l) { l.AddContVar(kLong, "", 0, 1, V::RoleInput, true, 2); }),
-          Throws("AddContVar cut points", full,
-                 [](L& l) { l.AddContVar("c", "", 0, 1, V::RoleInput, Doubles{0.5}); }),
-          Throws("AddCatVar", full,
-                 [](L& l) {
-                   l.AddCatVar("c", "", 2, V::LevelNumericCategorical, V::RoleInput, true);
-                 }),
-          Throws("AddCatVar texts", full,
-                 [](L& l) { l.AddCatVar("c", "", Texts{kLong}, Doubles{1}, V::RoleInput, true); }),
-          Throws("AddCatVar numbers", full,
-                 [](L& l) { l.AddCatVar("c", "", Doubles{1}, Doubles{1}, V::RoleInput, true); }),
-          Throws("SetWeightVar", full, [](L& l) { l.SetWeightVar(kLong, "", V::RoundDown); }),
-          Throws("AddNewVar", full, [](L& l) { l.AddNewVar(l.GetVarAt(0)); }),
-          Throws("assigned list", full, [](L& l) { l = L(l); }),
-          Throws("GetVarNames", full, [](L& l) { l.GetVarNames(); }),
-          On("RemoveVar", full, [](L& l) { return l.RemoveVar("name"); }),
-      });
+          Throws("NQVarList::WriteObjectXML", full, [](auto& list) { nqtest::Saved(list); }),
+          Throws("NQRecordEncoder", full, record),
+          THROWS(Binned, SetVariableLabel(kOther)),
+          THROWS(Binned, SetMissingValueReplacement(kLong)),
+          THROWS(Binned, GetCutPoints()),
+          THROWS(Binned, SetNBins(7)),
+          THROWS(Binned, SetMinMax(1, 2)),
+          THROWS(Categorical, SetSumFreqWts({1, 2})),
+          THROWS(full, AddContVar(kLong, "", 0, 1, V::RoleInput, true, 2)),
+          THROWS(full, AddContVar("c", "", 0, 1, V::RoleInput, Doubles{0.5})),
+          THROWS(full, AddCatVar("c", "", 2, V::LevelNumericCategorical, V::RoleInput, true)),
+          THROWS(full, AddCatVar("c", "", Texts{kLong}, Doubles{1}, V::RoleInput, true)),
+          THROWS(full, AddCatVar("c", "", Doubles{1}, Doubles{1}, V::RoleInput, true)),
+          THROWS(full, SetWeightVar(kLong, "", V::RoundDown)),
+          THROWS(full, AddNewVar(o.GetVarAt(0))),
+          THROWS(full, operator=(NQVarList(o))),
+          THROWS(full, GetVarNames()),
+          THROWS(full, CanBeReadBack()),
+          ANSWERS(full, RemoveVar("name"))});
 }
 
 }  // namespace

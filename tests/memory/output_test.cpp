@@ -51,77 +51,55 @@ MemoryCase Alone(const char* operation, Make make, bool mayThrow = true) {
       mayThrow);
 }
 
+// A builder by its call; one with elements `e` takes them over.
+#define BUILDS(...) Alone(#__VA_ARGS__, [] { return U::__VA_ARGS__; })
+#define BUILDS_OF(...) Makes(#__VA_ARGS__, [](const U::Elements& e) { return U::__VA_ARGS__; })
+
 TEST(Memory, StatXML) {
-  static const NQVariateData data = [] {
-    NQVariateData some;
-    some.AddCounts(NQXMLCounts(1, 2, 3, 4));
-    some.AddStatistic("mean", 0.5);
-    some.AddCoordinates({kLong, kLong, kLong, Texts{"a b", kLong}});
-    return some;
-  }();
+  static NQVariateData data;
+  data.SetCounts({NQXMLCounts(1, 2, 3, 4)});
+  data.AddStatistic("mean", 0.5);
+  data.SetCoordinates({{kLong, kLong, kLong, Texts{"a b", kLong}}});
+  static NQXMLCoordinatesGroup group(kLong);
+  group.SetCoordinates(data.GetCoordinates());
   static const NQXMLRecordInfo record(kLong, kLong, {Ints{1}, Doubles{2}});
-  static const Doubles row = {1, 2};
-  static const Texts texts = {"a b", kLong};
-  static const NQXMLCoordinatesGroup group = [] {
-    NQXMLCoordinatesGroup some(kLong);
-    some.AddCoordinates(data.GetCoordinates()[0]);
-    return some;
-  }();
-  using E = const U::Elements&;
-  nqtest::RunMemoryCases(
-      "StatXML",
-      {
-          Alone("BuildRoot", U::BuildRoot),
-          Alone("CreateElemUnivarData", [] { return U::CreateElemUnivarData(kLong); }),
-          Alone("CreateElemVarData",
-                [] { return U::CreateElemVarData("MultivariateData", kLong, data); }),
-          Alone("CreateElemStatistic", [] { return U::CreateElemStatistic(kLong, kLong); }),
-          Alone("CreateElemFieldInfo", [] { return U::CreateElemFieldInfo(kLong, 1, true); }),
-          Alone("CreateElemFactor", [] { return U::CreateElemFactor(kLong, kLong, true); }),
-          Alone("CreateElemCovariate", [] { return U::CreateElemCovariate(kLong, 2); }),
-          Alone("CreateElemLabel", [] { return U::CreateElemLabel(kLong); }),
-          Alone("CreateElemArray ints",
-                [] {
-                  return U::CreateElemArray(Ints{1, 2, 3});
-                }),
-          Alone("CreateElemArray doubles", [] { return U::CreateElemArray(row.data(), 2); }),
-          Alone("CreateElemArray texts", [] { return U::CreateElemArray(texts); }),
-          Alone("CreateElemRecordInfo", [] { return U::CreateElemRecordInfo(record); }),
-          Alone("CreateElemCoordinatesGroup", [] { return U::CreateElemCoordinatesGroup(group); }),
-          Alone("CreateElem",
-                [] { return U::CreateElem(kLong, "a", kLong, "b", kLong, "c", "d"); }),
-          Makes("Coordinates",
-                [](E e) {
-                  delete e[1];
-                  return U::CreateElemCoordinates(kLong, kLong, kLong, row, e[0]);
-                }),
-          Makes("CreateElemCoordinatesGroup of elements",
-                [](E e) { return U::CreateElemCoordinatesGroup(nullptr, e, kLong); }),
-          Makes("CreateElemRegressionParameter",
-                [](E e) { return U::CreateElemRegressionParameter(kLong, true, e, {}); }),
-          Makes("CreateElemLabel of elements", [](E e) { return U::CreateElemLabel(e); }),
-          Makes("CreateElemRowColLabels", [](E e) { return U::CreateElemRowColLabels(e, "row"); }),
-          Makes("CreateElemMatrixLabels", [](E e) { return U::CreateElemMatrixLabels(e); }),
-          Makes("CreateElemMatrix",
-                [](E e) { return U::CreateElemMatrix(nullptr, e, 1, 2, "any", true); }),
-          Makes("CreateElemSegmentInfo", [](E e) { return U::CreateElemSegmentInfo(kLong, e); }),
-          Makes("CreateElemSegmentData", [](E e) { return U::CreateElemSegmentData(nullptr, e); }),
-      });
+  nqtest::RunMemoryCases("StatXML", {BUILDS(BuildRoot()),
+                                     BUILDS(CreateElemUnivarData(kLong)),
+                                     BUILDS(CreateElemVarData("MultivariateData", kLong, data)),
+                                     BUILDS(CreateElemStatistic(kLong, kLong)),
+                                     BUILDS(CreateElemFieldInfo(kLong, 1, true)),
+                                     BUILDS(CreateElemFactor(kLong, kLong, true)),
+                                     BUILDS(CreateElemCovariate(kLong, 2)),
+                                     BUILDS(CreateElemLabel(kLong)),
+                                     BUILDS(CreateElemArray(Ints{1, 2, 3})),
+                                     BUILDS(CreateElemArray(Doubles{1, 2})),
+                                     BUILDS(CreateElemArray(Texts{"a b", kLong})),
+                                     BUILDS(CreateElemRecordInfo(record)),
+                                     BUILDS(CreateElemCoordinatesGroup(group)),
+                                     BUILDS(CreateElem(kLong, "a", kLong, "b", kLong, "c", "d")),
+                                     BUILDS_OF(CreateElemCoordinatesGroup(nullptr, e, kLong)),
+                                     BUILDS_OF(CreateElemRegressionParameter(kLong, true, e, {})),
+                                     BUILDS_OF(CreateElemLabel(e)),
+                                     BUILDS_OF(CreateElemRowColLabels(e, "row")),
+                                     BUILDS_OF(CreateElemMatrixLabels(e)),
+                                     BUILDS_OF(CreateElemMatrix(nullptr, e, 1, 2, "any", true)),
+                                     BUILDS_OF(CreateElemSegmentInfo(kLong, e)),
+                                     BUILDS_OF(CreateElemSegmentData(e[0], e[1]))});
 }
 
-// `run` exports: an element with a status that is OK, or none with kNoMemory.
+// An export: an element with a status that is OK, or none with kNoMemory.
 template <class Run>
 MemoryCase Exports(const char* operation, Run run) {
-  return Alone(
-      operation,
-      [run] {
-        XMLElement* out = nullptr;
-        const NQCommon_940::NQStatus status = run(out);
-        const bool isTold = out ? status.IsOK() : status.GetErrorCode() == 103;
-        return isTold ? out : XMLElement::Create("not told");
-      },
-      false);
+  const auto exported = [run] {
+    XMLElement* out = nullptr;
+    const NQCommon_940::NQStatus status = run(out);
+    const bool isTold = out ? status.IsOK() : status.GetErrorCode() == 103;
+    return isTold ? out : XMLElement::Create("not told");
+  };
+  return Alone(operation, exported, false);
 }
+
+#define EXPORTS(...) Exports(#__VA_ARGS__, [](XMLElement*& out) { return exporter.__VA_ARGS__; })
 
 TEST(Memory, PMML) {
   static const NQCommon_940::NQPMMLExporter exporter(nullptr);
@@ -129,40 +107,19 @@ TEST(Memory, PMML) {
   static const NQApplicInfo4XML info(kLong, kLong, kLong);
   static const NQUniStats statistics(kLong, 3, {1, 2, 3}, {1, 2}, true, {});
   static const NQUniStats categories(kLong, 3, {1, 2});
-  using Out = XMLElement*&;
+  const auto extension = [] {
+    XMLElement* out;
+    exporter.ExportExtension(kLong, 0.5, out);
+    return out;
+  };
   nqtest::RunMemoryCases(
-      "PMML", {
-                  Alone(
-                      "ExportPMMLElement", [] { return exporter.ExportPMMLElement(); }, false),
-                  Exports("ExportHeader",
-                          [](Out out) { return exporter.ExportHeader(&info, kLong, false, out); }),
-                  Exports("ExportDataDictionary",
-                          [](Out out) { return exporter.ExportDataDictionary(list, {}, out); }),
-                  Exports("ExportMiningSchema",
-                  [](Out out) { return exporter.ExportMiningSchema(list, {}, out); }),
-          Exports("ExportDataModel",
-                          [](Out out) { return exporter.ExportDataModel(list, {}, out); }),
-                  Exports("ExportUniStats",
-                          [](Out out) { return exporter.ExportUniStats(statistics, out); }),
-                  Exports("ExportUniStats",
-                          [](Out out) { return exporter.ExportUniStats(categories, out); }),
-                  Alone(
-                      "ExportExtension",
-                      [] {
-                        XMLElement* out;
-                        exporter.ExportExtension(kLong, 0.5, out);
-                        return out;
-                      },
-                      false),
-                  Alone(
-                      "ExportExtensionImpl",
-                      [] {
-                        XMLElement* out;
-                        NQCommon_940::ExportExtensionImpl(kLong, kLong, 0, false, out);
-                        return out;
-                      },
-                      false),
-              });
+      "PMML", {EXPORTS(ExportHeader(&info, kLong, false, out)),
+               EXPORTS(ExportDataDictionary(list, {}, out)),
+               EXPORTS(ExportMiningSchema(list, {}, out)), EXPORTS(ExportDataModel(list, {}, out)),
+               EXPORTS(ExportUniStats(statistics, out)), EXPORTS(ExportUniStats(categories, out)),
+               Alone(
+                   "ExportPMMLElement", [] { return exporter.ExportPMMLElement(); }, false),
+               Alone("ExportExtension", extension, false)});
 }
 
 }  // namespace
