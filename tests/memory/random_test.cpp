@@ -12,21 +12,17 @@ using namespace NQMath_940;
 using namespace nqtest;
 using Values = std::vector<double>;
 
-// Draws by `draw` into an `Out`: all of it and as without failures, or none and the source as it
-// was, with `out` still as it was made or of order -1.
-template <class Out, class Draw>
-MemoryCase Draws(const char* operation, NQRandomValues values, Draw draw) {
-  return {operation, [=](Injection& inject) {
-            NQRandomValues reference = values, tried = values;
-            Out want, got;
-            EXPECT_TRUE(draw(reference, want));
-            bool isDrawn = false;
-            inject([&] { isDrawn = draw(tried, got); });
-            return Verdict{isDrawn ? got == want
-                                   : inject.HasFailed() &&
-                                         tried.RVUni(0, 1) == NQRandomValues(values).RVUni(0, 1)};
-          }};
-}
+// What a draw changes: its output, and where the source stands, which the next uniform shows.
+struct Draw {
+  mutable NQRandomValues values;
+  Values vector{};
+  NQSymMatrix matrix{};
+  void Display() const {
+    NQDisplay_940::DisplayDV("", vector, true);
+    NQDisplay_940::DisplayDV("", matrix.AsVectorConst(), true);
+    NQDisplay_940::DisplayDF("", values.RVUni(0, 1));
+  }
+};
 
 TEST(Memory, Random) {
   NQRandomValues set, normal, wishart;
@@ -38,13 +34,6 @@ TEST(Memory, Random) {
   const NQURandom source(7, true, true);
   std::ostringstream text;
   source.WriteObjectXML(text, 0);
-  const auto drawVector = [](NQRandomValues& v, Values& out) { return v.GetRandom(out); };
-  const auto drawMatrix = [](NQRandomValues& v, Values& out) {
-    NQSymMatrix matrix;
-    const bool isDrawn = v.GetRandom(matrix);
-    out.swap(matrix.AsVector());
-    return isDrawn;
-  };
   std::vector<MemoryCase> rows = {
       {"NQURandom::WriteObjectXML",
        [&](Injection& inject) {
@@ -63,21 +52,15 @@ TEST(Memory, Random) {
          const bool isReported = !::testing::internal::GetCapturedStderr().empty();
          return Verdict{lines == 5 ? !isReported : lines == 0 && inject.HasFailed()};
        }},
-      Answers("NQRandomValues::SetParamUniform(vectors)", wishart,
-              [=](auto& v) { return v.SetParamUniform(low, high); }),
-      Answers("NQRandomValues::SetParamUniform(int)", wishart,
-              [](auto& v) { return v.SetParamUniform(3); }),
-      Answers("NQRandomValues::SetParamNormal(int)", wishart,
-              [](auto& v) { return v.SetParamNormal(3); }),
-      Answers("NQRandomValues::SetParamNormal(means, covariance)", wishart,
-              [=](auto& v) { return v.SetParamNormal(high, scale); }),
-      Answers("NQRandomValues::SetParamWishart", set,
-              [](auto& v) { return v.SetParamWishart(3, 5); }),
-      Answers("NQRandomValues::SetParamWishart(scale)", set,
-              [=](auto& v) { return v.SetParamWishart(3, 5, scale); }),
-      Draws<Values>("NQRandomValues::GetRandom(vector), uniform", set, drawVector),
-      Draws<Values>("NQRandomValues::GetRandom(vector), normal", normal, drawVector),
-      Draws<Values>("NQRandomValues::GetRandom(matrix)", wishart, drawMatrix),
+      NQ_ANSWERS(wishart, r.SetParamUniform(low, high)),
+      NQ_ANSWERS(wishart, r.SetParamUniform(3)),
+      NQ_ANSWERS(wishart, r.SetParamNormal(3)),
+      NQ_ANSWERS(wishart, r.SetParamNormal(high, scale)),
+      NQ_ANSWERS(set, r.SetParamWishart(3, 5)),
+      NQ_ANSWERS(set, r.SetParamWishart(3, 5, scale)),
+      NQ_ANSWERS(Draw{set}, r.values.GetRandom(r.vector)),
+      NQ_ANSWERS(Draw{normal}, r.values.GetRandom(r.vector)),
+      NQ_ANSWERS(Draw{wishart}, r.values.GetRandom(r.matrix)),
   };
   AddObject(rows, "NQURandom", source, source);
   AddObject(rows, "NQRandomValues", wishart, wishart);

@@ -12,11 +12,12 @@ namespace nqtest {
 template <class Object, class Call>
 MemoryCase Answers(const char* operation, Object object, Call call) {
   return {operation, [=](Injection& inject) {
+            const Object before = object;
             Object done = object, tried = object;
             call(done);
             bool answer = false;
             inject([&] { answer = call(tried); });
-            return Verdict{Displayed(tried) == Displayed(answer ? done : object) &&
+            return Verdict{Displayed(tried) == Displayed(answer ? done : before) &&
                            (answer || inject.HasFailed())};
           }};
 }
@@ -60,3 +61,10 @@ void AddObject(std::vector<MemoryCase>& rows, const char* name, Object object, O
 }
 
 }  // namespace nqtest
+
+// A row for a call on r, a copy of the object, and one for an expression that makes an object.
+#define NQ_ANSWERS(object, call) \
+  ::nqtest::Answers(#call, object, [=]([[maybe_unused]] auto& r) { return call; })
+#define NQ_MAKES(made, lost) \
+  ::nqtest::Makes(           \
+      #made, [=] { return made; }, lost)
