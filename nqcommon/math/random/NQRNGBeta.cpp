@@ -11,8 +11,8 @@ namespace NQMath_940 {
 
 namespace {
 
-// The normal accepts about 2 sqrt(mode (1 - mode)) of its points for large shapes, and few for
-// shapes near 1: where it would be less than half, the inverse is the better way.
+// Whether DrawByNormal accepts half of its points or more, so that it is faster than the inverse.
+// It accepts about 2 sqrt(mode (1 - mode)) of them for large shapes, and few for shapes near 1.
 bool SuitsNormal(double a, double b) {
   if (!(a > 1 && b > 1)) return false;
   const double total = (a - 1) + (b - 1);
@@ -33,8 +33,8 @@ double NQRNGBeta::DrawByNormal(double a, double b) {
   const double root = std::sqrt(total);
   for (;;) {
     const double s = internal::KindermanRamage(uniform);
-    const double up = s * root / (2 * powerX);     // (x - mode) / mode
-    const double down = -s * root / (2 * powerY);  // the same of 1 - x
+    const double up = s * root / (2 * powerX);     // up is (x - mode) / mode
+    const double down = -s * root / (2 * powerY);  // down is the same of 1 - x
     if (!(up > -1 && down > -1)) continue;
     const double defect =
         powerX * internal::LogDefect(up, 1 + up) + powerY * internal::LogDefect(down, 1 + down);

@@ -8,7 +8,7 @@ namespace NQMath_940 {
 
 namespace {
 
-// Up to here counting costs no more than one beta variate.
+// The number of trials up to which counting costs no more than one beta variate.
 constexpr double kSimpleTrials = 40;
 
 bool IsValid(double n, double p) {
@@ -24,8 +24,9 @@ bool NQRNGBinomial::SetParameters(double n, double p) {
   return valid;
 }
 
-// D. A. Relles, "A simple algorithm for generating binomial random variables when N is large", JASA
-// 67 (1972) 612-613; J. H. Ahrens and U. Dieter, Computing 12 (1974) 223-246.
+// The method is that of D. A. Relles, "A simple algorithm for generating binomial random variables
+// when N is large", JASA 67 (1972) 612-613, and of J. H. Ahrens and U. Dieter, Computing 12 (1974)
+// 223-246.
 double NQRNGBinomial::GetNext(double n, double p) {
   if (!IsValid(n, p)) return 0;
   NQRNGBeta beta(1, 1);

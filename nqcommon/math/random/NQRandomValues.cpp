@@ -17,7 +17,8 @@ using NQCommon_940::GuardMemory;
 
 void NQRandomValues::SetSeed(unsigned long s) {
   fSeed = s;
-  // Ownership is not asked for: whoever sets a source and then a seed gives the source up.
+  // The stated behaviour does not ask for ownership: whoever sets a source and then a seed gives
+  // the source up.
   delete fpShared;
   fpShared = nullptr;
   fOwn = NQURandom(s, true, true);

@@ -17,7 +17,7 @@ using NQCommon_940::NQMV;
 
 namespace {
 
-// The source as the methods below the variates call it.
+// A function that gives the uniforms of a source, as the methods in internal/ call it.
 auto UniformsOf(NQURandom* source) {
   return [source] { return source->GetRandom(); };
 }
@@ -43,7 +43,7 @@ double NQRandomValues::GetRandom() {
 
 bool NQRandomValues::GetRandom(std::vector<double>& out) {
   const auto n = static_cast<std::size_t>(fDim);
-  // Capacity is all that is asked for before the draws, so that a failure leaves `out` alone.
+  // `out` gets its capacity before the first draw: a failure then leaves it and the source alone.
   if (fKind == kWishart || !GuardMemory([&] { out.reserve(n); })) return false;
   out.resize(n);
   if (fReady) {
@@ -54,7 +54,7 @@ bool NQRandomValues::GetRandom(std::vector<double>& out) {
   } else {
     for (double& z : out) z = RVSNor();
     if (fStandard) return true;
-    // From the last row up, each overwrites what none of the rows before it needs.
+    // Row i reads z_0 .. z_i: from the last row up, the sums can overwrite the deviates.
     const double* factor = fpArrays->factor.AsVectorConst().data();
     for (std::size_t i = n; i-- > 0;)
       out[i] = fpArrays->low[i] +
@@ -72,7 +72,8 @@ bool NQRandomValues::GetRandom(NQSymMatrix& out) {
     *element++ = std::sqrt(RVChi(fWishartDf - i));
   }
   if (!fStandard) {
-    // A <- L A, from the last row up: rows before it still hold those of A.
+    // A <- L A. Row i reads the rows of A up to itself: from the last row up, those of L A can
+    // overwrite them.
     const double* factor = fpArrays->factor.AsVectorConst().data();
     for (auto i = static_cast<std::size_t>(fDim); i-- > 0;) {
       const double* l = factor + internal::RowStart(i);

@@ -22,7 +22,7 @@ constexpr int kNLines = 5;
 
 constexpr char kTag[] = {'N', 'Q', 'U', 'R'};
 
-// The binary record behind its tag.
+// The binary record without its tag.
 struct Record {
   double seed;
   std::int32_t usePortable;

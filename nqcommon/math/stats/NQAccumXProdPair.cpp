@@ -124,7 +124,7 @@ bool NQAccumXProdPair::Finish() {
 
 // ---- Merging ------------------------------------------------------------------------------------
 
-// The same statistics of both sets of cases (Chan, Golub and LeVeque 1983).
+// Adds statistics of other cases to those of a cell (Chan, Golub and LeVeque 1983).
 void NQAccumXProdPair::MergeFolded(std::size_t cell, Stats theirs, double covariance) {
   Stats& ours = fCells->stats[cell];
   double& ourCovariance = fmCovar.AsVector()[cell];
@@ -139,7 +139,7 @@ void NQAccumXProdPair::MergeFolded(std::size_t cell, Stats theirs, double covari
   const double w = w1 + w2;
   const double dx = theirs.meanX - ours.meanX;
   const double dy = theirs.meanY - ours.meanY;
-  // W1 (m - m1)^2 + W2 (m - m2)^2
+  // between (m2 - m1)^2 is W1 (m - m1)^2 + W2 (m - m2)^2.
   const double between = w1 * w2 / w;
   const auto pool = [&](double a, double b, double product) {
     return ((w1 - 1) * a + (w2 - 1) * b + between * product) / (w - 1);
@@ -157,7 +157,7 @@ bool NQAccumXProdPair::Merge(const NQAccumXProdPair& other) {
   }
   if (fNVars != other.fNVars || !HasPairs()) return false;
   for (std::size_t cell = 0; cell < PairCount(); ++cell) {
-    // A copy: the other one may be this one.
+    // The batch is copied because the other accumulator may be this one.
     const Batch theirs = other.fCells->batches[cell];
     MergeFolded(cell, other.fCells->stats[cell], other.fmCovar.AsVectorConst()[cell]);
     Batch& batch = fCells->batches[cell];
@@ -200,7 +200,7 @@ const NQSymMatrix& NQAccumXProdPair::GetCorr() {
   const std::vector<double>& covar = fmCovar.AsVectorConst();
   double* corr = fmCorr.AsVector().data();
   const auto n = static_cast<std::size_t>(fmCorr.GetNRows());
-  // sqrt(cov(r, r)), 0 where there is no such cell
+  // root(r) is sqrt(cov(r, r)), and 0 where there is no such cell.
   const auto root = [&](std::size_t r) {
     return DiagIndex(r) < covar.size() ? std::sqrt(covar[DiagIndex(r)]) : 0.0;
   };
@@ -215,7 +215,7 @@ const NQSymMatrix& NQAccumXProdPair::GetCorr() {
   return fmCorr;
 }
 
-// The off-diagonal elements are of(cell), the diagonal ones are missing.
+// Makes the matrix whose off-diagonal elements are of(cell) and whose diagonal is missing.
 template <class Of>
 bool NQAccumXProdPair::MakeMatrix(NQSymMatrix& out, Of of) const {
   NQSymMatrix matrix(fNVars, true);

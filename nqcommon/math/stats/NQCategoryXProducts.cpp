@@ -75,7 +75,7 @@ void NQCategoryXProducts::Clear() { fState.Clear(); }
 
 // ---- The centre ---------------------------------------------------------------------------------
 
-// The sums about the centre less `shift`, with x - (c - e) = (x - c) + e.
+// Makes the sums those about the centre less `shift`: with e = shift, x - (c - e) is (x - c) + e.
 void NQCategoryXProducts::State::MoveCentre() {
   const std::size_t v = centre.size();
   const auto p = static_cast<std::size_t>(table.GetNRows());
@@ -94,12 +94,12 @@ void NQCategoryXProducts::State::MoveCentre() {
   }
 }
 
-// Before cases of total weight w are added, of which `first` is one: moves the centre to the mean
-// with them when the weight will have doubled since it was there. addDeviations(s) adds to s[i] the
-// sum of w (x_i - centre_i) of the cases.
+// FollowMean comes before cases of total weight w are added, of which `first` is one. It moves the
+// centre to the mean, theirs included, when the weight will have doubled since it was last moved.
+// addDeviations(s) adds to s[i] the sum of w (x_i - centre_i) of the cases.
 //
-// With the mean m of all cases and m1 of the weight W1 >= W / 2 at which the centre was set,
-// W (m - m1)^2 is at most the sum of squares about m: so much more is summed at most.
+// Let m be the mean of all cases, and m1 that of the first W1 >= W / 2 of their weight, the centre.
+// Then W (m - m1)^2 is at most the sum of squares about m: the sum about m1 is at most twice that.
 template <class AddDeviations>
 void NQCategoryXProducts::FollowMean(double w, const double* first, AddDeviations addDeviations) {
   State& s = fState;
@@ -108,7 +108,7 @@ void NQCategoryXProducts::FollowMean(double w, const double* first, AddDeviation
   if (s.nCases == 0) s.centre.assign(first, first + s.centre.size());
   s.shift = s.deviations;
   addDeviations(s.shift.data());
-  // The difference of the rounded centres is what the sums are moved by.
+  // The sums are moved by the difference of the two centres as they are rounded.
   for (std::size_t i = 0; i < s.shift.size(); ++i)
     s.shift[i] = s.centre[i] - (s.centre[i] + s.shift[i] / nCases);
   s.MoveCentre();
@@ -117,7 +117,7 @@ void NQCategoryXProducts::FollowMean(double w, const double* first, AddDeviation
 
 // ---- Cases --------------------------------------------------------------------------------------
 
-// Rows to be used as they lie: values, codes, weights.
+// The rows of a matrix that are used: values, codes and weights, the next row `step` further on.
 struct NQCategoryXProducts::Rows {
   const double* data;
   std::size_t count;
@@ -137,7 +137,7 @@ bool NQCategoryXProducts::AddRows(const Rows& rows, bool isAnew) {
   const std::size_t c = fState.levels.size();
   const std::size_t nWeights = fState.nWeights;
   const auto weight = [&](const double* row) {
-    return Cases{row + c, 1, v, nWeights}.Weight(0);  // the weights are behind the codes
+    return Cases{row + c, 1, v, nWeights}.Weight(0);  // weights come after the codes
   };
   double total = 0;
   for (std::size_t k = 0; k < rows.count; ++k) {
@@ -149,7 +149,7 @@ bool NQCategoryXProducts::AddRows(const Rows& rows, bool isAnew) {
   }
   if (!(total >= 0)) return false;
 
-  // Chunks that a cache holds, since their values are read twice, and their codes once more.
+  // A chunk of cases fits a cache, because its values are read two or three times.
   const std::size_t depth = std::clamp<std::size_t>(32768 / (v + 1), 64, 4096);
   return GuardMemory(false, [&] {
     std::vector<double> gathered(c == 0 ? 0 : depth * (v + 1));
@@ -214,13 +214,13 @@ bool NQCategoryXProducts::AddCase(const std::vector<double>& x, const std::vecto
   return true;
 }
 
-// The rows of the table that belong to the indicators of a case.
+// Adds a case to the rows of the table that belong to its indicators.
 void NQCategoryXProducts::AddCategories(const double* x, const int* codes, double w) {
   const std::size_t v = fState.centre.size();
   const int* levels = fState.levels.data();
   const double* centre = fState.centre.data();
   double* table = fState.table.AsVector().data();
-  std::size_t begin = v;  // of the indicators of factor a
+  std::size_t begin = v;  // the first indicator of factor a
   for (std::size_t a = 0; a < fState.levels.size(); ++a) {
     double* row = table + RowStart(begin + static_cast<std::size_t>(codes[a]));
     for (std::size_t j = 0; j < v; ++j) row[j] += w * (x[j] - centre[j]);

@@ -13,7 +13,7 @@ namespace {
 
 constexpr int kElementLimit = 9377657;
 
-// What element i adds to the hash.
+// The term of element i in the hash.
 unsigned Term(std::size_t i, int value, int offset) {
   constexpr auto& kPrimes = NQHashKey::PRIME_FACTOR;
   if (i == 0) return 0;

@@ -132,7 +132,7 @@ bool NQMeansXProdData::Merge(const NQMeansXProdData& other) {
   const double w1 = fSums.nCases;
   const double w2 = other.fSums.nCases;
   const double nCases = w1 + w2;
-  // The formulas would round what is to be copied.
+  // Into an empty record the other one is copied, because the formulas would round it.
   if (adopts || (w1 == 0 && w2 > 0))
     return SetData(other.fIntercept, w2, other.GetMeans(), other.GetXProds().AsVectorConst());
   if (nCases <= 0) return true;
@@ -185,7 +185,7 @@ bool NQMeansXProdData::AddCase(const std::vector<double>& x, double w) {
 }
 
 bool NQMeansXProdData::DeleteCase(const std::vector<double>& x, double w) {
-  // There is nothing to take from, and the factor of the products would divide by 0.
+  // An empty record has no case to delete, and the factor of the products would divide by 0.
   if (fSums.nCases == 0) return AddCase(x, -w);
   const double nCases = fSums.nCases - w;
   if (!HasValues(x) || !(nCases >= 0)) return false;

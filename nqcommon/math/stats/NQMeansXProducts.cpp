@@ -32,14 +32,14 @@ NQMeansXProducts& NQMeansXProducts::operator=(const NQMeansXProducts& other) {
   if (GetNVars() == other.GetNVars() && fRaw.Assign(other.fRaw)) return *this;
   SetNVars(0);
   fRaw = Sums();
-  // Sums that were lost are not sums of 0.
+  // NaN marks raw sums that were lost, which FinishUpdateOnePass must not take for none.
   if (other.fRaw.nCases != 0) fRaw.nCases = std::numeric_limits<double>::quiet_NaN();
   return *this;
 }
 
 NQMeansXProducts::~NQMeansXProducts() = default;
 
-// The rows to be used, as they lie. False for a matrix of another width.
+// Sets `block` to the rows that are used, where they lie. False for a matrix of another width.
 bool NQMeansXProducts::TakeCases(const NQRectMatrix& cases, int nRows,
                                  internal::Cases& block) const {
   const int nWeights = int{fFreqWeight} + int{fRegWeight};
@@ -66,7 +66,7 @@ bool NQMeansXProducts::Compute(const NQRectMatrix& cases, int nRows) {
       means[i] = exact ? first : means[i] / nCases;
     }
     const std::vector<double> origin(IsIntercept() ? 0 : means.size());
-    std::vector<double> deviations(means.size());  // their sums, which are not needed
+    std::vector<double> deviations(means.size());  // sums that AddProducts gives as well
     Clear();
     if (nCases == 0) return true;
     double* xProds = Restart(nCases, std::move(means));
@@ -90,7 +90,7 @@ bool NQMeansXProducts::UpdateOnePass(const NQRectMatrix& cases, int nRows) {
     internal::Cases block;
     if (!TakeCases(cases, nRows, block)) return false;
     const std::vector<double> origin(block.nVars);
-    // Sums of another number of variables are left from before it was changed.
+    // Raw sums of another number of variables are left from before SetNVars.
     const bool isUnderway = fRaw.nCases != 0 && fRaw.values.size() == block.nVars;
     if (!isUnderway && !StartUpdateOnePass()) return false;
     internal::AddProducts(block, origin, {fRaw.nCases, fRaw.values},

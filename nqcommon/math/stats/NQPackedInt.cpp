@@ -12,7 +12,8 @@ using NQCommon_940::GuardMemory;
 
 namespace {
 
-// Unchecked values may leave the range of int: what is computed with them wraps around.
+// An int as an unsigned number: sums and products of unchecked values may leave the range of int,
+// and wrap around.
 unsigned Wrap(int value) { return static_cast<unsigned>(value); }
 
 bool SetSize(std::vector<int>& values, std::size_t size) {
@@ -61,7 +62,7 @@ bool NQPackedInt::Setup() {
 }
 
 int NQPackedInt::GetNDiffVal(int position) const {
-  const auto i = static_cast<std::size_t>(position);  // a negative one is past every end
+  const auto i = static_cast<std::size_t>(position);  // a negative position is past every end
   return i < fvPositions->size() ? (*fvPositions)[i].nDiffValues : -1;
 }
 

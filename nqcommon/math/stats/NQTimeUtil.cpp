@@ -10,7 +10,7 @@ namespace {
 
 constexpr double kTicksPerSecond = 1e6;
 
-// The sum of a count and what is added to it, within the range of int.
+// The sum of a count and a number, or the nearest limit of an int.
 int Sum(int count, long long added) {
   constexpr long long kLowest = std::numeric_limits<int>::min();
   constexpr long long kLargest = std::numeric_limits<int>::max();

@@ -1,5 +1,6 @@
 // The four classes of means and cross-products.
 #include <nqcommon/math/stats/NQAccumXProdPair.h>
+#include <nqcommon/math/stats/NQCategoryXProducts.h>
 #include <nqcommon/math/stats/NQMeansXProducts.h>
 #include <nqcommon/math/stats/NQProvMeans.h>
 
@@ -76,6 +77,10 @@ TEST(MeansXProducts, EveryWayGivesTheExactRecord) {
     };
     expect(Computed(row.cases, row.intercept), kMeansFirst, "Compute");
     expect(InBlocks(row, row.intercept, false), kRoundedMeans, "blocks");
+    NQCategoryXProducts none(3, {}, row.intercept, true, false);
+    NQMeansXProdData record;
+    EXPECT_EACH(true, none.Compute(ToRect(row.cases), 0), none.GetRecord(record));
+    expect(record, kMeansFirst, "without factors");
     NQProvMeans single(3, row.intercept);
     for (const auto& one : row.cases) EXPECT_TRUE(single.Update(one, one.back()));
     EXPECT_TRUE(single.Update(row.cases[0], single.GetNCases() / 2));

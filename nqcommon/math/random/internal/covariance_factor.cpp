@@ -13,7 +13,7 @@ namespace NQMath_940::internal {
 namespace {
 
 // Whether each element (i, j) of `product` is that of S to within the square root of
-// tolerance s(i,i) s(j,j). An element that is NaN is not.
+// tolerance s(i,i) s(j,j). The answer is false when an element is NaN.
 bool Reproduces(const NQSymMatrix& product, const NQSymMatrix& s,
                 const std::vector<double>& diagonal, double tolerance) {
   const double relative = std::sqrt(tolerance);

@@ -13,11 +13,11 @@
 
 namespace NQMath_940::internal {
 
-// Where the triangle ends.
+// The half-width of the triangle.
 constexpr double kTriangleEnd = 2.216035867166471;
 
-// The normal density over the triangle. Exactly 0 at 0, which is kept on purpose: no draw depends
-// on a single point.
+// The normal density less the triangle. Its value at 0 is exactly 0, which is kept on purpose: no
+// draw depends on a single point.
 inline double NormalOverTriangle(double t) {
   if (t == 0) return 0;
   const double triangle = 0.180025191068563 * std::max(0.0, kTriangleEnd - std::fabs(t));

@@ -20,8 +20,8 @@ constexpr std::uint32_t Twist(std::uint32_t word, std::uint32_t next, std::uint3
   return far ^ (y >> 1) ^ ((0u - (next & 1u)) & 0x9908b0dfu);
 }
 
-// The word after i in the rounds over the words 1 .. 623; word 0 takes the value of
-// the last one as a round ends.
+// The word after i in the rounds over the words 1 .. 623. At the end of a round word 0 takes the
+// value of the last word.
 unsigned Advance(TwisterState& state, unsigned i) {
   if (i + 1 < kN) return i + 1;
   state.mt[0] = state.mt[kN - 1];

@@ -13,14 +13,14 @@ using TwisterState = NQRNGUTwister::Data;
 constexpr unsigned kTwisterWords = 624;
 
 void SeedTwister(TwisterState& state, std::uint32_t seed);
-// length 0 counts as the single key 0.
+// Both seed the state; a key of length 0 counts as the single key 0.
 void SeedTwister(TwisterState& state, const unsigned long* key, unsigned long length);
 
 // Replaces all words by the next 624; seeds a state that never was.
 void RegenerateTwister(TwisterState& state);
 
 inline std::uint32_t NextWord(TwisterState& state) {
-  // Unsigned: an index that is out of range on either side starts a new block.
+  // As unsigned numbers, indices that are out of range on either side both start a new block.
   if (static_cast<unsigned>(state.mti) >= kTwisterWords) RegenerateTwister(state);
   std::uint32_t y = state.mt[state.mti++];
   y ^= y >> 11;

@@ -11,8 +11,8 @@ namespace NQMath_940 {
 
 // One categorical field: the sum of the weights of each category, for a bar chart.
 //
-// Failure   where memory ends: no categories, also in a copy; variate data without counts, which the
-//           next call tries again to put together.
+// Failure   where memory ends: no categories, also in a copy; variate data without counts, which
+//           the next call tries again to put together.
 // Threads   one object, one thread at a time.
 class NQ_API NQBarChartData {
  public:

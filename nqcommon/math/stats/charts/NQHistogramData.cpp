@@ -59,7 +59,7 @@ double NQHistogramData::GetBinLimit(int i) const {
 }
 
 double NQHistogramData::BinValue(int i, double Bin::*value) const {
-  const auto at = static_cast<std::size_t>(i);  // a negative one is past every end
+  const auto at = static_cast<std::size_t>(i);  // a negative index is past every end
   return at < fvBins->size() ? (*fvBins)[at].*value : NQMV::Missing();
 }
 

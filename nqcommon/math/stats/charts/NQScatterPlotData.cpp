@@ -51,7 +51,7 @@ bool NQScatterPlotData::UpdateData(double f, double r, double x, double y) {
   return true;
 }
 
-// All three values, or none. A copy that lost its points has no lists, and takes no more.
+// Adds all three values, or none. A copy that lost its points has no lists, and takes no more.
 bool NQScatterPlotData::AddPoint(double x, double y, double f) {
   Doubles* const lists[] = {(*fCoordinates)[0].GetDoubles(), (*fCoordinates)[1].GetDoubles(),
                             (*fCoordinates)[2].GetDoubles()};
@@ -109,7 +109,7 @@ NQVariateData& NQScatterPlotData::GetNQVariateData(const std::string& descriptio
     std::vector<NQXMLCoordinates> coordinates;
     coordinates.reserve(fCoordinates->size());
     if (fBinned) CollectCells();
-    // Nothing below can fail: the points are moved when all else is there.
+    // The points are moved last, when nothing can fail any more.
     for (NQXMLCoordinates& axis : *fCoordinates) coordinates.push_back(std::move(axis));
     data.SetCoordinates(std::move(coordinates));
     *fVariateData = std::move(data);

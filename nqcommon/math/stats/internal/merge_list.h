@@ -6,7 +6,7 @@
 namespace NQMath_940::internal {
 
 // Merges the entries into `target` in order, passing over null ones, up to the first that fails.
-// False, too, unless the first entry has variables, as many as the target or the target none.
+// The answer is also false unless the first entry has variables, as many as the target has, if any.
 template <class Target, class Entry>
 bool MergeList(Target& target, const std::vector<Entry*>& others) {
   const auto first = std::find_if(others.begin(), others.end(),

@@ -10,8 +10,8 @@
 
 namespace NQMath_940::internal {
 
-// The length of nBins bins over min .. max, 0 for a single bin. Without bins, and where the range
-// is none or its length no finite number, nBins becomes 1.
+// The length of nBins bins over min .. max, 0 for a single bin. nBins becomes 1 when it is below 1,
+// and unless min < max and max - min is finite.
 inline double FitBins(int& nBins, double min, double max) {
   if (nBins < 1 || !(min < max) || !std::isfinite(max - min)) nBins = 1;
   return nBins < 2 ? 0 : (max - min) / nBins;
@@ -22,7 +22,7 @@ inline std::size_t BinOf(double x, double min, double length, int nBins) {
   if (nBins < 2) return 0;
   const double bin = (x - min) / length;
   if (!(bin >= 1)) return 0;
-  // Compared before it is converted: no integer holds every double.
+  // The double is compared before it is converted, because no integer holds every double.
   return static_cast<std::size_t>(bin < nBins ? static_cast<int>(bin) : nBins - 1);
 }
 
@@ -33,14 +33,14 @@ inline double BinLimit(int i, int nBins, double min, double max, double length) 
   return i == nBins ? max : min + i * length;
 }
 
-// n cells as they are at first. False, and none, where memory ends.
+// Sets `cells` to n cells as they are at first. False, and no cells, where memory ends.
 template <class Cell>
 bool MakeCells(std::vector<Cell>& cells, std::size_t n) {
   return NQCommon_940::GuardMemory([&] { cells.resize(n); });
 }
 
-// Moves a mean by a case of weight w; sum is that of the weights, this one included. A mean that is
-// missing starts from 0. A weight of 0 does nothing, for with all weights 0 there is no mean.
+// Moves a mean by a case of weight w, where `sum` is the sum of the weights with w. A mean that is
+// missing starts from 0. A weight of 0 does nothing, because cases of weight 0 have no mean.
 inline void MoveMean(double& mean, double x, double w, double sum) {
   if (w == 0) return;
   if (NQCommon_940::NQMV::IsMissing(mean)) mean = 0;
