@@ -16,6 +16,12 @@ void dsymm_(const char* side, const char* uplo, const int* m, const int* n, cons
             double* c, const int* ldc);
 void dsyrk_(const char* uplo, const char* trans, const int* n, const int* k, const double* alpha,
             const double* a, const int* lda, const double* beta, double* c, const int* ldc);
+void dgeqrf_(const int* m, const int* n, double* a, const int* lda, double* tau, double* work,
+             const int* lwork, int* info);
+void dorgqr_(const int* m, const int* n, const int* k, double* a, const int* lda, const double* tau,
+             double* work, const int* lwork, int* info);
+void dgesv_(const int* n, const int* nrhs, double* a, const int* lda, int* ipiv, double* b,
+            const int* ldb, int* info);
 void dpotrf_(const char* uplo, const int* n, double* a, const int* lda, int* info);
 void dpotri_(const char* uplo, const int* n, double* a, const int* lda, int* info);
 void dtrtri_(const char* uplo, const char* diag, const int* n, double* a, const int* lda,
@@ -25,6 +31,8 @@ void dpptrf_(const char* uplo, const int* n, double* ap, int* info);
 void dpptri_(const char* uplo, const int* n, double* ap, int* info);
 void dspev_(const char* jobz, const char* uplo, const int* n, double* ap, double* w, double* z,
             const int* ldz, double* work, int* info);
+void dspgv_(const int* itype, const char* jobz, const char* uplo, const int* n, double* ap,
+            double* bp, double* w, double* z, const int* ldz, double* work, int* info);
 }
 
 namespace nqbench {

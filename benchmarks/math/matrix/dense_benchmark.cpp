@@ -1,6 +1,8 @@
-// Products of dense matrices through the classes, beside OpenBLAS on the same work, one thread:
+// Dense matrices through the classes, beside OpenBLAS on the same work, one thread:
 // ComputeMatrixProduct and ComputeProductMatrixTrans beside dgemm, R'R beside dsyrk, R'S R and R S
-// R' beside dsymm and dgemm, products of symmetric matrices beside dsymm. All matrices are square of the order given.
+// R' beside dsymm and dgemm, products of symmetric matrices beside dsymm, QRDecompositionH beside
+// dgeqrf and dorgqr, EstimateLinearGI beside dgesv; copies of rows beside the assignment of a matrix.
+// All matrices are square of the order given.
 #include <nqcommon/math/matrix/NQDiagMatrix.h>
 #include <nqcommon/math/matrix/NQRectMatrix.h>
 #include <nqcommon/math/matrix/NQSymMatrix.h>
@@ -25,6 +27,7 @@ using NQMath_940::NQSymMatrix;
 struct Operands {
   explicit Operands(int order)
       : n(order), a(Square()), b(Square()), c(a.size()), work(a.size()), r(n, n, true), d(n, true) {
+    for (int i = 0; i < n; ++i) backwards.push_back(n - 1 - i);
     std::copy(a.begin(), a.end(), r.GetRowPtr(0));
     s = NQSymMatrix(n, true);
     g = NQSymMatrix(n, true);
@@ -34,13 +37,14 @@ struct Operands {
 
   std::vector<double> Square() {
     std::vector<double> square(static_cast<std::size_t>(n) * static_cast<std::size_t>(n));
-    for (double& x : square) x = nqbench::NextCentred(random);
+    for (double& element : square) element = nqbench::NextCentred(random);
     return square;
   }
 
   int n;
   std::mt19937 random{1};
-  std::vector<double> a, b, c, work;
+  std::vector<double> a, b, c, work, x = std::vector<double>(static_cast<std::size_t>(n), 1.0);
+  std::vector<int> backwards;
   NQRectMatrix r, rectOut;
   NQSymMatrix s, g, symOut;
   NQDiagMatrix d;
@@ -62,6 +66,24 @@ void SymmTwice(Operands& o) {
   dsymm_("R", "L", &o.n, &o.n, &kOne, o.b.data(), &o.n, o.work.data(), &o.n, &kZero, o.c.data(),
          &o.n);
 }
+
+void QR(Operands& o) {
+  const int lwork = o.n * o.n;
+  int info = 0;
+  o.c = o.a;
+  dgeqrf_(&o.n, &o.n, o.c.data(), &o.n, o.x.data(), o.work.data(), &lwork, &info);
+  dorgqr_(&o.n, &o.n, &o.n, o.c.data(), &o.n, o.x.data(), o.work.data(), &lwork, &info);
+}
+
+void Solve(Operands& o) {
+  const int one = 1;
+  int info = 0;
+  o.c = o.a;
+  std::vector<int> pivots(o.x.size());
+  dgesv_(&o.n, &one, o.c.data(), &o.n, pivots.data(), o.x.data(), &o.n, &info);
+}
+
+void Assign(Operands& o) { o.rectOut = o.r; }
 
 struct Work {
   const char* name;
@@ -96,6 +118,13 @@ const Work kWorks[] = {
      SymmTwice},
     {"L'SL", [](Operands& o) { return o.s.ComputeLTransSL(o.g, o.symOut); }, "dsymm twice",
      SymmTwice},
+    {"QR", [](Operands& o) { return o.r.QRDecompositionH(o.symOut, o.rectOut); }, "dgeqrf+dorgqr",
+     QR},
+    {"R x = b", [](Operands& o) { return o.r.EstimateLinearGI(std::vector(o.x), o.x, 1e-12) == 0; },
+     "dgesv", Solve},
+    {"CopyRows", [](Operands& o) { return o.rectOut.CopyRows(o.r, 0, o.n); }, "assignment", Assign},
+    {"ExtractRows", [](Operands& o) { return o.r.ExtractRows(o.backwards, o.rectOut); },
+     "assignment", Assign},
     {"tr(SAB)", [](Operands& o) { return o.s.TraceOfProductOfThree(o.g, o.s) != 0; }, "dsymm",
      [](Operands& o) { Symm(o, "L"); }},
 };
