@@ -22,7 +22,7 @@ inline double EvaluateFraction(double first, int maxTerms, Next next) {
   double oldDenominator = 1, denominator = first;
   double product = 1;
   bool converged = false;
-  for (int k = 1; k <= maxTerms && !converged; ++k) {
+  for (double k = 1; k <= maxTerms && !converged; k += 1) {
     const FractionTerm term = next(k);
     const double newNumerator = term.denominator * numerator + term.numerator * oldNumerator;
     const double newDenominator = term.denominator * denominator + term.numerator * oldDenominator;

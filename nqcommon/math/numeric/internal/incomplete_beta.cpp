@@ -19,7 +19,7 @@ constexpr double kEpsilon = std::numeric_limits<double>::epsilon();
 
 // What the expansion about the mean needs: a b/(a + b) from the first on, a distance from the mean,
 // in units of that square root, of at most the second times it.
-constexpr double kExpansionFrom = 30;
+constexpr double kExpansionFrom = 200;
 constexpr double kExpansionReach = 0.3;
 
 // The series falls as x^i: past this the fraction needs far fewer terms.
@@ -45,7 +45,7 @@ double LowerSeries(const BetaPoint& point, double a, double b) {
 double LowerFraction(const BetaPoint& point, double a, double b) {
   double inverse = 1 / (a + 1);  // 1/(a + 2m - 1)
   const double first = a * (1 + point.lambda) * inverse;
-  const auto next = [&](int m) {
+  const auto next = [&](double m) {
     const double odd = point.x * inverse;
     inverse = 1 / (a + 2 * m + 1);
     const double even = m * ((b - m) * odd);

@@ -91,7 +91,7 @@ double UpperSmallShape(double x, double a) {
 // a/(x + 1 - a - 1 (1-a)/(x + 3 - a - 2 (2-a)/(x + 5 - a - ...))).
 double UpperFraction(double x, double a) {
   double denominator = x + 1 - a;
-  const auto next = [&denominator, a](int k) {
+  const auto next = [&denominator, a](double k) {
     denominator += 2;
     return FractionTerm{k * (a - k), denominator};
   };
