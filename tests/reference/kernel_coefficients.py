@@ -1,6 +1,6 @@
 #!/usr/bin/python3
-"""Prints the coefficient tables of nqcommon/math/numeric/internal/: normal_tail.h, log_gamma.cpp
-and incomplete_gamma.cpp. Chebyshev fits of functions to 50 digits, powers of s in [-1, 1]."""
+"""Prints the coefficient tables of nqcommon/math/: kernels/log_gamma.cpp, and normal_tail.h and
+incomplete_gamma.cpp of numeric/internal/. Chebyshev fits of functions to 50 digits, powers of s in [-1, 1]."""
 from fractions import Fraction
 
 from mpmath import atanh, chebyfit, erfc, exp, gammaprod, log, loggamma, mp, mpf, pi, sqrt

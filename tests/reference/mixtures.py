@@ -75,6 +75,19 @@ def _given_chi(df, count, t, ncp, given):
     return quad(density, left + ends + [ends[-1] + 4 * width, ends[-1] + 20 * width])
 
 
+def _normal_given_chi(t, df, ncp, sign):
+    """The integral of ncdf(sign (t s - ncp)) over the density of the chi variable s, over sqrt(df): panels
+    about the step of the normal and over the density."""
+    m = df / 2
+    scale = log(mpf(2)) + m * log(m) - loggamma(m)
+    step, width = log(ncp / t), 1 / sqrt(2 * df)
+    points = {step} | {width * k for k in linspace(-40, 40, 41)}
+    points |= {step + sign * mpf(2) ** k / ncp for k in range(-2, 60) for sign in (-1, 1)
+               if mpf(2) ** k / ncp < 60 * width}
+    return quad(lambda u: exp(scale + df * u - m * exp(2 * u)) * ncdf(sign * (t * exp(u) - ncp)),
+                sorted(points))
+
+
 def noncentral_t(t, df, ncp, side=0):
     """P(T <= t), or P(T > t) with side 1."""
     t, df, ncp = mpf(t), mpf(df), mpf(ncp)
@@ -84,8 +97,7 @@ def noncentral_t(t, df, ncp, side=0):
         if t < 0:
             return noncentral_t(-t, df, -ncp, 1 - side)
         if ncp > 1000:
-            sign = -1 if side else 1
-            return _given_chi(df, df, t, ncp, lambda s: ncdf(sign * (t * s - ncp)))
+            return _normal_given_chi(t, df, ncp, -1 if side else 1)
         if ncp < 0:
             upper = _given_chi(df, df, -t, -ncp, lambda s: ncdf(-(t * s - ncp)))
             return upper if side else 1 - upper

@@ -1,3 +1,4 @@
+// The coefficients of this file are those of tests/reference/kernel_coefficients.py.
 #include <nqcommon/math/kernels/log_gamma.h>
 
 #include <array>

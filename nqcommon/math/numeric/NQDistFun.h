@@ -22,7 +22,8 @@ namespace NQMath_940 {
 // Arguments  the variable or the probability first, then the parameters
 // Failure    by value: the system-missing value. Functions with a status set it on every path:
 //            0 success, 1 invalid arguments, 2 numerical failure; other codes where stated.
-// Underflow  is no failure: an exponent below -708 gives 0 (1 in the other tail).
+// Underflow  is no failure: a result below exp(-708) is 0 (1 in the other tail). What it is made of
+//            may be smaller.
 // NaN        is an invalid argument, except where the normal functions say otherwise.
 // Infinity   an infinite x gives the end of the range; an infinite shape or number of degrees of
 //            freedom counts as 1e300
@@ -55,8 +56,8 @@ class NQ_API NQDistFun {
   // df degrees of freedom is gamma with shape df/2 and rate 1/2.
   // Method    series and continued fraction; from shape 20 on, near the mean, Temme's uniform
   //           expansion, so that the cost does not grow with the shape
-  // Worst     7e-14 (3e-13), shapes up to 1e14, densities too. Quantiles: 6e-15 for shapes from 1/2
-  //           and p from 1e-10; below, 2e-13
+  // Worst     2e-13 (4e-13), shapes up to 1e14, densities too; 1e-14 above 1e-6. Quantiles: 6e-15
+  //           for shapes from 1/2 and p from 1e-10; below, 2e-13
 
   // 0 (SigChi: 1) for x <= 0; missing for df <= 0.
   static double CdfChi(double x, double df);
@@ -69,16 +70,16 @@ class NQ_API NQDistFun {
   // x == 0, and where rate x underflows: missing for shape < 1, rate for shape == 1, 0 for
   // shape > 1.
   static double PdfGamma(double x, double shape, double rate);
-  // 0 for p == 0; missing for p outside [0, 1), rate <= 0 or shape < 0, and for shape == 0, p > 0.
+  // 0 for p == 0; missing for p outside [0, 1), rate <= 0 or shape < 0, for shape == 0, p > 0, and
+  // for a quantile out of the range of doubles.
   static double IdfGam(const double& p, const double& shape, const double& rate);
 
   // ---- Beta (NQDistFun_beta.cpp) ---------------------------------------------------------------
   // The density is x^(a-1) (1-x)^(b-1) / B(a, b), 0 < x < 1.
-  // Method    series and continued fraction; the normal approximation of Peizer and Pratt where
-  //           both shapes are 1e9 or more
-  // Cost      up to some sqrt(min(a, b))/3 terms near the mean
-  // Worst     7e-14 (3e-13), shapes up to 1e9; 4e-13 (2e-12), both above. Quantiles: 6e-15 for
-  //           shapes from 1/2 and p from 1e-10; below, 2e-13
+  // Method    series and continued fraction; for large shapes, near the mean, an expansion about it,
+  //           so that the cost does not grow with the shapes
+  // Worst     3e-13 (4e-13), shapes up to 1e12; 1e-14 above 1e-6. Quantiles: 6e-15 for shapes from
+  //           1/2 and p from 1e-10; below, 2e-13
 
   // I_x(a, b): 0 for x <= 0, 1 for x >= 1; missing for a <= 0 or b <= 0.
   static double CdfBeta(double x, double a, double b);
@@ -105,7 +106,8 @@ class NQ_API NQDistFun {
   static double IdfF(double p, double df1, double df2);
 
   // ---- Binomial, negative binomial, hypergeometric (NQDistFun_discrete.cpp) --------------------
-  // Worst     4e-14 (3e-13), sizes to 1e9; 6e-13 above; counts above 2^53 are no longer exact
+  // Worst     2e-13 (5e-13), sizes to 1e12; 1e-14 above 1e-6; powers p^n and (1 - p)^n two ulp.
+  //           Counts above 2^53 are no longer exact
   // Cost      one incomplete beta for CdfBin, a few for IdfBin; CDFHyper some 8,000 terms at most
 
   // P(at most k successes in n trials of probability p), k floored. Status 3: n is not a whole
@@ -133,9 +135,11 @@ class NQ_API NQDistFun {
   // ---- Noncentral chi-square, F and t (NQDistFun_noncentral.cpp) -------------------------------
   // The sum of squares of normal variables whose squared means add to ncp; its ratio to a
   // chi-square variable; the ratio of a normal variable of mean ncp to a chi variable.
-  // Worst     4e-14 (2e-13), parameters to 1e6; ncp to 1e10: 1e-12, to 1e12: 1e-11; past 2e26 the
-  //           distribution of the sum of squares is taken as if about its mean term alone
-  // Cost      some 2,000 terms at most; wide sums some 60 values of the central distribution
+  // Worst     3e-13 (4e-13), parameters to 1e6, 1e-13 above 1e-6; ncp to 1e10: 1e-12, to 1e12:
+  //           1e-11; past 2e26 the distribution of the sum of squares is taken as if about its mean
+  //           term alone
+  // Cost      some 2,000 terms at most; wide sums some 60 values of the central distribution. A
+  //           search takes one distribution function a doubling and some 60 to bisect
   // tol       allows for an error; the sums are always taken to full precision, which costs little
   // Infinity  an infinite ncp is the limit: cdf 0 (1 for -infinity), density 0
 
@@ -146,8 +150,9 @@ class NQ_API NQDistFun {
   static double NonCentralCdfT(double x, double df, double ncp, double tol);
   // Status 1: df <= 0.
   static double NonCentralPdfT(double x, double df, double ncp, long& status);
-  // The ncp > 0 at which the distribution function at x equals prob. Missing where the central one
-  // is not above prob, for tol < 0, prob outside [0, 1] and degrees of freedom <= 0.
+  // The ncp > 0 at which the distribution function at x equals prob; for prob == 0 the one from
+  // which it underflows, exp(-708). Missing where the central one is not above prob, for tol < 0,
+  // prob outside [0, 1] and degrees of freedom <= 0.
   // tol  of the probability and of ncp, absolute; what neither reaches, as 0, ends within 8 epsilons
   static double FindNCParamChi(double x, double df, double prob, double tol);
   static double FindNCParamF(double x, double df1, double df2, double prob, double tol);

@@ -1,3 +1,12 @@
+// I_x(a, b) and its complement by region, x up to about the mean a/(a + b), beyond it mirrored. The
+// worst relative error of tails above 1e-6 and of all:
+//
+//   a = 1 or b = 1                              powers                     1e-15, 2e-15
+//   v = a b/(a + b) >= 200, x within 0.3 v^1/2  expansion about the mean   5e-15, 3e-13
+//     standard deviations of the mean
+//   a <= 1 or b <= 1, and x <= 3/4              series                     5e-15, 4e-13
+//     a < 1 and a lower tail above 1/2            and one of the upper tail
+//   else                                        continued fraction         5e-15, 4e-13
 #include <nqcommon/math/numeric/internal/incomplete_beta.h>
 
 #include <algorithm>

@@ -1,3 +1,10 @@
+// P(a, x) and Q(a, x) by region, with the worst relative error of tails above 1e-6 and of all:
+//
+//   a = 1                                       exponential                  2e-16, 1e-13
+//   a >= 20, x/a from 0.48 to 1.84              uniform expansion            4e-15, 2e-13
+//   x <= 1, or 1 < a and x <= a + 1             series of the lower tail     4e-15, 4e-13
+//     a < 1 and a lower tail above 1/2            and one of the upper
+//   else                                        fraction of the upper tail   4e-15, 4e-13
 #include <nqcommon/math/numeric/internal/incomplete_gamma.h>
 
 #include <array>
@@ -24,7 +31,7 @@ constexpr double kUniformDefect = 0.25;
 constexpr int kMaxTerms = 10000;
 
 // eta/mu in powers of eta, where mu - ln(1 + mu) = eta^2/2: exact rationals 1, -1/3, 1/12, ...
-// (Temme 1979).
+// (Temme 1979). Table of tests/reference/kernel_coefficients.py, for |eta| up to sqrt(1/2).
 constexpr std::array<double, 27> kTemme = {1.0,
                                            -0.3333333333333333,
                                            0.08333333333333333,

@@ -13,7 +13,7 @@
 namespace NQMath_940::internal {
 
 // (z + 4) times Mills' ratio on [k/8, (k+1)/8] of t = 4/(z + 4), in powers of s in [-1, 1]:
-// Chebyshev fits, error below 1e-17.
+// Chebyshev fits by tests/reference/kernel_coefficients.py, error below 1e-17.
 inline constexpr std::array<std::array<double, 11>, 8> kMillsPieces = {{
     {{1.0663706169416802, 0.07046032700617408, 0.00431984572684072, 0.00024165015058908977,
       1.200161877469097e-05, 5.0251496782031e-07, 1.5571854795015915e-08, 1.7089526966090857e-10,

@@ -10,6 +10,14 @@
 
 namespace NQMath_940::internal {
 
+// Noncentral distributions by region; the worst relative error of values above 1e-6 and of all, for
+// lambda up to 1e6 (it grows with the square root of lambda beyond 1e9: an index no longer holds
+// all of its digits):
+//
+//   width of the terms <= 100       sum from the middle term on both sides     5e-14, 4e-13
+//   width of the terms > 100        integral with a stride of half a width     5e-14, 4e-13
+//   lambda > 1e26                   the central tail at lambda                 1e-13 of lambda
+//
 // Sums of w(j) T(j), j = first, first + 1, ..., with the Poisson weights
 // w(j) = lambda^j e^-lambda / Gamma(j + 1) and a tail T(j) of a central distribution of shape
 // a + j: noncentral distributions. `first` is 0, or 1/2 for the odd half of the noncentral t.
