@@ -68,6 +68,10 @@ std::string Extension(const char* name, const auto& value) {
   return Exported(
       [&](auto*& out) { return kExporter.ExportExtension(name, value, out), NQStatus(); });
 }
+std::string Either(double value, bool useDouble) {
+  return Exported(
+      [&](auto*& out) { return ExportExtensionImpl("n", "t", value, useDouble, out), NQStatus(); });
+}
 std::string List(const double* values, unsigned long n) {
   XMLElement* const element = XMLElement::Create("e");
   AddDoublesList(*element, values, n);
