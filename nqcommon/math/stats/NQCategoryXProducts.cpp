@@ -105,7 +105,10 @@ void NQCategoryXProducts::FollowMean(double w, const double* first, AddDeviation
   State& s = fState;
   const double nCases = s.nCases + w;
   if (!s.intercept || !(nCases > 2 * s.centredAt)) return;
-  if (s.nCases == 0) s.centre.assign(first, first + s.centre.size());
+  if (s.centredAt == 0) {
+    for (std::size_t i = 0; i < s.shift.size(); ++i) s.shift[i] = s.centre[i] - first[i];
+    s.MoveCentre();
+  }
   s.shift = s.deviations;
   addDeviations(s.shift.data());
   // The sums are moved by the difference of the two centres as they are rounded.
