@@ -17,6 +17,9 @@ class NQ_API NQMV {
 
   // Exact equality, no tolerance: NaN and the infinities are not missing.
   static constexpr bool IsMissing(double x) { return x == gMissingValue; }
+
+  // Missing for NaN, otherwise the number.
+  static constexpr double MissingIfNaN(double x) { return x == x ? x : gMissingValue; }
 };
 
 // The system-missing value.

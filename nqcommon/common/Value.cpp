@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <compare>
 #include <locale>
 #include <ostream>
 #include <sstream>
@@ -40,10 +41,10 @@ T ReadText(const std::string& text, T fallBack) {
 // with `<` tried in both directions the cost would double at every level of nesting.
 template <typename Items, typename OrderItem>
 int OrderItems(const Items& a, const Items& b, OrderItem orderItem) {
-  for (auto i = a.begin(), j = b.begin(); i != a.end() && j != b.end(); ++i, ++j) {
-    if (const int order = orderItem(*i, *j); order != 0) return order;
-  }
-  return Sign(a.size(), b.size());
+  const auto order = std::lexicographical_compare_three_way(
+      a.begin(), a.end(), b.begin(), b.end(),
+      [&](const auto& p, const auto& q) { return orderItem(p, q) <=> 0; });
+  return order < 0 ? -1 : order > 0;
 }
 
 }  // namespace
@@ -302,9 +303,7 @@ Value& Value::operator[](int i) {
 }
 
 void Value::Resize(int n) {
-  if (!IsNull()) RequireArray();
-  if (n < 0) throw std::length_error("Value: negative array length");
-  SetLength(static_cast<std::size_t>(n));
+  SetLength(static_cast<std::size_t>(n));  // of a negative length: more than an array can have
 }
 
 Value& Value::operator[](const std::string& key) {

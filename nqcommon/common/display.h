@@ -17,12 +17,13 @@
 //   DisplayDVV, SVV      name<lf>vec[0]<lf>  1 2<lf>vec[1]    name <none>
 //   DisplayBVV           name ( number of rows =  2, number of columns =  3 )<lf>  t f t<lf>  f f f
 //   DisplayDVTR          name (number of elements = 3, number of rows = 2)<lf>row 0:  1 2<lf>...
-//   DisplayDAS, DVTRS    the lines after the header of DisplayDA, DisplayDVTR
+//   DisplayDAS, DVTRS    as DisplayDA and DisplayDVTR without the first line
 //   DisplayIIM, DDM      name<lf>map size = 2<lf> (1,2)<lf> (3,4)     name <empty>
 //   DisplayVIM           name<lf> (1,2)<lf> (3,4)                     name <empty>
 //   DisplaySLDM          name<lf>Map's StringList: (size = 1)<lf>  "a"<lf>Map's double = 0.5<lf>...
-//   DisplayIntVec...Map  name<lf>Map key (size = 1)<lf>  1<lf>Map value...    as DisplayDV,
-//   DisplayI DisplayTimeStamp     name: 2024-01-31-09-05-00            local time
+//   DisplayIntVecIntMap  name<lf>Map key (size = 1)<lf>  1<lf>Map value = 2
+//   DisplayIntVecDVecMap name<lf>Map key (size = 1)<lf>  1<lf>Map value (size = 1)<lf>  0.5
+//   DisplayTimeStamp     name: 2024-01-31-09-05-00            local time
 //
 // Value lines  A line starts as one blank and takes ten values, each with a blank before it; an
 //              empty vector has none.

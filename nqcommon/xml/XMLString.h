@@ -12,7 +12,8 @@ class TreeWriter;
 }
 
 // Character data. Only & and < are escaped; >, quotes, tabs, line ends and blanks are written as
-// they are. It clears the new-paragraph flag, so that the end tag follows on the same line.
+// they are, so that a text with "]]>" in it makes a document that is not well formed. It clears the
+// new-paragraph flag, so that the end tag follows on the same line.
 class NQ_API XMLString final : public XMLInterface {
  public:
   static XMLString* Create(std::string text);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <cstring>
 #include <limits>
 #include <string_view>
 #include <utility>
@@ -69,6 +70,22 @@ std::string XMLUtil::Escape(const std::string& text) {
   std::string escaped;
   internal::AppendEscaped(escaped, text);
   return escaped;
+}
+
+std::string XMLUtil::Unescape(const std::string& text) {
+  std::string plain;
+  std::size_t done = 0;
+  for (std::size_t at; (at = text.find('&', done)) != text.npos;) {
+    plain.append(text, done, at - done);
+    const auto begins = [&](const char* reference) {
+      return reference != nullptr && text.compare(at, std::strlen(reference), reference) == 0;
+    };
+    const auto found = std::find_if(kReferences.begin(), kReferences.end(), begins);
+    const bool isReference = found != kReferences.end();
+    plain += isReference ? static_cast<char>(found - kReferences.begin()) : '&';
+    done = at + (isReference ? std::strlen(*found) : 1);
+  }
+  return plain.append(text, done, text.npos);
 }
 
 // Of a run of blanks the second of each pair is replaced, so that the last of an odd number stays

@@ -4,6 +4,7 @@
 #include <charconv>
 #include <limits>
 #include <optional>
+#include <sstream>
 #include <string_view>
 #include <system_error>
 #include <utility>
@@ -11,6 +12,7 @@
 #include <nqcommon/common/NQMV.h>
 #include <nqcommon/common/text_conversion.h>
 #include <nqcommon/xml/SaveXMLTags.h>
+#include <nqcommon/xml/XMLObj.h>
 #include <nqcommon/xml/internal/escape.h>
 #include <nqcommon/xml/internal/save_line.h>
 #include <nqcommon/xml/internal/value_kinds.h>
@@ -23,7 +25,8 @@ using internal::kValueKind;
 using internal::SaveLine;
 using internal::ValueKind;
 
-// What separates the words of the lines. They differ in > and in quotes, which decides what passes.
+// The characters that separate the words of a line, by kind of line. The sets differ in '>' and '"':
+// a character that is in no set is part of a word, and so a line with it does not match.
 constexpr std::string_view kHeaderDelimiters = " \t\r\n<>=\"";
 constexpr std::string_view kStartDelimiters = " \t\r\n<=\"";
 constexpr std::string_view kEndDelimiters = " \t\r\n<>";
@@ -131,6 +134,13 @@ bool ParseValue(std::ifstream& is, std::string& value) {
   // Quotes separate, so that of value=""/> the tag's end is found instead of the text.
   value = text == "/>" && rest.substr(0, rest.find(text)).ends_with("\"\"") ? "" : text;
   return true;
+}
+
+bool CanBeReadBack(const std::string& value, int nTabs) {
+  std::ostringstream line;
+  XMLObj(std::string(), nTabs).WriteSubElement(line, value);
+  const std::size_t size = line.str().size() - 1;  // without the line feed
+  return size <= SaveLine::kMaxLength && value.find('\0') == value.npos;
 }
 
 bool ParseValue(std::ifstream& is, bool& value) {

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <sstream>
 
 using namespace NQCommon_940;
 
@@ -19,6 +20,15 @@ static std::string Codes(const NQWarnings& warnings) {
   codes += '|';
   for (const auto& s : warnings.GetWarnings(false)) codes += std::to_string(s.GetErrorCode());
   return codes;
+}
+
+// Type, integer, double and text of each parameter.
+static std::string Parameters(const std::vector<NQWarnings::NQParameterValue>& parameters) {
+  std::ostringstream text;
+  for (const auto& p : parameters)
+    text << p.GetType() << ' ' << p.ToInteger() << ' ' << p.ToDouble() << ' ' << p.ToString()
+         << ';';
+  return text.str();
 }
 
 TEST(NQWarnings, KeepsEachWarningOnceInTheListsNamed) {
@@ -57,13 +67,13 @@ TEST(NQWarnings, MergeKeepsItsOwnParameters) {
   mine.AddWarnings(mine);
   EXPECT_EQ(Codes(mine), "12|13");
   const auto& buffer = mine.GetParameters(Warning(1));
-  EXPECT_TRUE(buffer.size() == 1 && buffer[0].ToInteger() == 11);
+  EXPECT_EQ(Parameters(buffer), "0 11 0 ;");
   mine.GetParameters(Warning(2));
-  ASSERT_EQ(buffer.size(), 2u) << "one buffer serves every call";
-  auto text = buffer[0];
-  EXPECT_TRUE(buffer[1].GetType() == 1 && buffer[1].ToDouble() == 2.5);
-  EXPECT_TRUE(mine.GetParameters(Warning(3)).empty() && buffer.empty());
-  EXPECT_TRUE(mine.HasParameter(Warning(2)) && !mine.HasParameter(Warning(3)));
+  EXPECT_EQ(Parameters(buffer), "2 0 0 a;1 0 2.5 ;") << "one buffer serves every call";
+  auto text = buffer.at(0);
   text.SetValue(4);
-  EXPECT_TRUE(text.GetType() == 0 && text.ToString() == "a") << "one field for each type";
+  EXPECT_EQ(Parameters({text}), "0 4 0 a;") << "one field for each type";
+  EXPECT_EQ(Parameters(mine.GetParameters(Warning(3))), "");
+  EXPECT_TRUE(mine.HasParameter(Warning(2)));
+  EXPECT_FALSE(mine.HasParameter(Warning(3)));
 }

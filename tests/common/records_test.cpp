@@ -32,11 +32,14 @@ TEST(Record, LengthsAndCopies) {
   copy = record;
   record[0] = 9;
   EXPECT_EQ(Of(&copy), (Numbers{1, 2}));
-  EXPECT_TRUE(record.Resize(-1) && record.Size() == 0);
+  EXPECT_TRUE(record.Resize(-1));
+  EXPECT_EQ(record.Size(), 0);
   copy = record;
   EXPECT_EQ(copy.Size(), 0);
   RawRecord raw(2);
-  EXPECT_TRUE(raw[1].fValue == 0 && raw[1].fFlag && raw[1].fText.empty());
+  EXPECT_EQ(raw[1].fValue, 0);
+  EXPECT_TRUE(raw[1].fFlag);
+  EXPECT_EQ(raw[1].fText, "");
   raw[1].fText = "x";
   EXPECT_EQ(RawRecord(raw)[1].fText, "x");
 }
@@ -53,7 +56,8 @@ TEST(Record, AllocationFailureIsAbsorbed) {
   const bool resized = small.Resize(largest);
   ASSERT_EQ(setrlimit(RLIMIT_AS, &before), 0);
   EXPECT_EQ(length, 0);
-  EXPECT_TRUE(!resized && small.Size() == 1);
+  EXPECT_FALSE(resized);
+  EXPECT_EQ(small.Size(), 1);
 }
 #endif
 
@@ -88,20 +92,24 @@ TEST(ValueRecord, NamesAndPositions) {
   EXPECT_EQ(record.Add("b", Value(2)), 0);
   EXPECT_EQ(record.Add("a", Value("text")), 1);
   EXPECT_EQ(record.Add("b", Value(3)), 0);
-  EXPECT_FALSE(record.Set("c", Value(1), false) || record.Set("a", Value(1), true));
+  EXPECT_FALSE(record.Set("c", Value(1), false));
+  EXPECT_FALSE(record.Set("a", Value(1), true));
   EXPECT_EQ(record.Get("a").GetString(), "text");
   record.SetMissingValue(1);
   EXPECT_TRUE(record.Set("a", Value(1.5), true)) << "a null value takes any type";
-  EXPECT_TRUE(record.Get("c").IsNull() && record.Get(2).IsNull() && record.Get(-1).IsNull());
+  EXPECT_TRUE(record.Get("c").IsNull());
+  for (const int i : {-1, 2}) EXPECT_TRUE(record.Get(i).IsNull()) << i;
   record.AddAll(record);
   other.Add("0", Value(7));
   other.AddAll(record);
   EXPECT_EQ(other.Names(false), (std::vector<std::string>{"0", "a", "b"}));
   EXPECT_EQ(record.Names(true), (std::vector<std::string>{"a", "b"}));
-  EXPECT_TRUE(other.Remove("0") && !other.Remove("0"));
-  EXPECT_TRUE(other.IndexOf("a") == 0 && other.IndexOf("b") == 1 && other.GetName(1) == "b");
-  EXPECT_TRUE(other.GetName(2).empty());
-  EXPECT_TRUE(other.Add("new", Value(true)) == 2 && other.Size() == 3);
+  EXPECT_TRUE(other.Remove("0"));
+  EXPECT_FALSE(other.Remove("0"));
+  EXPECT_EQ(other.Names(false), (std::vector<std::string>{"a", "b"}));
+  EXPECT_EQ(other.GetName(1) + other.GetName(2) + other.GetName(-1), "b");
+  EXPECT_EQ(other.Add("new", Value(true)), 2);
+  EXPECT_EQ(other.Size(), 3);
 }
 
 static_assert(std::is_nothrow_move_constructible_v<ValueRecord>);
@@ -162,11 +170,13 @@ TEST(ValueRecord, EqualityGoesByTheOrderOfNames) {
   ab.Add("a", Value(1)), ab.Add("b", Value(2));
   xy.Add("y", Value(2)), xy.Add("x", Value(1));
   ba.Add("a", Value(2)), ba.Add("b", Value(1));
-  EXPECT_TRUE(ab == xy && !(ab == ba));
+  EXPECT_TRUE(ab == xy);
+  EXPECT_FALSE(ab == ba);
   xy.Remove("y");
   EXPECT_FALSE(ab == xy);
   ab.ClearValues();
-  EXPECT_TRUE(ab == ab && !(ab == ValueRecord(ab))) << "null equals nothing";
+  EXPECT_TRUE(ab == ab);
+  EXPECT_FALSE(ab == ValueRecord(ab)) << "null equals nothing";
 }
 
 TEST(ValueRecord, Displays) {

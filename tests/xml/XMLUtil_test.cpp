@@ -31,12 +31,14 @@ TEST(XMLUtil, Escapes) {
       {"    a   ", "&#32;&#32; &#32;a &#32;&#32;"},
       {"&amp;<>\"'\n\r\v\xE9", "&amp;amp;&lt;&gt;&quot;'&#10;&#13;\v\xE9"}};
   for (const auto& [text, escaped] : rows) EXPECT_EQ(XMLUtil::Escape(text), escaped) << text;
+  EXPECT_EQ(XMLUtil::Unescape("&&lt;&amp;lt;&apos;&#9;&#x9;&#32&"), "&<&lt;&apos;\t&#x9;&#32&");
   std::mt19937 random(1);
   const std::string alphabet("    ab&<>\"\t\n\r;\0\xE4", 16);
   for (int i = 0; i < 50000; ++i) {
     std::string text(random() % 12, '\0');
     for (char& c : text) c = alphabet[random() % (i % 2 == 0 ? 5 : alphabet.size())];
     ASSERT_EQ(XMLUtil::Escape(text), EscapedInSteps(text)) << text;
+    ASSERT_EQ(XMLUtil::Unescape(XMLUtil::Escape(text)), text);
   }
 }
 

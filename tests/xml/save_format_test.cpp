@@ -9,6 +9,7 @@
 #include <nqcommon/xml/IOException.h>
 #include <nqcommon/xml/SaveXMLTags.h>
 #include <nqcommon/xml/XMLDocType.h>
+#include <nqcommon/xml/XMLUtil.h>
 #include <nqcommon/xml/internal/save_line.h>
 #include <nqcommon/xml/saved_object.h>
 
@@ -99,6 +100,27 @@ TEST(SaveFormat, LiteralsAreStringsAndTabsMayBeNone) {
   object.StartObj(os);
   EXPECT_EQ(object.WriteSubElement(os, "yes") + object.WriteSubElement(os, none), 0);
   EXPECT_EQ(os.str(), "\n<Obj name=\"A<\">\n<String value=\"yes\"/>\n<String value=\"\"/>");
+}
+
+// The last value whose line the reader takes is the last of which that is said.
+TEST(SaveFormat, WhatCanBeReadBack) {
+  for (const int nTabs : {-1, 0, 3}) {
+    for (const char* const start : {"", "<", "  "}) {
+      bool isRead = true;
+      for (std::size_t length = 200; length < 250; ++length) {
+        const std::string value = start + std::string(length, 'x');
+        std::ostringstream os;
+        XMLObj("A", nTabs).WriteSubElement(os, value);
+        std::ifstream is = MemoryFile(os.str().substr(1)).Open();
+        std::string read;
+        isRead = ParseValue(is, read) && XMLUtil::Unescape(read) == value;
+        EXPECT_EQ(CanBeReadBack(value, nTabs), isRead) << nTabs << value;
+      }
+      EXPECT_FALSE(isRead);
+    }
+  }
+  EXPECT_TRUE(CanBeReadBack("", 0));
+  EXPECT_FALSE(CanBeReadBack(std::string(1, '\0'), 0));
 }
 
 // A value as it is read, or a dash where the reading fails, which must not touch the value.

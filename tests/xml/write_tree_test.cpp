@@ -36,7 +36,8 @@ std::string Text(const XMLInterface& node, int flags) {
     if (i < 2) (i == 0 ? node : *copy).ToString(texts[i] = "|", format);
     if (i >= 2) copy->ToStream(stream, format, i == 3);
     if (i >= 2) texts[i] = stream.str();
-    EXPECT_TRUE(texts[i] == texts[0] && format.GetLevel() == 0) << i << ' ' << flags << texts[0];
+    EXPECT_EQ(texts[i], texts[0]) << i << ' ' << flags;
+    EXPECT_EQ(format.GetLevel(), 0) << i << ' ' << flags << texts[0];
   }
   return texts[0];
 }

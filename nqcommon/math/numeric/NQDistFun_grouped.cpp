@@ -27,8 +27,7 @@ double Interpolate(const Knot& low, const Knot& high, double target) {
   if (target == low.cumulative) return low.value;
   if (target == high.cumulative) return high.value;
   const double f = (target - low.cumulative) / span;
-  const double value = (1 - f) * low.value + f * high.value;
-  return std::isnan(value) ? NQMV::Missing() : value;
+  return NQMV::MissingIfNaN((1 - f) * low.value + f * high.value);
 }
 
 // The knots of class i, of which `below` precede in frequency: its two ends, or its midpoint and

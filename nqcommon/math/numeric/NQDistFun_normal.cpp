@@ -89,8 +89,7 @@ double NQDistFun::IdfStdNorm(double p) { return probit(p); }
 
 double NQDistFun::IdfNorm(double p, double mean, double sd) {
   if (!(p > 0 && p < 1 && sd > 0)) return NQMV::Missing();
-  const double value = p == 0.5 ? mean : mean + sd * probit(p);
-  return std::isnan(value) ? NQMV::Missing() : value;
+  return NQMV::MissingIfNaN(p == 0.5 ? mean : mean + sd * probit(p));
 }
 
 }  // namespace NQMath_940

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
 #include <istream>
 #include <optional>
 #include <string_view>
@@ -11,6 +12,8 @@ namespace NQXML_940::internal {
 
 class SaveLine {
  public:
+  static constexpr std::size_t kMaxLength = 255;  // of a line, without its line feed
+
   SaveLine() = default;
   SaveLine(const SaveLine&) = delete;
   SaveLine& operator=(const SaveLine&) = delete;
@@ -38,7 +41,7 @@ class SaveLine {
   }
 
  private:
-  std::array<char, 256> fText{};
+  std::array<char, kMaxLength + 1> fText{};
   std::string_view fRest;
 };
 
