@@ -6,8 +6,9 @@
 
 namespace NQCommon_940 {
 
-// File name of a library: "lib" and ".dylib" around the part behind the last '/'. A name of at least
-// seven characters that ends with ".dylib" stays as it is. The suffix is the same on every platform.
+// File name of a library: "lib" and ".dylib" around the part behind the last '/'. A name of at
+// least seven characters that ends with ".dylib" stays as it is. The suffix is the same on every
+// platform.
 //   foo -> libfoo.dylib    a/b/foo -> a/b/libfoo.dylib    libx.dylib -> libx.dylib
 NQ_API std::string NQDecorateLibraryName(const std::string& name);
 

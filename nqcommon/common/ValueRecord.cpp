@@ -78,7 +78,8 @@ struct ValueRecord::NameIndex {
 
   std::vector<std::string> fvNames;  // by position
   std::vector<Entry> fvSorted;
-  // Set by the first copy of a record, and never unset: so no thread asks how many records are left.
+  // Set by the first copy of a record, and never unset: so no thread asks how many records are
+  // left.
   std::atomic<bool> fIsShared{false};
 };
 

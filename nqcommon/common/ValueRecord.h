@@ -19,9 +19,9 @@ namespace NQCommon_940 {
 //             row.SetValue(0, 41.0);
 //
 //           Such a row costs its values and 48 bytes. Loops ask IndexOf once and go by position.
-// Failure   An absent name or position gives -1, false or a null value. Operations of Value that are
-//           called may throw NQException. A record is unchanged after std::bad_alloc, but for the
-//           entries that AddAll had added by then.
+// Failure   An absent name or position gives -1, false or a null value. Operations of Value that
+//           are called may throw NQException. A record is unchanged after std::bad_alloc, but for
+//           the entries that AddAll had added by then.
 // Threads   One object, one thread at a time; copies may be with other threads.
 //
 // The virtual operations are declared in a fixed order, the library's binary interface.

@@ -5,8 +5,8 @@
 
 namespace NQCommon_940 {
 
-// Serves the cases of a source that has names and values of any type, such as a table of a database,
-// one at a time; RecordIterator is its sister for rows of numbers.
+// Serves the cases of a source that has names and values of any type, such as a table of a
+// database, one at a time; RecordIterator is its sister for rows of numbers.
 //
 //   while (cases.HasMore()) {
 //     const ValueRecord* record = cases.Next();

@@ -27,7 +27,7 @@
 //
 // Value lines  A line starts as one blank and takes ten values, each with a blank before it; an
 //              empty vector has none.
-// Missing      The system-missing value is the word miss; NaN and infinities are as printf has them.
+// Missing      The system-missing value is the word miss; NaN and infinities are those of printf.
 // Locale       Conversions are those of printf, so "%g" takes the decimal character of the C
 //              locale in force.
 // Failure      None: these functions report nothing, and accept every argument.

@@ -5,9 +5,9 @@
 
 namespace NQCommon_940 {
 
-// Runs `work` and returns what it returns; where memory ends in it (any exception counts, a container
-// asked for more than it can hold throws another one), returns `failure`. The public operations that
-// allocate and must not throw have this around their body:
+// Runs `work` and returns what it returns; where memory ends in it (any exception counts, a
+// container asked for more than it can hold throws another one), returns `failure`. The public
+// operations that allocate and must not throw have this around their body:
 //
 //   bool NQThing::Solve(const std::vector<double>& b) {
 //     return GuardMemory(false, [&] { ... return true; });

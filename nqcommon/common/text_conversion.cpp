@@ -60,8 +60,8 @@ bool ReadInteger(std::string_view text, Integer& value) {
   return false;
 }
 
-// Whether a number that is out of range is too large, and not too near to zero: where its first digit
-// but 0 stands, counted from the decimal point, and its exponent tell.
+// Whether a number that is out of range is too large, and not too near to zero: where its first
+// digit but 0 stands, counted from the decimal point, and its exponent tell.
 bool IsTooLarge(std::string_view number) {
   const std::size_t mantissa = std::min(number.find_first_of("eE"), number.size());
   const std::size_t point = std::min(number.find('.'), mantissa);

@@ -44,8 +44,8 @@ NQ_API bool ReadNumber(std::string_view text, long& value);
 NQ_API bool ReadNumber(std::string_view text, long long& value);
 
 // ReadNumber, but of a double the decimal point may also be the decimal character of std::cout's
-// locale or of the global one: whichever of them or "." comes first in the text. Defined for double,
-// bool, int and long long only.
+// locale or of the global one: whichever of them or "." comes first in the text. Defined for
+// double, bool, int and long long only.
 template <typename T>
 NQ_API bool Str2T(const std::string& text, T& value);
 

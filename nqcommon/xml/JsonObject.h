@@ -23,8 +23,8 @@ namespace NQXML_940 {
 //          in them gives text that is not JSON. Numbers have 15 significant digits in the classic
 //          locale; an integer is written as the double next to it. No number is left out: inf and
 //          nan are written so, and the system-missing value as -1.79769313486232e+308.
-// Copies   A copy is deep, and so is adding a named object: an object that is moved in is not copied.
-//          A value may be added to itself.
+// Copies   A copy is deep, and so is adding a named object: an object that is moved in is not
+//          copied. A value may be added to itself.
 // Depth    Copying, writing and destroying recurse: a tree of 10,000 levels needs less than a stack
 //          of 8 MiB in an optimised build.
 // Threads  One object, one thread at a time.

@@ -61,8 +61,8 @@ class NQ_API XMLElement final : public XMLInterface {
   template <class Append>
   void AddText(std::size_t nameLength, Append append);
 
-  // The name, and for each attribute its head, byte by byte, and its text: one block of memory. What
-  // stands behind fTagEnd is left from an attribute that failed.
+  // The name, and for each attribute its head, byte by byte, and its text: one block of memory.
+  // What stands behind fTagEnd is left from an attribute that failed.
   std::string fTag;
   std::size_t fNameLength;
   std::size_t fTagEnd;

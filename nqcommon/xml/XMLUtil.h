@@ -62,8 +62,8 @@ class NQ_API XMLUtil {
   //   1, 2, 3 blanks alone            "&#32;"   "&#32;&#32;"   "&#32;&#32;&#32;"
   static std::string Escape(const std::string& text);
 
-  // The text of which Escape made this one: each reference that Escape writes is its character again.
-  // What is no such reference, a lone & too, stays.
+  // The text of which Escape made this one: each reference that Escape writes is its character
+  // again. What is no such reference, a lone & too, stays.
   static std::string Unescape(const std::string& text);
 };
 

@@ -25,8 +25,8 @@ using internal::kValueKind;
 using internal::SaveLine;
 using internal::ValueKind;
 
-// The characters that separate the words of a line, by kind of line. The sets differ in '>' and '"':
-// a character that is in no set is part of a word, and so a line with it does not match.
+// The characters that separate the words of a line, by kind of line. The sets differ in '>' and
+// '"': a character that is in no set is part of a word, and so a line with it does not match.
 constexpr std::string_view kHeaderDelimiters = " \t\r\n<>=\"";
 constexpr std::string_view kStartDelimiters = " \t\r\n<=\"";
 constexpr std::string_view kEndDelimiters = " \t\r\n<>";

@@ -62,10 +62,10 @@ NQ_API bool ParseValue(std::ifstream& is, double& value);
 NQ_API bool ParseValue(std::ifstream& is, std::string& value);
 NQ_API bool ParseValue(std::ifstream& is, bool& value);
 
-// Whether ParseValue reads the line of this string in an object of so many tabs, and to its end: what
-// it reads is then XMLUtil::Escape(value), of which XMLUtil::Unescape makes the value. The line must
-// not be longer than 255 characters, which is about 230 of the escaped value, and have no NUL in it.
-// Writing succeeds at any rate.
+// Whether ParseValue reads the line of this string in an object of so many tabs, and to its end:
+// what it reads is then XMLUtil::Escape(value), of which XMLUtil::Unescape makes the value. The
+// line must not be longer than 255 characters, which is about 230 of the escaped value, and have no
+// NUL in it. Writing succeeds at any rate.
 NQ_API bool CanBeReadBack(const std::string& value, int nTabs);
 
 // The end line of an object.

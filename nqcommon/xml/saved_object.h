@@ -1,5 +1,5 @@
-// How a class saves itself: its values and owned objects in one order, written and read alike. Writer
-// and reader have the same operations, so that one list of the fields serves both.
+// How a class saves itself: its values and owned objects in one order, written and read alike.
+// Writer and reader have the same operations, so that one list of the fields serves both.
 //
 //   template <class Thing, class Archive>
 //   void Fields(Thing& thing, Archive& archive) {

@@ -41,7 +41,8 @@ static std::string Getters(const Value& value) {
 
 TEST(Value, GettersConvertFromEveryType) {
   const std::pair<Value, const char*> rows[] = {
-      // A value; "missing" where it is, and the boolean, integer, real and text that it converts to.
+      // A value; "missing" where it is, and the boolean, integer, real and text that it converts
+      // to.
       {Value(), "missing 0 0 -1.79769e+308 "},
       {true, "1 1 1 1"},
       {-1, "1 -1 -1 -1"},

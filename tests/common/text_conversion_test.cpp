@@ -9,7 +9,8 @@
 
 using namespace NQCommon_940;
 
-// What a reader makes of a text where -5, or true, stood: the number, and "?" where it reports none.
+// What a reader makes of a text where -5, or true, stood: the number, and "?" where it reports
+// none.
 template <typename T, typename Read>
 static std::string As(T before, Read read) {
   const bool isRead = read(before);

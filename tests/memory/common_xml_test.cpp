@@ -100,8 +100,8 @@ MemoryCase Absorbs(const char* operation, const std::string& failure, Make make,
   return {operation, run};
 }
 
-// What a stream gets is the text or, where memory ended, its beginning: then std::bad_alloc passes, or
-// the state of the stream tells.
+// What a stream gets is the text or, where memory ended, its beginning: then std::bad_alloc passes,
+// or the state of the stream tells.
 MemoryCase Writes(const char* operation, const std::function<void(std::ostream&)>& write) {
   const auto run = [=](Injection& inject) {
     std::ostringstream os, wanted;

@@ -1,5 +1,5 @@
-// A decimal comma in the places where a program can have it: the C locale, the C++ global locale and
-// the locale of std::cout.
+// A decimal comma in the places where a program can have it: the C locale, the C++ global locale
+// and the locale of std::cout.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -18,8 +18,8 @@
 
 namespace nqtest {
 
-// In the C++ locales while the object lives, with points between thousands where asked for. The facet
-// is our own: no locale needs to be installed.
+// In the C++ locales while the object lives, with points between thousands where asked for. The
+// facet is our own: no locale needs to be installed.
 class CommaLocale {
  public:
   explicit CommaLocale(bool groupThousands = false, bool inGlobal = true, bool inOutput = true) {
@@ -46,9 +46,9 @@ class CommaLocale {
   std::locale fOutput = std::cout.getloc();
 };
 
-// In the C locale, and in the C++ locales where asked for. It is compiled by the platform's localedef:
-// no locale needs to be installed. Where that fails it throws, so that no test passes without the
-// comma.
+// In the C locale, and in the C++ locales where asked for. It is compiled by the platform's
+// localedef: no locale needs to be installed. Where that fails it throws, so that no test passes
+// without the comma.
 class CommaCLocale {
  public:
   explicit CommaCLocale(bool inCppToo = true) {
