@@ -184,8 +184,8 @@ TEST(AgainstR, Predictions) {
   Fitted fitted(NQ_EXAMPLE_DATA "/longley.csv", {{"inputs", "x6,x1"}});
   const std::string table = FileOf("note,x1,x6\n\"a\n\"\"b\",83,1947\nc,,1948\nd,100.5,1950\n");
   std::ostringstream out;
-  const PredictionCounts counts =
-      WritePredictions(fitted.data, fitted.fit, table, fitted.team, out);
+  const support::PredictionCounts counts = support::WritePredictions(
+      fitted.data, kPredictionTitles, PredictionOf(fitted.fit), table, fitted.team, out);
   EXPECT_EQ(counts.rows, 3);
   EXPECT_EQ(counts.missing, 1);
   EXPECT_EQ(out.str().substr(0, out.str().find('\n')),

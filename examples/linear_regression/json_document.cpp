@@ -1,39 +1,20 @@
 #include "json_document.h"
 
-#include <initializer_list>
-#include <utility>
-#include <vector>
+#include "support/json_text.h"
 
-#include "support/text.h"
-
+using support::JsonArrayText;
+using support::JsonMembers;
 using support::JsonNumber;
+using support::JsonObjectText;
 using support::JsonString;
 using support::ModelData;
 
 namespace regression {
 namespace {
 
-// Names and values that are JSON already.
-using Members = std::vector<std::pair<const char*, std::string>>;
-
-std::string Object(const Members& members) {
-  std::string json = "{";
-  for (const auto& [name, value] : members)
-    json += (json.size() > 1 ? ", " : "") + JsonString(name) + ": " + value;
-  return json + "}";
-}
-
-// An item a line.
-template <class Items, class Item>
-std::string Array(const Items& items, Item item) {
-  std::string json = "[";
-  for (const auto& x : items) json += (json.size() > 1 ? ",\n    " : "\n    ") + item(x);
-  return json + (items.empty() ? "]" : "\n  ]");
-}
-
 std::string CoefficientObject(const ModelData& data, const Coefficient& c) {
   const auto codes = [&] { return data.CategoriesOf(c.variable); };
-  return Object(
+  return JsonObjectText(
       {{"name", JsonString(c.name)},
        {"variable", c.variable < 0 ? "null" : JsonString(data.NameOf(c.variable))},
        {"category",
@@ -56,7 +37,7 @@ std::string JsonDocument(const ModelData& data, const Regression& fit) {
     if (data.IsCategorical(i)) factors.push_back(i);
   }
   const ResidualFigures& r = fit.residuals;
-  const Members members = {
+  const JsonMembers members = {
       {"n", JsonNumber(fit.n)},
       {"nDropped", JsonNumber(static_cast<double>(fit.rows.Dropped()))},
       {"rSquared", JsonNumber(fit.rSquared)},
@@ -71,39 +52,38 @@ std::string JsonDocument(const ModelData& data, const Regression& fit) {
       {"bic", JsonNumber(fit.bic)},
       {"durbinWatson", JsonNumber(fit.durbinWatson)},
       {"conditionNumber", JsonNumber(fit.conditionNumber)},
-      {"residuals", Object({{"min", JsonNumber(r.min)},
-                            {"q1", JsonNumber(r.q1)},
-                            {"median", JsonNumber(r.median)},
-                            {"q3", JsonNumber(r.q3)},
-                            {"max", JsonNumber(r.max)}})},
-      {"references", Array(factors,
-                           [&](int i) {
-                             const auto code = static_cast<std::size_t>(data.ReferenceOf(i));
-                             return Object({{"name", JsonString(data.NameOf(i))},
-                                            {"category", JsonString(data.CategoriesOf(i)[code])}});
-                           })},
+      {"residuals", JsonObjectText({{"min", JsonNumber(r.min)},
+                                    {"q1", JsonNumber(r.q1)},
+                                    {"median", JsonNumber(r.median)},
+                                    {"q3", JsonNumber(r.q3)},
+                                    {"max", JsonNumber(r.max)}})},
+      {"references", JsonArrayText(factors,
+                                   [&](int i) {
+                                     const auto code =
+                                         static_cast<std::size_t>(data.ReferenceOf(i));
+                                     return JsonObjectText(
+                                         {{"name", JsonString(data.NameOf(i))},
+                                          {"category", JsonString(data.CategoriesOf(i)[code])}});
+                                   })},
       {"coefficients",
-       Array(fit.coefficients, [&](const Coefficient& c) { return CoefficientObject(data, c); })},
-      {"terms", Array(fit.terms,
-                      [&](const Term& term) {
-                        return Object({{"name", JsonString(data.NameOf(term.variable))},
-                                       {"df", JsonNumber(term.df)},
-                                       {"f", JsonNumber(term.f)},
-                                       {"sig", JsonNumber(term.sig)},
-                                       {"vif", JsonNumber(term.vif)}});
-                      })},
-      {"influence", Array(fit.influence, [](const InfluentialCase& c) {
-         return Object({{"row", std::to_string(c.row)},
-                        {"leverage", JsonNumber(c.leverage)},
-                        {"cooksDistance", JsonNumber(c.cooksDistance)},
-                        {"residual", JsonNumber(c.residual)}});
+       JsonArrayText(fit.coefficients,
+                     [&](const Coefficient& c) { return CoefficientObject(data, c); })},
+      {"terms", JsonArrayText(fit.terms,
+                              [&](const Term& term) {
+                                return JsonObjectText(
+                                    {{"name", JsonString(data.NameOf(term.variable))},
+                                     {"df", JsonNumber(term.df)},
+                                     {"f", JsonNumber(term.f)},
+                                     {"sig", JsonNumber(term.sig)},
+                                     {"vif", JsonNumber(term.vif)}});
+                              })},
+      {"influence", JsonArrayText(fit.influence, [](const InfluentialCase& c) {
+         return JsonObjectText({{"row", std::to_string(c.row)},
+                                {"leverage", JsonNumber(c.leverage)},
+                                {"cooksDistance", JsonNumber(c.cooksDistance)},
+                                {"residual", JsonNumber(c.residual)}});
        })}};
-  std::string json = "{\n";
-  for (const auto& [name, value] : members) {
-    json += "  " + JsonString(name) + ": " + value;
-    json += name == members.back().first ? "\n" : ",\n";
-  }
-  return json + "}\n";
+  return support::JsonDocumentText(members);
 }
 
 }  // namespace regression

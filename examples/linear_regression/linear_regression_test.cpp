@@ -59,7 +59,7 @@ TEST(LinearRegression, PmmlIsExact) {
   const std::string text =
       "g,x,f,y\n\"R&D \",1,2,11\nKüche,2,1,14\n\"R&D \",3,1,13\nKüche,4,1,16\n";
   const Fitted fitted(FileOf(text), {{"freq-weight", "f"}}, {.charts = true});
-  const std::string pmml = PmmlDocument(fitted.data, fitted.fit, {});
+  const std::string pmml = PmmlDocument(fitted.data, fitted.fit, {"p", "1", "", false});
   const std::string model =
       "<RegressionModel functionName=\"regression\" algorithmName=\"leastSquares\" "
       "modelType=\"linearRegression\" targetFieldName=\"y\">\n"

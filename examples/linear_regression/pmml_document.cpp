@@ -1,137 +1,46 @@
 #include "pmml_document.h"
 
-#include <cstring>
-#include <ctime>
-#include <numeric>
-#include <stdexcept>
-#include <vector>
+#include <utility>
 
-#include <nqcommon/model/INQVariable.h>
-#include <nqcommon/output/NQPMMLExporter.h>
 #include <nqcommon/output/NQPMMLTags.h>
 
 #include "support/text.h"
-#include "support/xml_tree.h"
-#include "version.h"
 
 using namespace NQPMMLTags;
-using NQCommon_940::NQPMMLExporter;
-using NQCommon_940::NQStatus;
-using NQXML_940::NQVarList;
-using NQXML_940::XMLElement;
-using NQXML_940::XMLString;
 using support::Append;
 using support::ModelData;
 using support::NewElement;
-using support::Shortest;
 using support::Tree;
 
 namespace regression {
 namespace {
 
-// What `fill` exports, when that went well.
-template <class Fill>
-Tree Exported(const Fill& fill) {
-  XMLElement* element = nullptr;
-  const NQStatus status = fill(element);
-  Tree tree(element);
-  if (!status.IsOK()) {
-    throw std::runtime_error("PMML export failed with code " +
-                             std::to_string(status.GetErrorCode()));
-  }
-  return tree;
-}
-
-// Not by the exporter, which signs a header that has no copyright line with one of its own: a
-// user's model does not carry that.
-Tree Header(const std::string& description, const PmmlOptions& options) {
-  Tree header = NewElement(XML_ELE_HEADER);
-  if (!options.copyright.empty()) header->AddAttribute(XML_ATT_HEADRIGHT, options.copyright);
-  header->AddAttribute(XML_ATT_DESCRIPTION, description);
-  Tree application = NewElement(XML_ELE_APPLICATION);
-  application->AddAttribute(XML_ATT_NAME, std::string(kProgramName));
-  application->AddAttribute(XML_ATT_VERSION, std::string(kProgramVersion));
-  Append(header, std::move(application));
-  if (!options.timestamp) return header;
-  const std::time_t now = std::time(nullptr);
-  char text[32];
-  ctime_r(&now, text);
-  Tree timestamp = NewElement(XML_ELE_TIMESTAMP);
-  timestamp->AddElement(XMLString::Create(std::string(text, std::strlen(text) - 1)));
-  Append(header, std::move(timestamp));
-  return header;
-}
-
-// "predicted" is the target for most consumers. The weights are no "frequencyWeight" or
-// "analysisWeight": some take fields of a usage unknown to them for inputs that must be there.
-const char* Usage(const ModelData& data, int position) {
-  if (position < data.NInputs()) return "active";
-  return position == data.TargetPosition() ? "predicted" : "supplementary";
-}
-
-Tree MiningSchema(const ModelData& data) {
-  Tree schema = NewElement(XML_ELE_MININGSCHEMA);
-  for (int i = 0; i < data.Variables().GetNumVars(); ++i) {
-    Tree field = NewElement(XML_ELE_MININGFIELD);
-    field->AddAttribute(XML_ATT_MININGFIELDNAME, data.NameOf(i));
-    field->AddAttribute(XML_ATT_MININGFIELDUSE, std::string(Usage(data, i)));
-    Append(schema, std::move(field));
-  }
-  return schema;
-}
-
 Tree RegressionTable(const ModelData& data, const Regression& fit) {
   Tree table = NewElement("RegressionTable");
   table->AddAttribute("intercept",
-                      Shortest(fit.intercept ? fit.coefficients.front().estimate : 0.0));
+                      support::Shortest(fit.intercept ? fit.coefficients.front().estimate : 0.0));
   // Numeric predictors come before categorical ones.
   for (const bool categorical : {false, true}) {
     for (const Coefficient& c : fit.coefficients) {
-      if (c.variable < 0 || c.redundant || (c.category >= 0) != categorical) continue;
-      Tree predictor = NewElement(categorical ? "CategoricalPredictor" : "NumericPredictor");
-      predictor->AddAttribute(XML_ATT_NAME, data.NameOf(c.variable));
-      if (categorical) {
-        const auto code = static_cast<std::size_t>(c.category);
-        predictor->AddAttribute(XML_ATT_VALUE, data.CategoriesOf(c.variable)[code]);
-      }
-      predictor->AddAttribute("coefficient", Shortest(c.estimate));
-      Append(table, std::move(predictor));
+      if (c.variable >= 0 && !c.redundant && (c.category >= 0) == categorical)
+        Append(table, support::PmmlPredictor(data, c.variable, c.category, c.estimate));
     }
   }
   return table;
 }
 
-Tree ModelStats(const ModelData& data, const NQPMMLExporter& exporter, const Regression& fit) {
-  Tree stats = NewElement(XML_ELE_MODELSTATS);
-  for (int i = 0; i < data.NInputs(); ++i) {
-    Append(stats, Exported([&](XMLElement*& out) {
-             return exporter.ExportUniStats(fit.summaries.Statistics(data, i), out);
-           }));
-  }
-  return stats;
-}
-
 }  // namespace
 
-std::string PmmlDocument(const ModelData& data, const Regression& fit, const PmmlOptions& options) {
-  const NQPMMLExporter exporter(nullptr);
-  const Tree root(exporter.ExportPMMLElement());
-  Append(root, Header("Linear regression of " + fit.target, options));
-
-  // Named one by one: without indices the regression weight, which has no role, would be left out.
-  std::vector<int> all(static_cast<std::size_t>(data.Variables().GetNumVars()));
-  std::iota(all.begin(), all.end(), 0);
-  Append(root, Exported([&](XMLElement*& out) {
-           return exporter.ExportDataDictionary(data.Variables(), all, out);
-         }));
-
+std::string PmmlDocument(const ModelData& data, const Regression& fit,
+                         const support::PmmlOptions& options) {
+  const Tree root = support::PmmlRoot(data, "Linear regression of " + fit.target, options);
   Tree model = NewElement(XML_ELE_REGRESSIONMODEL);
   model->AddAttribute(XML_ATT_FUNCTIONNAME, XML_VAL_REGRESSION);
   model->AddAttribute(XML_ATT_ALGORITHMNAME, std::string("leastSquares"));
   model->AddAttribute(XML_ATT_MODELTYPE, std::string("linearRegression"));
   model->AddAttribute("targetFieldName", fit.target);
-  Append(model, MiningSchema(data));
-  if (data.NInputs() > 0) Append(model, ModelStats(data, exporter, fit));
+  Append(model, support::MiningSchema(data));
+  support::AppendModelStats(model, data, fit.summaries);
   Append(model, RegressionTable(data, fit));
   Append(root, std::move(model));
   return support::DocumentText(root);

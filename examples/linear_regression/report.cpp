@@ -1,81 +1,28 @@
 #include "report.h"
 
 #include <algorithm>
-#include <cmath>
-#include <iomanip>
-#include <locale>
 #include <ostream>
-#include <sstream>
-#include <string_view>
 #include <vector>
 
 #include "support/text.h"
+#include "support/text_table.h"
 
+using support::Figure;
 using support::ModelData;
+using support::Padded;
+using support::PrintTable;
+using support::RightAligned;
 using support::Shortest;
+using support::Significance;
+using support::TableColumn;
 
 namespace regression {
 namespace {
 
-// A column of a table: significant digits and a width that nearly any number has room in.
-struct ColumnOfTable {
-  const char* title;
-  int digits;
-  int width;
-};
-
-// Below this a significance is 0 as a double.
-constexpr double kLeastSignificance = 1e-307;
-
-std::string Figure(double x, int digits) {
-  if (!std::isfinite(x)) return {};
-  std::ostringstream out;
-  out.imbue(std::locale::classic());
-  out << std::showpoint << std::setprecision(digits) << x;
-  return out.str();
-}
-
-std::string Significance(double sig) {
-  return sig < kLeastSignificance ? "< 1e-307" : Figure(sig, 5);
-}
-
-// Characters, not bytes, of UTF-8.
-std::size_t Width(std::string_view text) {
-  return static_cast<std::size_t>(
-      std::count_if(text.begin(), text.end(), [](char c) { return (c & 0xC0) != 0x80; }));
-}
-
-std::string Padded(const std::string& text, std::size_t width) {
-  return text + std::string(width - std::min(width, Width(text)), ' ');
-}
-
-std::string RightAligned(const std::string& text, int width) {
-  return std::string(static_cast<std::size_t>(std::max(0, width - static_cast<int>(Width(text)))),
-                     ' ') +
-         text;
-}
-
-// A table with named rows. `cell` gives the text of a row's column.
-template <class Row, std::size_t kColumns, class Name, class Text>
-void PrintTable(std::ostream& out, const ColumnOfTable (&columns)[kColumns],
-                const std::vector<Row>& rows, const char* title, Name name, Text cell) {
-  std::size_t width = Width(title);
-  for (const Row& row : rows) width = std::max(width, Width(name(row)));
-  const auto line = [&](const std::string& head, auto text) {
-    out << Padded(head, width);
-    for (std::size_t j = 0; j < kColumns; ++j)
-      out << ' ' << RightAligned(text(j), columns[j].width);
-    out << '\n';
-  };
-  line(title, [&](std::size_t j) -> std::string { return columns[j].title; });
-  for (const Row& row : rows)
-    line(name(row), [&](std::size_t j) { return cell(row, j, columns[j].digits); });
-}
-
 void PrintCoefficients(std::ostream& out, const std::vector<Coefficient>& coefficients) {
-  constexpr ColumnOfTable kColumns[] = {{"Estimate", 10, 16}, {"Std. error", 8, 14},
-                                        {"t", 5, 11},         {"Significance", 5, 12},
-                                        {"Lower 95%", 6, 12}, {"Upper 95%", 6, 12}};
+  constexpr TableColumn kColumns[] = {{"Estimate", 10, 16}, {"Std. error", 8, 14},
+                                      {"t", 5, 11},         {"Significance", 5, 12},
+                                      {"Lower 95%", 6, 12}, {"Upper 95%", 6, 12}};
   PrintTable(
       out, kColumns, coefficients, "", [](const Coefficient& c) { return c.name; },
       [](const Coefficient& c, std::size_t j, int digits) -> std::string {
@@ -87,11 +34,11 @@ void PrintCoefficients(std::ostream& out, const std::vector<Coefficient>& coeffi
 }
 
 void PrintTerms(std::ostream& out, const ModelData& data, const Regression& fit) {
-  constexpr ColumnOfTable kColumns[] = {{"df", 0, 5},
-                                        {"F", 6, 14},
-                                        {"Significance", 5, 12},
-                                        {"Inflation (VIF)", 6, 16},
-                                        {"Standardized", 6, 14}};
+  constexpr TableColumn kColumns[] = {{"df", 0, 5},
+                                      {"F", 6, 14},
+                                      {"Significance", 5, 12},
+                                      {"Inflation (VIF)", 6, 16},
+                                      {"Standardized", 6, 14}};
   PrintTable(
       out, kColumns, fit.terms, "Input",
       [&](const Term& term) { return data.NameOf(term.variable); },
@@ -109,7 +56,7 @@ void PrintTerms(std::ostream& out, const ModelData& data, const Regression& fit)
 }
 
 void PrintInfluence(std::ostream& out, const std::vector<InfluentialCase>& cases) {
-  constexpr ColumnOfTable kColumns[] = {
+  constexpr TableColumn kColumns[] = {
       {"Cook's distance", 6, 16}, {"Leverage", 6, 12}, {"Residual", 6, 14}};
   PrintTable(
       out, kColumns, cases, "Row", [](const InfluentialCase& c) { return std::to_string(c.row); },
@@ -119,23 +66,12 @@ void PrintInfluence(std::ostream& out, const std::vector<InfluentialCase>& cases
       });
 }
 
-std::string CasesLine(const Regression& fit) {
-  const support::CaseCounts& rows = fit.rows;
-  std::string line = "Cases used: " + std::to_string(rows.used);
-  if (fit.n != static_cast<double>(rows.used)) line += ", sum of frequencies " + Shortest(fit.n);
-  line += "; dropped: " + std::to_string(rows.Dropped());
-  if (rows.missing > 0) line += ", " + std::to_string(rows.missing) + " with a missing cell";
-  if (rows.badWeight > 0)
-    line += ", " + std::to_string(rows.badWeight) + " without a weight above 0";
-  return line;
-}
-
 }  // namespace
 
 void PrintReport(std::ostream& out, const ModelData& data, const Regression& fit) {
   out << "Linear regression of " << fit.target << (fit.intercept ? "" : " without intercept")
       << '\n'
-      << CasesLine(fit) << '\n';
+      << support::CasesLine(fit.rows, fit.n) << '\n';
   std::string references;
   for (int i = 0; i < data.NInputs(); ++i) {
     if (!data.IsCategorical(i)) continue;
@@ -183,14 +119,6 @@ void PrintReport(std::ostream& out, const ModelData& data, const Regression& fit
     if (c.redundant) redundant += (redundant.empty() ? "" : ", ") + c.name;
   }
   if (!redundant.empty()) out << "\nRedundant, left out of the fit: " << redundant << '\n';
-}
-
-void PrintCounts(std::ostream& out, const PredictionCounts& counts) {
-  out << "Predicted rows: " << counts.rows - counts.missing - counts.unseen << " of "
-      << counts.rows;
-  if (counts.missing > 0) out << "; " << counts.missing << " with a missing cell";
-  if (counts.unseen > 0) out << "; " << counts.unseen << " with an unknown category";
-  out << '\n';
 }
 
 }  // namespace regression

@@ -3,7 +3,6 @@
 
 #include <iosfwd>
 
-#include "prediction.h"
 #include "regression.h"
 
 namespace regression {
@@ -11,8 +10,5 @@ namespace regression {
 // Aligned tables of 100 columns for names of up to 16 characters; blank where a figure is not
 // finite.
 void PrintReport(std::ostream& out, const support::ModelData& data, const Regression& fit);
-
-// How many rows have a prediction: a line.
-void PrintCounts(std::ostream& out, const PredictionCounts& counts);
 
 }  // namespace regression

@@ -24,12 +24,15 @@ struct Column {
 // unit matters.
 std::vector<Column> DesignColumns(const ModelData& data, bool intercept);
 
+// What a case has in a column.
+inline double Scaled(const Column& column, const double* values) {
+  const double x = values[column.variable];
+  return column.category < 0 ? x * column.scale - column.origin : x == column.category ? 1 : 0;
+}
+
 // The row of a case.
 inline void FillRow(const std::vector<Column>& columns, const double* values, double* row) {
-  for (const Column& column : columns) {
-    const double x = values[column.variable];
-    *row++ = column.category < 0 ? x * column.scale - column.origin : x == column.category ? 1 : 0;
-  }
+  for (const Column& column : columns) *row++ = Scaled(column, values);
 }
 
 }  // namespace support

@@ -145,7 +145,8 @@ void ModelData::ChooseFields(const NQSettings& settings) {
   }
   for (const std::string& name : inputs) choose(name, "an input");
   fNInputs = static_cast<int>(fFields.size());
-  choose(target, "the target");
+  fFields[static_cast<std::size_t>(choose(target, "the target"))].categorical =
+      settings.FindSetting(kSettingEvent) != nullptr;
   if (!frequency.empty()) fFrequencyPosition = choose(frequency, "the frequency weight");
   if (!weight.empty()) fWeightPosition = choose(weight, "the regression weight");
 
@@ -221,22 +222,25 @@ void ModelData::ChooseReferences(const std::vector<std::string>& texts) {
   }
 }
 
+INQVariable::VariableRole ModelData::RoleOf(int position) const {
+  return position < fNInputs    ? INQVariable::RoleInput
+         : position == fNInputs ? INQVariable::RoleTarget
+                                : INQVariable::RoleUnused;
+}
+
 void ModelData::MakeVariables() {
   for (int i = 0; i < static_cast<int>(fFields.size()); ++i) {
     const Field& field = At(i);
     if (i == fFrequencyPosition) {
       fVariables.SetWeightVar(field.name, "", INQVariable::RoundAsIs);
     } else if (field.categorical) {
-      fVariables.AddCatVar(field.name, "", 0, INQVariable::LevelStringCategorical,
-                           INQVariable::RoleInput, false);
+      fVariables.AddCatVar(field.name, "", 0, INQVariable::LevelStringCategorical, RoleOf(i),
+                           false);
       fVariables.GetVarAt(i)->SetVariableStorage(INQVariable::StorageString);
       for (const std::string& text : field.categories.Texts())
         fVariables.GetEncoderAt(i)->Encode(text);
     } else {
-      const auto role = i < fNInputs    ? INQVariable::RoleInput
-                        : i == fNInputs ? INQVariable::RoleTarget
-                                        : INQVariable::RoleUnused;
-      fVariables.AddContVar(field.name, "", field.range.min, field.range.max, role, false, 0);
+      fVariables.AddContVar(field.name, "", field.range.min, field.range.max, RoleOf(i), false, 0);
       fVariables.GetVarAt(i)->SetVariableStorage(INQVariable::StorageReal);
     }
   }
@@ -272,7 +276,7 @@ bool CaseReader::Next() {
       fValues[i] = cells[i].number;
     }
     if (!used) continue;
-    for (int i = 0; i < fData.NInputs(); ++i) {
+    for (int i = 0; i <= fData.TargetPosition(); ++i) {
       if (!fData.IsCategorical(i)) continue;
       const auto place = static_cast<std::size_t>(i);
       fValues[place] = fData.CodeOf(i, cells[place].text);

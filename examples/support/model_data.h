@@ -22,6 +22,7 @@ namespace support {
 // Categorical  the columns named so, and inputs of which no cell looks like a number. Categories
 //              are texts, with codes in the order of first appearance among the cases used; one of
 //              each column, the first unless another is named, is its reference category.
+// Target       a number; its categories where the settings have an event, even an empty one
 // Numbers      have a decimal point whatever the locale, and are finite. An input with both numbers
 //              and texts is refused, and so is a text in the target or in a weight.
 // Memory       the categories, of which a column may have 1000, and a chunk for each thread
@@ -79,6 +80,7 @@ class ModelData {
   void DecideTypes(ScanPart& scan);
   void ChooseReferences(const std::vector<std::string>& texts);
   bool ChooseReference(const std::string& text);
+  NQXML_940::INQVariable::VariableRole RoleOf(int position) const;
   void MakeVariables();
   void TakeNotes();
 
@@ -118,6 +120,7 @@ class CaseReader {
 // The names in the settings: texts, and lists of texts for the second group.
 inline constexpr const char* kSettingData = "data";
 inline constexpr const char* kSettingTarget = "target";
+inline constexpr const char* kSettingEvent = "event";
 inline constexpr const char* kSettingFreqWeight = "freq-weight";
 inline constexpr const char* kSettingRegWeight = "reg-weight";
 inline constexpr const char* kSettingSeparator = "separator";  // "": a comma

@@ -3,12 +3,13 @@
 
 #include <string>
 
-#include "regression.h"
+#include "input_summaries.h"
+#include "model_data.h"
 
-namespace regression {
+namespace support {
 
 // Gives the variables of `data` what the fit knows of them, and writes them. Throws
 // std::runtime_error when a name or a category is too long to be read back.
-std::string SavedVariables(support::ModelData& data, const Regression& fit);
+std::string SavedVariables(ModelData& data, const InputSummaries& summaries);
 
-}  // namespace regression
+}  // namespace support

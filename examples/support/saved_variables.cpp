@@ -13,15 +13,15 @@
 using NQXML_940::SaveXMLTags::SAVEXML_DTD_LOC;
 using NQXML_940::SaveXMLTags::XML_ELE_ROOT;
 
-namespace regression {
+namespace support {
 namespace {
 
 constexpr std::size_t kLongestSavedLine = 255;
 
 }  // namespace
 
-std::string SavedVariables(support::ModelData& data, const Regression& fit) {
-  fit.summaries.StoreIn(data, data.Variables());
+std::string SavedVariables(ModelData& data, const InputSummaries& summaries) {
+  summaries.StoreIn(data, data.Variables());
   std::ostringstream out;
   NQXML_940::ExportFormat format;
   const std::unique_ptr<NQXML_940::XMLDocType> head(
@@ -38,4 +38,4 @@ std::string SavedVariables(support::ModelData& data, const Regression& fit) {
   return text;
 }
 
-}  // namespace regression
+}  // namespace support

@@ -1,0 +1,17 @@
+// A fit as a PMML 4.3 document.
+#pragma once
+
+#include <string>
+
+#include "logistic.h"
+#include "support/pmml_parts.h"
+
+namespace logistic {
+
+// Header, DataDictionary, and a RegressionModel of the function "classification" with the
+// normalization "logit": MiningSchema, ModelStats of the inputs, a RegressionTable of the event and
+// an empty one of the other category. Numbers read back as the same doubles.
+std::string PmmlDocument(const support::ModelData& data, const LogisticFit& fit,
+                         const support::PmmlOptions& options);
+
+}  // namespace logistic
