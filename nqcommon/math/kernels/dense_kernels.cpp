@@ -2,11 +2,10 @@
 
 #include <algorithm>
 #include <memory>
-#include <vector>
 
-#include <nqcommon/math/kernels/packed_algebra.h>
 #include <nqcommon/math/kernels/packed_kernels.h>
 #include <nqcommon/math/kernels/packed_triangle.h>
+#include <nqcommon/math/kernels/strided.h>
 
 namespace NQMath_940::internal {
 namespace {
@@ -17,64 +16,62 @@ bool IsTriangular(const Operand& a) {
   return a.layout == Layout::kLower || a.layout == Layout::kUpper;
 }
 
-// Row i of an operand, columns begin .. end-1: where they are, or gathered in `scratch`.
-struct Row {
-  const double* data;  // element 0, of which nothing before `begin` is read
-  std::size_t begin, end;
-};
-
-Row RowOf(const Operand& a, std::size_t i, std::size_t inner, std::vector<double>& scratch) {
-  switch (a.layout) {
-    case Layout::kRows:
-      return {a.data + i * a.step, 0, inner};
-    case Layout::kLower:
-      return {a.data + RowStart(i), 0, std::min(i + 1, inner)};
-    default:
-      break;
-  }
-  scratch.resize(inner);
-  const std::size_t begin = a.layout == Layout::kUpper ? i : 0;
-  for (std::size_t k = begin; k < inner; ++k)
-    scratch[k] = a.data[a.layout == Layout::kColumns ? k * a.step + i : SymIndex(i, k)];
-  return {scratch.data(), begin, inner};
-}
-
-// c[0 .. n-1] = the row a times B, along the rows or columns of B as they lie.
-void RowTimes(const Row& a, const Operand& b, std::size_t n, double* c) {
+// c[0 .. n-1] = a row times B, along the rows or columns of B as they lie. Element k of the row, for
+// begin <= k < end, is at(k); the others are 0 by the form of A.
+template <class At>
+void RowTimes(At at, std::size_t begin, std::size_t end, const Operand& b, std::size_t n,
+              double* c) {
   if (b.layout == Layout::kColumns || b.layout == Layout::kUpper) {
     for (std::size_t j = 0; j < n; ++j) {
       const bool whole = b.layout == Layout::kColumns;
       const double* column = b.data + (whole ? j * b.step : RowStart(j));
-      const std::size_t end = whole ? a.end : std::min(a.end, j + 1);
-      c[j] = end <= a.begin ? 0 : DotProduct(end - a.begin, a.data + a.begin, column + a.begin);
+      double sum = 0;
+      for (std::size_t k = begin; k < (whole ? end : std::min(end, j + 1)); ++k)
+        sum += at(k) * column[k];
+      c[j] = sum;
     }
     return;
   }
   std::fill(c, c + n, 0.0);
-  for (std::size_t k = a.begin; k < a.end; ++k) {
+  for (std::size_t k = begin; k < end; ++k) {
+    const double x = at(k);
     if (b.layout == Layout::kRows) {
-      AddScaled(n, a.data[k], b.data + k * b.step, c);
+      AddScaled(n, x, b.data + k * b.step, c);
       continue;
     }
-    AddScaled(std::min(k + 1, n), a.data[k], b.data + RowStart(k), c);
+    AddScaled(std::min(k + 1, n), x, b.data + RowStart(k), c);
     if (b.layout == Layout::kLower) continue;
-    for (std::size_t j = k + 1, at = LowerIndex(j, k); j < n; ++j, at += j)
-      c[j] += a.data[k] * b.data[at];
+    for (std::size_t j = k + 1, from = LowerIndex(j, k); j < n; ++j, from += j)
+      c[j] += x * b.data[from];
   }
+}
+
+void RowTimes(const Operand& a, std::size_t i, std::size_t inner, const Operand& b, std::size_t n,
+              double* c) {
+  const double* data = a.data;
+  switch (a.layout) {
+    case Layout::kRows:
+      return RowTimes([=](std::size_t k) { return data[i * a.step + k]; }, 0, inner, b, n, c);
+    case Layout::kColumns:
+      return RowTimes([=](std::size_t k) { return data[k * a.step + i]; }, 0, inner, b, n, c);
+    default:
+      break;
+  }
+  const std::size_t begin = a.layout == Layout::kUpper ? i : 0;
+  const std::size_t end = a.layout == Layout::kLower ? std::min(i + 1, inner) : inner;
+  RowTimes([=](std::size_t k) { return data[SymIndex(i, k)]; }, begin, end, b, n, c);
 }
 
 }  // namespace
 
 void MultiplyPlain(const Operand& a, const Operand& b, std::size_t m, std::size_t inner,
                    std::size_t n, double* c) {
-  std::vector<double> row;
-  for (std::size_t i = 0; i < m; ++i) RowTimes(RowOf(a, i, inner, row), b, n, c + i * n);
+  for (std::size_t i = 0; i < m; ++i) RowTimes(a, i, inner, b, n, c + i * n);
 }
 
 void MultiplyLowerPlain(const Operand& a, const Operand& b, std::size_t n, std::size_t inner,
                         double* c) {
-  std::vector<double> row;
-  for (std::size_t i = 0; i < n; ++i) RowTimes(RowOf(a, i, inner, row), b, i + 1, c + RowStart(i));
+  for (std::size_t i = 0; i < n; ++i) RowTimes(a, i, inner, b, i + 1, c + RowStart(i));
 }
 
 namespace {

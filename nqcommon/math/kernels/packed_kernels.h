@@ -236,6 +236,11 @@ struct PackedKernels {
   // follow at once, and the pivot is appended to u and v for the rest of the matrix.
   void (*sweepInPanel)(SweepPanel& panel, std::size_t q);
 
+  // a_q[i] <- a_q[i] + factors[q step] a_0[i] + factors[q step + 1] a_1[i] + ..., with all a_p of
+  // p < q, for q = 0 .. depth-1 one after the other, in a panel of that depth with padded tiles.
+  void (*solveInPanel)(double* a, std::size_t n, std::size_t depth, const double* factors,
+                       std::size_t step);
+
   // Factors the triangle, S = L L', in groups of groupRows rows of which `groups` are made at a
   // time. work holds groups * groupRows * (n + groupRows) doubles.
   void (*cholesky)(CholeskyJob& job, double* work, std::size_t groups);

@@ -162,23 +162,20 @@ double INQSymMatrix::TraceOfProduct(const INQSymMatrix& a) const {
 
 // ---- Products with matrices ---------------------------------------------------------------------
 
-// Row i of L, and of L', times S, then times the rows up to i of the same factor.
 bool INQSymMatrix::ComputeLSLTrans(const INQSymMatrix& l, INQSymMatrix& out) const {
   if (l.GetNRows() != GetNRows() || !IsValidMatrix()) return false;
-  return internal::PutRows(GetNRows(), AsDenseSym(out), [&](int i, std::vector<double>& row) {
-    if (!l.GetRow(i, row)) return false;
-    std::fill(row.begin() + i + 1, row.end(), 0.0);
-    return ComputeSV(row, row) && l.ComputeLV(row, row);
-  });
+  if (l.GetType() == 1) return l.ComputeGMG(*this, out);
+  const Entries L(l), S(*this);
+  return L.AreThere() && S.AreThere() &&
+         internal::Conjugate(L.Lower(), S.Triangle(), OrderOf(*this), out);
 }
 
 bool INQSymMatrix::ComputeLTransSL(const INQSymMatrix& l, INQSymMatrix& out) const {
   if (l.GetNRows() != GetNRows() || !IsValidMatrix()) return false;
-  return internal::PutRows(GetNRows(), AsDenseSym(out), [&](int i, std::vector<double>& row) {
-    if (!l.GetRow(i, row)) return false;
-    std::fill(row.begin(), row.begin() + i, 0.0);
-    return ComputeSV(row, row) && l.ComputeLTransV(row, row);
-  });
+  if (l.GetType() == 1) return l.ComputeGMG(*this, out);
+  const Entries L(l), S(*this);
+  return L.AreThere() && S.AreThere() &&
+         internal::Conjugate(L.Upper(), S.Triangle(), OrderOf(*this), out);
 }
 
 bool INQSymMatrix::ComputeRSRTrans(const INQRectMatrix& r, INQSymMatrix& out) const {

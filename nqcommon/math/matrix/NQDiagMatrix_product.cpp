@@ -93,10 +93,20 @@ bool NQDiagMatrix::ComputeGSG(const INQSymMatrix& g, INQSymMatrix& out) const {
     ScaleBy(fvData, product.fvData);
     return PutDiagonal(std::move(product), out);
   }
-  return PutRows(fNRows, AsDenseSym(out), [&](int i, std::vector<double>& row) {
+  const auto putScaledRow = [&](int i, std::vector<double>& row) {
     if (!g.GetRow(i, row)) return false;
     ScaleBy(fvData, row);
-    return g.ComputeSV(row, row);
+    return true;
+  };
+  if (const NQSymMatrix* dense = AsDenseSym(g)) {
+    NQRectMatrix gd;
+    return PutRows(fNRows, fNRows, &gd, putScaledRow) &&
+           internal::MultiplyInto(internal::RowsAt(gd.GetRowPtr(0), Order()),
+                                  internal::TriangleAt(dense->AsVectorConst().data()), Order(),
+                                  Order(), AsDenseSym(out));
+  }
+  return PutRows(fNRows, AsDenseSym(out), [&](int i, std::vector<double>& row) {
+    return putScaledRow(i, row) && g.ComputeSV(row, row);
   });
 }
 

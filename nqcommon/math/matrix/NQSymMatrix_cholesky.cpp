@@ -1,8 +1,8 @@
 #include <nqcommon/math/matrix/NQSymMatrix.h>
 
 #include <nqcommon/common/NQMV.h>
-#include <nqcommon/math/kernels/packed_algebra.h>
 #include <nqcommon/math/kernels/packed_cholesky.h>
+#include <nqcommon/math/kernels/triangular.h>
 #include <nqcommon/math/matrix/internal/factor_rules.h>
 #include <nqcommon/math/matrix/internal/matrix_casts.h>
 #include <nqcommon/math/numeric/NQMathFun.h>
@@ -30,11 +30,11 @@ int NQSymMatrix::LTChol(const std::vector<double>& t, double eps, NQBitSet& nonR
 
 int NQSymMatrix::LTDetInverse(NQDeterminant& det, int job) {
   const int zeroes = internal::DeterminantOfFactor(*this, job, det);
-  if (job >= 10) internal::InvertLower(fvData.data(), Order());
+  if (job >= 10) internal::InvertTriangle(fvData.data(), Order());
   return zeroes;
 }
 
-void NQSymMatrix::LTLLTrans() { internal::LowerTimesTrans(fvData.data(), Order()); }
+void NQSymMatrix::LTLLTrans() { internal::TriangleTimesTrans(fvData.data(), Order()); }
 
 void NQSymMatrix::LTLTransL() { NQMathFun::LTGltl(fNRows, fvData); }
 

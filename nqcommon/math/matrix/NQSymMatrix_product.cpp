@@ -5,6 +5,8 @@
 #include <nqcommon/common/NQMV.h>
 #include <nqcommon/math/kernels/packed_algebra.h>
 #include <nqcommon/math/kernels/packed_triangle.h>
+#include <nqcommon/math/matrix/NQRectMatrix.h>
+#include <nqcommon/math/matrix/internal/matrix_entries.h>
 #include <nqcommon/math/matrix/internal/matrix_results.h>
 #include <nqcommon/math/numeric/NQMathFun.h>
 
@@ -17,14 +19,6 @@ using internal::RowStart;
 using NQCommon_940::NQMV;
 
 namespace {
-
-// Outer S Outer, both symmetric.
-bool Sandwich(const INQSymMatrix& outer, const INQSymMatrix& s, NQSymMatrix* out) {
-  if (s.GetNRows() != outer.GetNRows() || !s.IsValidMatrix()) return false;
-  return internal::PutRows(outer.GetNRows(), out, [&](int i, std::vector<double>& row) {
-    return outer.GetRow(i, row) && s.ComputeSV(row, row) && outer.ComputeSV(row, row);
-  });
-}
 
 // s(i, first) .. s(i, first+count-1) times v.
 double PartOfRowTimes(const std::vector<double>& s, int i, std::size_t first, std::size_t count,
@@ -135,23 +129,33 @@ double NQSymMatrix::ComputeVSWParts(const double* v, int nv, int row, const doub
 }
 
 // ---- Products of matrices ----------------------------------------------------------------------
-// Products of matrices are made row by row, which needs no room for a full square.
 
 bool NQSymMatrix::ComputeGMG(const INQSymMatrix& m, INQSymMatrix& out) const {
-  return Sandwich(*this, m, internal::AsDenseSym(out));
+  if (m.GetNRows() != fNRows || !IsValidMatrix()) return false;
+  const internal::Entries M(m);
+  return M.AreThere() &&
+         internal::Conjugate(internal::TriangleAt(fvData.data()), M.Triangle(), Order(), out);
 }
 
+// A diagonal or block-diagonal G knows better how to multiply.
 bool NQSymMatrix::ComputeGSG(const INQSymMatrix& g, INQSymMatrix& out) const {
-  return Sandwich(g, *this, internal::AsDenseSym(out));
+  return g.ComputeGMG(*this, out);
 }
 
+// Row i of S A times row i of B, S A made at once where A is dense and there is room.
 double NQSymMatrix::TraceOfProductOfThree(const INQSymMatrix& a, const INQSymMatrix& b) const {
   if (a.GetNRows() != fNRows || b.GetNRows() != fNRows || !IsValidMatrix()) return NQMV::Missing();
   double sum = 0;
+  NQRectMatrix sa;
+  const NQSymMatrix* dense = internal::AsDenseSym(a);
+  const bool isMade = dense && internal::MultiplyInto(internal::TriangleAt(fvData.data()),
+                                                      internal::TriangleAt(dense->fvData.data()),
+                                                      Order(), Order(), Order(), &sa);
   std::vector<double> row, product;
   for (int i = 0; i < fNRows; ++i) {
-    if (!GetRow(i, row) || !a.ComputeSV(row, product) || !b.GetRow(i, row)) return NQMV::Missing();
-    sum += DotProduct(Order(), product.data(), row.data());
+    if (!isMade && !(GetRow(i, row) && a.ComputeSV(row, product))) return NQMV::Missing();
+    if (!b.GetRow(i, row)) return NQMV::Missing();
+    sum += DotProduct(Order(), isMade ? sa.GetRowPtr(i) : product.data(), row.data());
   }
   return sum;
 }

@@ -5,6 +5,7 @@
 #include <nqcommon/common/NQMV.h>
 #include <nqcommon/math/kernels/packed_triangle.h>
 #include <nqcommon/math/kernels/strided.h>
+#include <nqcommon/math/kernels/triangular.h>
 
 namespace NQMath_940 {
 
@@ -100,15 +101,7 @@ void NQMathFun::LTGltl(int n, std::vector<double>& L) {
   if (n < 1) return;
   const auto order = static_cast<std::size_t>(n);
   if (!HoldsTriangle(L, order)) return;
-  // Row k adds its share to the rows above it, which hold their sums so far, and then starts its
-  // own: each element takes the same terms in the same order as down its two columns, along memory.
-  for (std::size_t k = 0; k < order; ++k) {
-    double* const row = L.data() + RowStart(k);
-    for (std::size_t i = 0; i < k; ++i)
-      internal::AddScaled(i + 1, row[i], row, L.data() + RowStart(i));
-    const double diagonal = row[k];
-    for (std::size_t j = 0; j <= k; ++j) row[j] = 0 + row[j] * diagonal;
-  }
+  internal::TransTimesTriangle(L.data(), order);
 }
 
 double NQMathFun::RVD(const std::vector<double>& S, int n, int r, const std::vector<double>& x,

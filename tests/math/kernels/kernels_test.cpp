@@ -4,9 +4,11 @@
 #include <gtest/gtest.h>
 
 #include <nqcommon/math/kernels/dense_kernels.h>
+#include <nqcommon/math/kernels/packed_algebra.h>
 #include <nqcommon/math/kernels/packed_cholesky.h>
 #include <nqcommon/math/kernels/packed_sweep.h>
 #include <nqcommon/math/kernels/plane_rotations.h>
+#include <nqcommon/math/kernels/triangular.h>
 #include <nqcommon/math/kernels/tridiagonal.h>
 #include <nqcommon/math/matrix/linpack/Blas1.h>
 
@@ -51,14 +53,13 @@ TEST(DenseKernels, EveryFormGivesTheBitsOfThePlainLoop) {
   data[40000] = kNaN;
   for (const auto& size : kSizes) {
     const std::size_t m = size[0], inner = size[1], n = size[2];
-    for (const Operand& a :
-         {RowsAt(data.data(), inner + 3), TransposeOf(data.data(), m), TriangleAt(data.data())}) {
-      for (const Operand& b :
-           {RowsAt(&data[77], n), TransposeOf(&data[77], inner), TriangleAt(data.data())}) {
+    for (const Operand& a : {RowsAt(data.data(), inner + 3), TransposeOf(data.data(), m),
+                             TriangleAt(data.data()), LowerAt(data.data()), UpperAt(&data[77])}) {
+      for (const Operand& b : {RowsAt(&data[77], n), TransposeOf(&data[77], inner),
+                               TriangleAt(data.data()), LowerAt(&data[77]), UpperAt(data.data())}) {
         // A triangle is square.
-        const bool square = a.layout == Operand::Layout::kTriangle;
-        const std::size_t rows = square ? inner : m, lower = RowStart(rows);
-        const std::size_t columns = b.layout == Operand::Layout::kTriangle ? inner : n;
+        const std::size_t rows = a.step == 0 ? inner : m, lower = RowStart(rows);
+        const std::size_t columns = b.step == 0 ? inner : n;
         // The triangle of a a', and behind it a b: made first, so that no write past the end hides.
         Values want(lower + rows * columns, 7);
         MultiplyPlain(a, b, rows, inner, columns, &want[lower]);
@@ -68,6 +69,34 @@ TEST(DenseKernels, EveryFormGivesTheBitsOfThePlainLoop) {
           Values got(want.size(), 7);
           Multiply(a, b, rows, inner, columns, &got[lower], isa);
           MultiplyLower(a, TransposeOf(a), rows, inner, got.data(), isa);
+          return got;
+        });
+      }
+    }
+  }
+}
+
+// ---- Triangles
+
+// The orders of PackedOrders() end blocks of pivots and tiles everywhere.
+TEST(Triangular, EveryFormGivesTheBitsOfThePlainLoop) {
+  using Form = void (*)(double*, std::size_t, Isa);
+  using Plain = void (*)(double*, std::size_t);
+  for (const auto& [name, fast, plain] :
+       std::initializer_list<std::tuple<const char*, Form, Plain>>{
+           {"inverse", InvertTriangle, InvertLower},
+           {"L'L", TransTimesTriangle, TransTimesTrianglePlain},
+           {"LL'", TriangleTimesTrans, LowerTimesTrans}}) {
+    for (const std::size_t n : PackedOrders()) {
+      Values l = RandomPositiveDefinite(n);
+      for (const double special : {1.0, 0.0, kInf, kNaN}) {  // a zero pivot; not finite in places
+        if (special == 0) l[DiagIndex(n / 2)] = special;
+        if (!(special < kInf)) l[LowerIndex(n - 1, n / 3)] = special;
+        Values want = l;
+        plain(want.data(), n);
+        ExpectEveryFormSame(name, n, want, [&](Isa isa) {
+          Values got = l;
+          fast(got.data(), n, isa);
           return got;
         });
       }

@@ -36,6 +36,8 @@ class Entries {
   Operand Rows() const { return RowsAt(fpData, fStep); }
   Operand Transpose() const { return TransposeOf(fpData, fStep); }
   Operand Triangle() const { return TriangleAt(fpData); }
+  Operand Lower() const { return LowerAt(fpData); }
+  Operand Upper() const { return UpperAt(fpData); }
 
  private:
   template <class Matrix, class Length>

@@ -79,6 +79,13 @@ inline bool MultiplyInto(const Operand& a, const Operand& b, std::size_t n, std:
   });
 }
 
+// out <- A S A', A square and S symmetric of order n.
+inline bool Conjugate(const Operand& a, const Operand& s, std::size_t n, INQSymMatrix& out) {
+  NQRectMatrix as;
+  return AsDenseSym(out) && MultiplyInto(a, s, n, n, n, &as) &&
+         MultiplyInto(RowsAt(as.GetRowPtr(0), n), TransposeOf(a), n, n, AsDenseSym(out));
+}
+
 // out <- diag(d) R, and out <- R diag(v).
 inline bool ScaleRows(const std::vector<double>& d, const INQRectMatrix& r, NQRectMatrix* out) {
   return PutFilled(NQRectMatrix(), out, [&](NQRectMatrix& result) {
