@@ -100,6 +100,8 @@ class RatioReporter : public benchmark::ConsoleReporter {
   }
 
   void Finalize() override {
+    if (openblas_get_corename != nullptr)
+      Print("\nOpenBLAS with its kernels for %s", openblas_get_corename());
     Print("\n%-12s | %7s | %12s %6s | %-20s %12s %6s | %s\n", "work", "order", "ours, us", "noise",
           "peer", "us", "noise", "ratio");
     for (auto& [key, times] : fTimes) std::sort(times.begin(), times.end());
@@ -112,8 +114,7 @@ class RatioReporter : public benchmark::ConsoleReporter {
             1e6 * ours[0], Noise(ours), peer.c_str(), 1e6 * times[0], Noise(times),
             times[0] / ours[0]);
     }
-    if (const char* file = std::getenv("NQ_BENCH_SUMMARY"))
-      std::ofstream(file, std::ios::app) << fText;
+    AppendToSummary();
   }
 
  private:
@@ -123,6 +124,9 @@ class RatioReporter : public benchmark::ConsoleReporter {
   static double Noise(const std::vector<double>& sorted) {
     return 100 * (sorted[sorted.size() / 2] / sorted[0] - 1);
   }
+
+  // The first program to write begins with the machine.
+  void AppendToSummary() const;
 
   template <class... Values>
   void Print(const char* format, Values... values) {
@@ -136,23 +140,30 @@ class RatioReporter : public benchmark::ConsoleReporter {
   std::string fText;
 };
 
-// One line on the processor, its caches and the kernels that both sides run.
+// The processor, the kernels that run and its caches.
 inline std::string MachineLine() {
   std::ifstream info("/proc/cpuinfo");
-  std::string processor = "unknown processor", line;
-  while (std::getline(info, line)) {
-    if (!line.starts_with("model name")) continue;
-    processor = line.substr(std::min(line.size(), line.find(':') + 2));
-    break;
+  std::map<std::string, std::string> fields;
+  for (std::string line; std::getline(info, line) && !line.empty();) {
+    const std::size_t colon = line.find(':');
+    if (colon != std::string::npos && colon + 2 < line.size())
+      fields[line.substr(0, line.find('\t'))] = line.substr(colon + 2);
   }
   using namespace NQMath_940::internal;
   const CacheSizes& caches = Caches();
-  line = "\n" + processor + ", kernels " + NameOf(BestIsa());
+  std::string text = fields["model name"] + " (family " + fields["cpu family"] + ", model " +
+                     fields["model"] + "), kernels " + NameOf(BestIsa()) + ", caches";
   for (const std::size_t size : {caches.l1, caches.l2, caches.l3})
-    line += ", " + std::to_string(size >> 10) + " KiB";
-  if (openblas_get_corename != nullptr)
-    line += std::string("; OpenBLAS kernels ") + openblas_get_corename();
-  return line + "\n";
+    text += " " + std::to_string(size >> 10) + " KiB";
+  return text + "\n";
+}
+
+inline void RatioReporter::AppendToSummary() const {
+  const char* name = std::getenv("NQ_BENCH_SUMMARY");
+  if (name == nullptr || fTimes.empty()) return;
+  std::ofstream file(name, std::ios::app);
+  if (file.tellp() == 0) file << MachineLine();
+  file << fText;
 }
 
 // OpenBLAS chooses its kernels when it is loaded. Where they are to match an older instruction set,
@@ -185,17 +196,16 @@ inline int RunWithRatios(int argc, char** argv) {
     const std::string_view argument = argv[i];
     if (argument.starts_with("--isa=")) {
       lowered = true;
-      LimitIsa(argument.ends_with("baseline") ? Isa::kBaseline : Isa::kAvx2);
+      LimitIsa(argument.ends_with("baseline") ? Isa::kBaseline
+               : argument.ends_with("avx2")   ? Isa::kAvx2
+                                              : Isa::kAvx512);
     } else {
       arguments.push_back(argv[i]);
     }
   }
   MatchPeerKernels(lowered, argv);
   if (openblas_set_num_threads != nullptr) openblas_set_num_threads(1);
-  const std::string machine = MachineLine();
-  std::fputs(machine.c_str(), stdout);
-  if (const char* file = std::getenv("NQ_BENCH_SUMMARY"))
-    std::ofstream(file, std::ios::app) << machine;
+  std::fputs(MachineLine().c_str(), stdout);
   int count = static_cast<int>(arguments.size());
   benchmark::Initialize(&count, arguments.data());
   RatioReporter reporter;
