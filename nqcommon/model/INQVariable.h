@@ -15,12 +15,14 @@ class XMLElement;
 // of a model.
 //
 // Ownership  A variable owns its encoder and its format element; a copy has copies of both.
-// Failure    Setters return false, nothing changed, where they do not apply. A file that does not
-//            match makes ReadObjectXML write "Failure reading NQCatVar!" (its class) to the standard
-//            error stream and throw a pointer to a new IOException, which the catcher deletes; what
-//            was read before stays in the object, which can be used, read again and destroyed.
-// Codes      Codes outside the tables (a newer file may have them) are kept and saved, and displayed
-//            as " = unrecognized".
+// Failure    Setters return false, nothing changed, where they do not apply. Where memory ends
+//            std::bad_alloc passes, with all objects whole. A file that does not
+//            match makes ReadObjectXML write "Failure reading NQCatVar!" (its class) to the
+//            standard error stream and throw a pointer to a new IOException, which the catcher
+//            deletes; what was read before stays in the object, which can be used, read again and
+//            destroyed.
+// Codes      Codes outside the tables (a newer file may have them) are kept and saved, and
+//            displayed as " = unrecognized".
 // Threads    one object, one thread at a time; const operations may run together.
 class NQ_API INQVariable {
  public:
@@ -60,10 +62,10 @@ class NQ_API INQVariable {
   virtual const std::string& GetVariableLabel() const = 0;
   virtual void SetVariableLabel(const std::string& label) = 0;
 
-  // Categories or bins; 0 for a weight.
+  // The number of categories or bins; 0 for a weight.
   virtual int GetNumberOfCategories() const = 0;
 
-  // Any role, but a weight keeps its own: false for another.
+  // A variable takes any role, but a weight keeps its own: false for another.
   virtual VariableRole GetVariableRole() const = 0;
   virtual bool SetVariableRole(VariableRole role) = 0;
 
@@ -79,15 +81,15 @@ class NQ_API INQVariable {
   // Raises the number of categories to that of the encoder where this is larger; returns it.
   virtual int UpdateNumberOfCategories() = 0;
 
-  // The text that stands for a missing value, any text. The second is false, the argument as it was,
-  // without one. A weight has none.
+  // The text, of any kind, that stands for a missing value. The getter is false, its argument as it
+  // was, where there is none. A weight never has one.
   virtual bool SetMissingValueReplacement(const std::string& text) = 0;
   virtual bool GetMissingValueReplacement(std::string& text) const = 0;
 
   // A copy that shares nothing, which the caller owns.
   virtual INQVariable* Clone() const = 0;
 
-  // May be null.
+  // The encoder, or null for none.
   virtual const INQEncoder* GetEncoder() const = 0;
   virtual INQEncoder* GetEncoder() = 0;
 

@@ -51,9 +51,9 @@ class NQ_API NQBinningEncoder {
   // without one count for each bin, or without cut points.
   int AdjustBinning(const std::vector<double>& counts, double minCount);
 
-  // An encoder of 2 to n bins, with about the same total of counts in each: its cut points are those
-  // of this one where the running total first reaches 1/n, 2/n, ... of the whole, or the last one
-  // where it never does. A copy of this one where n is not below the number of bins, n < 2, the
+  // An encoder of 2 to n bins, with about the same total of counts in each: its cut points are
+  // those of this one where the running total first reaches 1/n, 2/n, ... of the whole, or the last
+  // one where it never does. A copy of this one where n is not below the number of bins, n < 2, the
   // total is not positive and finite, there is not one count for each bin, or no cut point.
   NQBinningEncoder CreateRebinned(const std::vector<double>& counts, int n) const;
 

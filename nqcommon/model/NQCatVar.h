@@ -12,12 +12,12 @@ namespace NQXML_940 {
 
 // A categorical variable, of numbers or of texts.
 //
-// The number of categories is stored beside the encoder's: a builder may know it before the data do,
-// and it never falls. UpdateNumberOfCategories brings it up to what the encoder has seen.
+// The number of categories is stored beside the encoder's: a builder may know it before the data
+// do, and it never falls. UpdateNumberOfCategories brings it up to what the encoder has seen.
 //
 // Save file  The sums of frequency weights, the flag-variable mark and the format element are not
-//            kept; reading leaves them as they are. A variable without encoder is written, but cannot
-//            be read: a categorical variable without categories would be no use to a model.
+//            kept; reading leaves them as they are. A variable without encoder is written, but
+//            cannot be read: a categorical variable without categories would be no use to a model.
 class NQ_API NQCatVar final : public NQVariableBase {
  public:
   // A level of LevelNumericCategorical makes a numeric-category encoder, any other level a string
@@ -49,15 +49,15 @@ class NQ_API NQCatVar final : public NQVariableBase {
   bool IsBinaryFlag() const { return fIsBinaryFlag; }
   int GetTrueIndex() const { return fTrueIndex; }
 
-  // The encoder, which the variable takes over from the caller; the old one is deleted, unless it is
-  // the same. Null leaves the variable without an encoder. The number of categories stays.
+  // The encoder, which the variable takes over from the caller; the old one is deleted, unless it
+  // is the same. Null leaves the variable without an encoder. The number of categories stays.
   void ChangeEncoder(INQEncoder* encoder) { ReplaceEncoder(encoder); }
 
-  // By category code; empty at first. Any number is accepted.
+  // The sums by category code; none at first. Any number of them is accepted.
   const std::vector<double>& GetSumFreqWts() const { return fvSumFreqWts; }
   void SetSumFreqWts(const std::vector<double>& sums) { fvSumFreqWts = sums; }
 
-  // Only for the two categorical measure levels.
+  // Accepted for the two categorical measure levels only.
   bool SetFlagVariable(bool isFlag) override;
   bool IsFlagVariable() const override { return fIsFlagVariable; }
 

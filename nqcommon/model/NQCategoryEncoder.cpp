@@ -125,8 +125,8 @@ bool NQCategoryEncoder<T, Base>::SetValueLabel(int code, const std::string& labe
   });
 }
 
-// A value that the file has twice (15 digits do not tell all numbers apart) keeps both codes, so that
-// the later codes stay what they were; encoding finds the first.
+// A value that the file has twice (15 digits do not tell all numbers apart) keeps both codes, so
+// that the later codes stay what they were; encoding finds the first.
 template <class T, class Base>
 struct NQCategoryEncoder<T, Base>::Saved {
   static constexpr const char* kName =

@@ -38,8 +38,8 @@ class NQ_API NQContEncoder final : public NQNumericEncoder {
   double Encode(const std::string& text) override;
   double EncodeConst(const std::string& text) const override;
 
-  // The code is a bin. Its text is "<= 2", "(2, 4]", "> 4"; its number the cut point that closes it,
-  // system-missing for the last one.
+  // The code is a bin. Its text is "<= 2", "(2, 4]", "> 4"; its number the cut point that closes
+  // it, system-missing for the last one.
   std::string Decode(int bin) const override;
   double DecodeNum(int bin) const override;
 

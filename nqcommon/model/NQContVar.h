@@ -12,10 +12,10 @@ namespace NQXML_940 {
 
 // A continuous variable: its range, its summary, and bins for the builders that want them.
 //
-// Bins       The encoder has them: given cut points, or bins of equal width when they are asked for,
-//            the range is one (minimum < maximum, both finite and not system-missing), and there are
-//            two or more. Else the encoder has no bins, and its number of categories is 0. Bins that
-//            were asked for before the range was known come with the range.
+// Bins       The encoder has them: given cut points, or bins of equal width when they are asked
+//            for, the range is one (minimum < maximum, both finite and not system-missing), and
+//            there are two or more. Else the encoder has no bins, and its number of categories is
+//            0. Bins that were asked for before the range was known come with the range.
 // Save file  The outlier handling and the format element are not kept, and reading leaves them as
 //            they are. Of an encoder with bins, given cut points too, the number of bins is kept:
 //            after reading it has equal-width bins. Bins still without a range are not asked for
@@ -57,8 +57,8 @@ class NQ_API NQContVar final : public NQVariableBase {
   // The encoder's; empty where it has no bins.
   std::vector<double> GetCutPoints() const;
 
-  // The encoder, with the bins it has, which the variable takes over from the caller; the old one is
-  // deleted, unless it is the same. Null leaves the variable without an encoder.
+  // The encoder, with the bins it has, which the variable takes over from the caller; the old one
+  // is deleted, unless it is the same. Null leaves the variable without an encoder.
   void ChangeEncoder(INQEncoder* encoder);
 
   // System-missing until they are known.

@@ -12,9 +12,9 @@ namespace NQXML_940 {
 class ObjectReader;
 class ObjectWriter;
 
-// The user-missing values of the encoders of numbers: values declared one by one, with labels, and a
-// closed interval. A value may be both. A NaN is missing only where a NaN is declared: it lies in no
-// interval.
+// The user-missing values of the encoders of numbers: values declared one by one, with labels, and
+// a closed interval. A value may be both. A NaN is missing only where a NaN is declared: it lies in
+// no interval.
 class NQ_API NQNumericEncoder : public INQEncoder {
  public:
   using INQEncoder::AddDiscreteUserMissing;
@@ -33,8 +33,8 @@ class NQ_API NQNumericEncoder : public INQEncoder {
   bool GetMissingInterval(double& lo, double& hi) const override;
 
  protected:
-  // Write or read the flag of the interval and, when it is set, the bounds; then the values and their
-  // labels.
+  // Write or read the flag of the interval and, when it is set, the bounds; then the values and
+  // their labels.
   void MissingFields(ObjectWriter& writer) const;
   void MissingFields(ObjectReader& reader);
   void DisplayMissing() const;

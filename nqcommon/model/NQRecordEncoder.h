@@ -27,20 +27,20 @@ class NQVarList;
 //   }
 //
 // Columns    are the variables in list order, or those asked for. Names of fields are compared with
-//            names of variables byte for byte, once, when the encoder is made. A variable whose name
-//            is no field, and one without encoder, is missing in every case.
+//            names of variables byte for byte, once, when the encoder is made. A variable whose
+//            name is no field, and one without encoder, is missing in every case.
 // Cells      A variable of numbers takes numbers and truth values (1, 0). A variable of texts takes
-//            texts, and numbers as texts of up to 15 digits, integers with all their digits. Null is
-//            missing, and so is the system-missing value.
-// Lifetime   the list outlives this object. Variables removed from it, and encoders replaced, end its
-//            use: make another one then.
+//            texts, and numbers as texts of up to 15 digits, integers with all their digits. Null
+//            is missing, and so is the system-missing value.
+// Lifetime   the list outlives this object. Variables removed from it, and encoders replaced, end
+//            its use: make another one then.
 // Cost       a virtual call for each cell besides the encoder's own; texts are not copied.
 // Failure    std::bad_alloc alone may pass, from the constructor and where a number becomes a text.
 // Threads    EncodeConst may run in several threads, each with a row of its own.
 class NQ_API NQRecordEncoder {
  public:
-  // What a number of a row stands for. All but the first are the encoder's number for missing, -1 of
-  // categories and system-missing else.
+  // What a number of a row stands for. All but the first are the encoder's number for missing, -1
+  // of categories and system-missing else.
   enum CellState : int {
     CellValue = 0,
     CellMissing = 1,  // null, system-missing, declared missing, no such field, a weight not above 0

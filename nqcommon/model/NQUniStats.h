@@ -33,8 +33,8 @@ class NQ_API NQUniStats {
         fIsCategorical(true),
         fIsValid(true) {}
 
-  // Of a continuous variable: n cut points bound n - 1 intervals, with one frequency for each, or no
-  // frequencies. The intervals are open on the left or else open on the right.
+  // Of a continuous variable: n cut points bound n - 1 intervals, with one frequency for each, or
+  // no frequencies. The intervals are open on the left or else open on the right.
   NQUniStats(std::string name, double nCases, std::vector<double> cutPoints,
              std::vector<double> frequencies, bool isOpenLeft, const Summary& summary)
       : fName(std::move(name)),

@@ -18,8 +18,9 @@ namespace NQXML_940 {
 // Counts     of variables are taken from the variables when asked for, so that they are right after
 //            any change made through GetVarAt too.
 // Ownership  The list owns its variables and its field-formats element; a copy has copies of all.
-// Failure    Without a variable at the position: null, false or -1, nothing changed. ReadObjectXML
-//            as that of INQVariable, with "Failure reading NQVarList!".
+// Failure    Without a variable at the position the answer is null, false or -1, and nothing
+//            changes. ReadObjectXML fails as that of INQVariable, with "Failure reading
+//            NQVarList!". Where memory ends std::bad_alloc passes, and adding has changed nothing.
 // Threads    one object, one thread at a time; const operations may run together.
 //
 //   NQVarList.cpp         life cycle, adding, removing, finding, counts
@@ -41,12 +42,12 @@ class NQ_API NQVarList {
   int AddContVar(const std::string& name, const std::string& label, double min, double max,
                  INQVariable::VariableRole role, const std::vector<double>& cutPoints);
 
-  // -1 for a level that is not categorical.
+  // A level that is not categorical is refused: -1.
   int AddCatVar(const std::string& name, const std::string& label, int categories,
                 INQVariable::MeasureLevel level, INQVariable::VariableRole role, bool isOrdinal);
 
-  // With these categories, each once, in their order; numeric or string ones. One frequency for each
-  // value, or -1: they add up, by category, to the variable's sums of frequency weights.
+  // The variable gets these categories, numbers or texts, each once and in their order.
+  // Frequencies, one for each value (else -1), add up by category to its sums of frequency weights.
   int AddCatVar(const std::string& name, const std::string& label,
                 const std::vector<double>& values, INQVariable::VariableRole role, bool isOrdinal);
   int AddCatVar(const std::string& name, const std::string& label,
@@ -63,8 +64,8 @@ class NQ_API NQVarList {
   int SetWeightVar(const std::string& name, const std::string& label,
                    INQVariable::WRoundingOption option);
 
-  // Adds a clone. -1 for null, for a measure level outside 1 .. 4, for a level of an NQCatVar that is
-  // not categorical, and for a second weight.
+  // Adds a clone. Refused with -1 are null, a measure level outside 1 .. 4, an NQCatVar whose level
+  // is not categorical, and a second weight.
   int AddNewVar(const INQVariable* variable);
 
   // ---- Removing and finding ---------------------------------------------------------------------
@@ -85,10 +86,10 @@ class NQ_API NQVarList {
   const INQEncoder* GetEncoderAt(int i) const;
   INQEncoder* GetEncoderAt(int i);
 
-  // -1 without a weight.
+  // The position of the weight, or -1 without one.
   int GetWeightVarIndex() const;
 
-  // In list order: all, or those of a role.
+  // The names in list order, of all variables or of those of a role.
   std::vector<std::string> GetVarNames() const;
   std::vector<std::string> GetVarNames(INQVariable::VariableRole role) const;
 
@@ -106,13 +107,14 @@ class NQ_API NQVarList {
 
   // ---- Roles ------------------------------------------------------------------------------------
 
-  // RoleUndefined without a variable. A weight keeps its own role: false for another.
+  // The role is RoleUndefined where there is no variable. A weight keeps its own: false for
+  // another.
   INQVariable::VariableRole GetVariableRole(int i) const;
   bool SetVariableRole(int i, INQVariable::VariableRole role);
 
   // The selection of inputs: with isInput a possible input becomes an input, without it an input
-  // becomes a possible input. True also for a variable that has that role already; a variable of any
-  // third role is refused.
+  // becomes a possible input. True also for a variable that has that role already; a variable of
+  // any third role is refused.
   bool ChangeVariableRole(bool isInput, int i);
 
   // AddResponseVariable makes a variable a target response; a weight is refused. There may be
@@ -122,8 +124,8 @@ class NQ_API NQVarList {
   bool AddResponseVariable(int i);
   bool RemoveResponseVariable(int i);
 
-  // The first target, or the first target response where there is no target, takes over this encoder.
-  // False where there is neither, or for null: the encoder then stays the caller's.
+  // The first target, or the first target response where there is no target, takes over this
+  // encoder. False where there is neither, or for null: the encoder then stays the caller's.
   bool ChangeTargetEncoder(INQEncoder* encoder);
 
   bool SetMissingValueReplacement(int i, const std::string& text);
@@ -144,8 +146,8 @@ class NQ_API NQVarList {
   double GetWeightedDroppedCount() const { return fWeightedDroppedCount; }
   void SetWeightedDroppedCount(double count) { fWeightedDroppedCount = count; }
 
-  // The element that describes the formats of all fields. The list takes it over; null for none, the
-  // one it has for no change.
+  // The element that describes the formats of all fields. The list takes it over; null for none,
+  // the one it has for no change.
   void SetFieldFormatsElement(XMLElement* element);
   const XMLElement* GetFieldFormatsElement() const { return fOwned.fFormatsElement.get(); }
   XMLElement* GetFieldFormatsElement() { return fOwned.fFormatsElement.get(); }
@@ -165,10 +167,10 @@ class NQ_API NQVarList {
   int WriteObjectXML(std::ostream& os, int indent) const;
   int ReadObjectXML(std::ifstream& in);
 
-  // Whether a file that WriteObjectXML writes with this indent can be read. It cannot where a line is
-  // longer than the format's 255 bytes (a text of some 230, escaped), where a text goes over a line
-  // feed, or where a categorical variable has no encoder of categories. The texts then read may still
-  // be escaped: XMLUtil::Unescape.
+  // Whether a file that WriteObjectXML writes with this indent can be read. It cannot where a line
+  // is longer than the format's 255 bytes (a text of some 230, escaped), where a text goes over a
+  // line feed, or where a categorical variable has no encoder of categories. The texts then read
+  // may still be escaped: XMLUtil::Unescape.
   bool CanBeReadBack(int indent = 0) const;
 
   // Writes the list and its variables through the diagnostic display.

@@ -10,8 +10,9 @@ namespace NQXML_940 {
 
 class NQRoundEncoder;
 
-// The frequency weight: a variable of level 4 and role 3, without categories and without replacement
-// for missing values, never a flag variable. Its encoder is an NQRoundEncoder of its option.
+// The frequency weight: a variable of level 4 and role 3, without categories and without
+// replacement for missing values, never a flag variable. Its encoder is an NQRoundEncoder of its
+// option.
 //
 // Save file  Storage and format element are not kept; reading leaves them as they are.
 class NQ_API NQWeightVar final : public NQVariableBase {

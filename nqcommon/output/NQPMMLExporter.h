@@ -86,7 +86,7 @@ class NQ_API NQPMMLExporter {
   //
   // MiningField name usageType [outliers lowValue highValue] [missingValueReplacement]
   //   usageType  "target" of targets and responses, "frequencyWeight", "active" of inputs and
-  //              undefined roles, else "supplementary": possible inputs, record IDs, unused variables
+  //              undefined roles, else "supplementary": possible inputs, record IDs, unused ones
   //   outliers   "asMissingValues" or "asExtremeValues" outside the minimum and maximum, of a
   //              continuous variable that asks for it
   //   missingValueReplacement  the variable's, when it has one

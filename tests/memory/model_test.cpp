@@ -27,8 +27,8 @@ using Pairs = std::vector<std::pair<std::string, std::string>>;
 // Which no string holds without memory.
 const std::string kLong(40, 'x'), kOther(40, 'y');
 
-// An operation that says whether it succeeded, or throws: with success the object is as in a run with
-// all memory, else as it was. There is success where no allocation fails.
+// An operation that says whether it succeeded, or throws: with success the object is as in a run
+// with all memory, else as it was. There is success where no allocation fails.
 template <class T, class Act>
 MemoryCase On(const char* operation, T (*make)(), Act act, bool mayThrow = false) {
   return {operation,

@@ -1,5 +1,5 @@
-// The variable list: adding, removing and finding, roles, counts, copies. Its save file is tested in
-// variable_list_save_test.cpp.
+// The variable list: adding, removing and finding, roles, counts, copies. Its save file is tested
+// in variable_list_save_test.cpp.
 #include <nqcommon/model/NQVarList.h>
 
 #include <nqcommon/model/NQCatNumEncoder.h>

@@ -171,9 +171,9 @@ TEST(VariableListSave, CategoricalVariablesOfEveryLevelAreRead) {
   }
 }
 
-// Cut short before any line, or any line changed, a file is read or refused, and the list is fit for
-// use either way: what it saves then can be read. A file cut short is refused, and what came before
-// is there.
+// Cut short before any line, or any line changed, a file is read or refused, and the list is fit
+// for use either way: what it saves then can be read. A file cut short is refused, and what came
+// before is there.
 TEST(VariableListSave, EveryLineMissingOrAltered) {
   const std::vector<std::string> saved = Lines(kSaved);
   const auto ageEnd =

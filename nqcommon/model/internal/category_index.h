@@ -1,8 +1,8 @@
 // Codes of distinct values, 0, 1, 2, ... in order of first appearance, and the way back.
 //
 // The values stand in a vector, by code. Their hash index is an open table of slots (hash, code), 8
-// bytes each, at most half full: a value is in the first slot from (hash mod size) on that holds its
-// hash and its value, before any free one. Here "a" and "b" both start at slot 1:
+// bytes each, at most half full: a value is in the first slot from (hash mod size) on that holds
+// its hash and its value, before any free one. Here "a" and "b" both start at slot 1:
 //
 //   slot      0        1        2        3              code     0      1
 //   hash      0     h("a")   h("b")      0              value   "a"    "b"

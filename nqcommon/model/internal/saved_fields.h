@@ -1,5 +1,6 @@
-// How the classes of this folder save themselves. Each has one list of its fields, in the order of the
-// file: Saved::Fields(object, archive), with an ObjectWriter or an ObjectReader for the archive.
+// How the classes of this folder save themselves. Each has one list of its fields, in the order of
+// the file: Saved::Fields(object, archive), with an ObjectWriter or an ObjectReader for the
+// archive.
 #pragma once
 
 #include <exception>

@@ -11,8 +11,8 @@
 
 namespace NQXML_940::internal {
 
-// When two values of a variable are the same, for categories and missing values alike: byte for byte
-// for texts; exactly for numbers, so 0 and -0 are the same, and all NaN are the same value.
+// When two values of a variable are the same, for categories and missing values alike: byte for
+// byte for texts; exactly for numbers, so 0 and -0 are the same, and all NaN are the same value.
 inline bool SameValue(const std::string& a, const std::string& b) { return a == b; }
 inline bool SameValue(double a, double b) { return a == b || (a != a && b != b); }
 

@@ -25,8 +25,8 @@ namespace NQXML_940 {
 //            the first access by position after a removal is linear.
 // Failure    false tells of an absent name, a wrong type, an unreadable text, and of memory that
 //            ended, with nothing changed. What has no result to tell it by (constructors, copies,
-//            assignment, SetValue, Clone, GetSettingNames, Display) throws std::bad_alloc then, with
-//            all objects as they were; nothing else throws.
+//            assignment, SetValue, Clone, GetSettingNames, Display) throws std::bad_alloc then,
+//            with all objects as they were; nothing else throws.
 // Nesting    copying, comparing, displaying and destroying recurse: 10,000 levels fit the usual
 //            stack of 8 MiB in an optimised build.
 // Threads    one object, one thread at a time, readers included.
@@ -125,8 +125,8 @@ class NQ_API NQSettings {
     return setting != nullptr && MapVecValue(setting->GetValue(), out);
   }
 
-  // The same for a value of the type of `out` only, which nothing is converted to: else false, `out`
-  // untouched.
+  // The same for a value of the type of `out` only, which nothing is converted to: else false,
+  // `out` untouched.
   //   int, long, long long   a number that is whole and in range
   //   double                 a number
   //   std::string            a text
