@@ -76,8 +76,8 @@ class NQ_API NQDistFun {
 
   // ---- Beta (NQDistFun_beta.cpp) ---------------------------------------------------------------
   // The density is x^(a-1) (1-x)^(b-1) / B(a, b), 0 < x < 1.
-  // Method    series and continued fraction; for large shapes, near the mean, an expansion about it,
-  //           so that the cost does not grow with the shapes
+  // Method    series and continued fraction; for large shapes, near the mean, an expansion, so that
+  //           the cost does not grow with the shapes
   // Worst     3e-13 (4e-13), shapes up to 1e12; 1e-14 above 1e-6. Quantiles: 6e-15 for shapes from
   //           1/2 and p from 1e-10; below, 2e-13
 
@@ -153,7 +153,7 @@ class NQ_API NQDistFun {
   // The ncp > 0 at which the distribution function at x equals prob; for prob == 0 the one from
   // which it underflows, exp(-708). Missing where the central one is not above prob, for tol < 0,
   // prob outside [0, 1] and degrees of freedom <= 0.
-  // tol  of the probability and of ncp, absolute; what neither reaches, as 0, ends within 8 epsilons
+  // tol  of the probability and of ncp, absolute; the search ends within 8 epsilons at the latest
   static double FindNCParamChi(double x, double df, double prob, double tol);
   static double FindNCParamF(double x, double df1, double df2, double prob, double tol);
   static double FindNCParamT(double x, double df, double prob, double tol, double cdfTol);
@@ -164,8 +164,8 @@ class NQ_API NQDistFun {
   // linear between knots, is pct/100 of the total.
   // bounds  n + 1: class i lies between bounds[i] and bounds[i + 1]
   // method  <= 0: knots at the values, half of the own frequency below; bounds is not read
-  //         1: at the value less and plus half the class width; >= 2: at the class bounds, values is
-  //         not read
+  //         1: at the value less and plus half the class width; >= 2: at the class bounds, values
+  //         is not read
   // status  0 found (the result missing in a class without frequency), 1 below the first knot,
   //         2 above the last, -1 n < 2, vectors too short, NaN or an infinite frequency. The result
   //         is missing but for 0. An open class has an infinite bound, and so are results inside.

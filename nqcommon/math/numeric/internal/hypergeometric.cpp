@@ -1,6 +1,6 @@
 // Hypergeometric tails by region, for a count up to about the mean. With `scale` the lesser of the
-// standard deviation and the reach of the geometric sum 1/(1 - ratio of two probabilities); the worst
-// relative error of tails above 1e-6 and of all:
+// standard deviation and the reach of the geometric sum 1/(1 - ratio of two probabilities); the
+// worst relative error of tails above 1e-6 and of all:
 //
 //   scale <= 200     the probabilities one by one                  7e-15, 4e-13
 //   scale > 200      their integral and what it leaves of the sum  7e-15, 4e-13
@@ -19,8 +19,8 @@ namespace {
 // terms of the Euler-Maclaurin formula up to the third derivative leave is about scale^-6/30000.
 constexpr double kSmoothFrom = 200;
 
-// The distance of markedDrawn from its mean: (markedDrawn * othersLeft - markedLeft * othersDrawn) /
-// total, to an ulp or two where the products do not overflow (W. Kahan's form).
+// The distance of markedDrawn from its mean: (markedDrawn * othersLeft - markedLeft * othersDrawn)
+// over the total, to an ulp or two where the products do not overflow (W. Kahan's form).
 double DistanceFromMean(const FourfoldTable& at) {
   constexpr double kProductsOverflow = 1e150;
   const double total = at.Drawn() + at.Left();

@@ -5,7 +5,7 @@
 
 namespace NQMath_940::internal {
 
-// C(k + rest, k) p^k (1-p)^rest, 0 < p < 1, at the point of p for k and rest. Neither need be whole.
+// C(k + rest, k) p^k (1-p)^rest, 0 < p < 1, at the point of p for k and rest, whole or not.
 ExpTerm BinomialTerm(const BetaPoint& at, double k, double rest);
 
 // Items by two marks; the sums of the rows and columns are given, so that one count moves them all.

@@ -18,7 +18,7 @@ double FarStart(double p, double a, double b) {
   return std::exp((std::log(p) + std::log(a) + logBeta) / a) * (b / a);
 }
 
-// Paulson 1942: with c the cube root of the ratio, (1 - t) c - (1 - s) is about normal with variance
+// Paulson 1942: with c the cube root of the ratio, (1 - t) c - (1 - s) is about normal, of variance
 // s + t c^2, s = 1/(9a), t = 1/(9b).
 double Start(const Tails& target, double a, double b) {
   constexpr double kNormalFrom = 0.4;

@@ -25,7 +25,7 @@ namespace {
 
 constexpr double kLargestNcp = 1e150;  // a larger one is taken for it
 
-// e^v - 1 - v over v^2 for |v| < kSmall: 1/2!, 1/3!, ..., the first term left out is below 2e-17 of it.
+// (e^v - 1 - v)/v^2, |v| < kSmall: 1/2!, 1/3!, ...; the first term left out is below 2e-17 of it.
 constexpr double kSmall = 0.15;
 constexpr std::array<double, 11> kExpDefect = {
     1.0 / 2,     1.0 / 6,      1.0 / 24,      1.0 / 120,      1.0 / 720,      1.0 / 5040,

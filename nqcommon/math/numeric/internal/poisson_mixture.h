@@ -71,6 +71,9 @@ struct BetaFamily {
 
 // What is left out of a sum, relative to it.
 inline constexpr double kMixtureNegligible = 1e-17;
+// A term below this, next to the smallest double, is left out too: a ratio above 1/2 would not make
+// it any smaller.
+inline constexpr double kMixtureLeast = 1e-320;
 // Wider sums than this are taken with a stride: their terms are smooth.
 inline constexpr double kMixtureWide = 100;
 // From this lambda on the weights count as one at lambda: they spread by less than 1e-13 of it.
@@ -96,7 +99,7 @@ MixturePeak PeakOf(double lambda, const Family& family) {
 
 enum class Side { kLower, kUpper };
 
-// The sum of w(j) T(j), T the lower tails, which fall by step(j) from j to j + 1, or the upper ones,
+// The sum of w(j) T(j), T the lower tails, which fall by step(j) from j to j + 1, or the upper ones
 // which fall by it from j + 1 to j. With "on" the way that T falls, the sum is that of each step
 // times the weights before it (Ding 1992, AS 275) from the middle on, and before the middle that
 // of each weight times the steps from it to the middle: positive terms, and sums that grow, on both
@@ -113,13 +116,20 @@ class MixtureSum {
     const MixturePeak peak = PeakOf(fLambda, fFamily);
     if (peak.width > kMixtureWide) return Strided(peak);
     const double j = fFirst + std::max(0.0, std::floor(peak.at - fFirst));
-    const Term middle = {j, PoissonWeight(fLambda, j + kShift), fFamily.Step(j)};
-    return FromMiddleOn(middle) + BeforeMiddle(middle);
+    Term middle = {j, PoissonWeight(fLambda, j + kShift), fFamily.Step(j)};
+    // subnormal terms would be slow, and lose digits
+    const double scale = middle.step < 1e-100 ? 0x1p400 : 1;
+    middle.step *= scale;
+    return (FromMiddleOn(middle, scale) + BeforeMiddle(middle)) / scale;
   }
 
  private:
   static constexpr bool kIsLower = side == Side::kLower;
   static constexpr double kShift = kIsLower ? 0 : 1;
+
+  static bool IsNegligible(double term, double sum) {
+    return !(term > kMixtureNegligible * sum + kMixtureLeast);
+  }
 
   // The step from j to j + 1, and the weight of the index that T falls from there.
   struct Term {
@@ -152,17 +162,18 @@ class MixtureSum {
     return fFirst > 0 ? weights.upper - IncompleteGamma(fLambda, fFirst).upper : weights.upper;
   }
 
-  double FromMiddleOn(const Term& middle) const {
+  // `scale` times it, as the steps are.
+  double FromMiddleOn(const Term& middle, double scale) const {
     double weight = WeightBefore(middle);
     double sum = 0;
     for (Term at = middle;;) {
       const double term = at.step * weight;
       sum += term;
-      if (!(term > kMixtureNegligible * sum)) return sum;
+      if (IsNegligible(term, sum)) return sum;
       kIsLower ? Up(at) : Down(at);
       weight += at.w;
       if (at.w <= kMixtureNegligible * weight || at.j < fFirst)
-        return sum + weight * TailAt(at.j + kShift);
+        return sum + weight * (scale * TailAt(at.j + kShift));
     }
   }
 
@@ -174,7 +185,7 @@ class MixtureSum {
       steps += at.step;
       const double term = at.w * steps;
       sum += term;
-      if (!(term > kMixtureNegligible * sum)) break;
+      if (IsNegligible(term, sum)) break;
     }
     return sum;
   }
