@@ -12,6 +12,7 @@
 #include <cstdint>
 #include <memory>
 #include <new>
+#include <utility>
 #include <vector>
 
 namespace NQMath_940::internal {
@@ -36,13 +37,14 @@ constexpr std::size_t PanelIndex(std::size_t depth, std::size_t p, std::size_t i
 class AlignedDoubles {
  public:
   // Zeroed.
-  explicit AlignedDoubles(std::size_t size) : AlignedDoubles(new double[size + kLine]()) {}
+  explicit AlignedDoubles(std::size_t size)
+      : AlignedDoubles(std::make_unique<double[]>(size + kLine)) {}
 
   // Not initialised; null when there is no memory for them.
   static std::unique_ptr<AlignedDoubles> Try(std::size_t size) {
-    double* storage = new (std::nothrow) double[size + kLine];
-    if (storage == nullptr) return nullptr;
-    return std::unique_ptr<AlignedDoubles>(new (std::nothrow) AlignedDoubles(storage));
+    std::unique_ptr<double[]> storage(new (std::nothrow) double[size + kLine]);
+    if (!storage) return nullptr;
+    return std::unique_ptr<AlignedDoubles>(new (std::nothrow) AlignedDoubles(std::move(storage)));
   }
 
   double* data() { return fpData; }
@@ -50,9 +52,10 @@ class AlignedDoubles {
  private:
   static constexpr std::size_t kLine = 64 / sizeof(double);
 
-  explicit AlignedDoubles(double* storage) : fpStorage(storage) {
-    const auto past = reinterpret_cast<std::uintptr_t>(storage) / sizeof(double) % kLine;
-    fpData = storage + (kLine - past) % kLine;
+  // Where there is no memory for the object itself, `storage` keeps what it has.
+  explicit AlignedDoubles(std::unique_ptr<double[]>&& storage) : fpStorage(std::move(storage)) {
+    const auto past = reinterpret_cast<std::uintptr_t>(fpStorage.get()) / sizeof(double) % kLine;
+    fpData = fpStorage.get() + (kLine - past) % kLine;
   }
 
   std::unique_ptr<double[]> fpStorage;
