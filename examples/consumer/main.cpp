@@ -11,7 +11,7 @@ int main() {
   for (double x : {1.0, 2.0, 4.0, 8.0}) s.UpdateXX({1, x, 1 + 2 * x}, 1.0);
 
   NQBitSet swept;
-  s.SweepOnSelected({0, 1}, defaultepse, swept, true);
+  s.SweepOnSelected({0, 1}, defaultepse, swept, false);
   std::vector<double> b;
   s.GetRegCoeffs(b, swept);
   std::printf("y = %.15g + %.15g x\n", b[0], b[1]);

@@ -1,6 +1,7 @@
 // Memory that ends in rectangular and sparse matrices, sparse vectors, eigenvalues and quadrature.
 #include <nqcommon/common/display.h>
 #include <nqcommon/math/matrix/NQEigenValues.h>
+#include <nqcommon/math/numeric/BoundsList.h>
 #include <nqcommon/math/numeric/LobattoQuad.h>
 
 #include <ostream>
@@ -38,12 +39,16 @@ struct Objects {
   bool flag = false;
   Peak peak;
   LobattoQuad quad{&peak};
+  BoundsList intervals{&quad};
 
   Objects() {
     e.AddToDiagonal(4);
     spread.SetRange(0, n - 1, true);
     into.AddRow();
     eigen.SetHMatrix(s);
+    intervals.Initialize(0, 1);
+    quad.GetWarnings().AddWarning(NQCommon_940::NQStatus(901, true),
+                                  NQCommon_940::NQWarnings::ToBoth);
   }
 
   Values State() const {
@@ -213,6 +218,8 @@ TEST(Memory, EigenvaluesAndQuadrature) {
                      NQ_CASE(kAnything, o.eigen.IsPDHMatrix(0, o.flag)),
                      NQ_CASE(kAnything, o.eigen.GetPDHMatrix(0, o.sym, o.flag)),
                      NQ_KEEPS(Display(o.eigen)),
+                     NQ_CASE(kAnything, LobattoQuad(o.quad).GetWarnings().GetWarnings(true).size()),
+                     NQ_CASE(kAnything, BoundsList(o.intervals).GetFirstLeft()),
                      NQ_KEEPS(o.quad.Integrate(0, 3)),
                  });
 }

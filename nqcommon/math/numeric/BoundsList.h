@@ -4,6 +4,7 @@
 #include <iterator>
 #include <list>
 
+#include <nqcommon/common/GuardedCopy.h>
 #include <nqcommon/common/NQMV.h>
 #include <nqcommon/common/memory_guard.h>
 #include <nqcommon/export.h>
@@ -13,7 +14,8 @@ namespace NQMath_940 {
 
 // The sub-intervals that an integration has still to do, from left to right: the k-th is
 // [k-th left end, k-th right end]. On an empty list Split and Remove do nothing and the rest gives
-// the system-missing value. Where memory ends, Initialize leaves the list empty, Split as it was.
+// the system-missing value. Where memory ends, Initialize leaves the list empty, Split as it was, and
+// a copy is empty.
 class NQ_API BoundsList {
  public:
   // `integrator` evaluates the rule; it is not owned and must outlive this list.
@@ -21,29 +23,29 @@ class NQ_API BoundsList {
 
   // One interval, [a, b]. False when there is no memory for it.
   bool Initialize(double a, double b) {
-    fLefts.clear();
-    fRights.clear();
+    fEnds->lefts.clear();
+    fEnds->rights.clear();
     return InsertBoth(0, a, b);
   }
 
   // Halves the first interval; its right half comes directly after it. False when there is no
   // interval, or no memory for another one.
   bool Split() {
-    if (fLefts.empty()) return false;
+    if (fEnds->lefts.empty()) return false;
     const double middle = FirstMiddle();
     return InsertBoth(1, middle, middle);
   }
 
   // Drops the first interval. Returns the number left.
   std::size_t Remove() {
-    if (fLefts.empty()) return 0;
-    fLefts.pop_front();
-    fRights.pop_front();
-    return fLefts.size();
+    if (fEnds->lefts.empty()) return 0;
+    fEnds->lefts.pop_front();
+    fEnds->rights.pop_front();
+    return fEnds->lefts.size();
   }
 
   double GetFirstLeft() const {
-    return fLefts.empty() ? NQCommon_940::NQMV::Missing() : fLefts.front();
+    return fEnds->lefts.empty() ? NQCommon_940::NQMV::Missing() : fEnds->lefts.front();
   }
 
   // i0 = the rule on the first interval, i1 = the sum of the rule on its halves. Both are missing
@@ -51,32 +53,38 @@ class NQ_API BoundsList {
   void ComputeI0andI1(double& i0, double& i1) {
     using NQCommon_940::NQMV;
     i0 = i1 = NQMV::Missing();
-    if (fLefts.empty()) return;
+    if (fEnds->lefts.empty()) return;
     const double middle = FirstMiddle();
-    const double whole = fIntegrator->SumUp(fLefts.front(), fRights.front());
+    const double whole = fIntegrator->SumUp(fEnds->lefts.front(), fEnds->rights.front());
     if (NQMV::IsMissing(whole)) return;
-    const double leftHalf = fIntegrator->SumUp(fLefts.front(), middle);
+    const double leftHalf = fIntegrator->SumUp(fEnds->lefts.front(), middle);
     if (NQMV::IsMissing(leftHalf)) return;
-    const double rightHalf = fIntegrator->SumUp(middle, fRights.front());
+    const double rightHalf = fIntegrator->SumUp(middle, fEnds->rights.front());
     if (NQMV::IsMissing(rightHalf)) return;
     i0 = whole;
     i1 = leftHalf + rightHalf;
   }
 
  private:
-  double FirstMiddle() const { return fLefts.front() + (fRights.front() - fLefts.front()) / 2; }
+  double FirstMiddle() const {
+    return fEnds->lefts.front() + (fEnds->rights.front() - fEnds->lefts.front()) / 2;
+  }
 
   // A left end after the first `skip` ones, and a right end before all others; both or none.
   bool InsertBoth(int skip, double left, double right) {
     return NQCommon_940::GuardMemory([&] {
       std::list<double> lefts(1, left);
-      fRights.push_front(right);
-      fLefts.splice(std::next(fLefts.begin(), skip), lefts);
+      fEnds->rights.push_front(right);
+      fEnds->lefts.splice(std::next(fEnds->lefts.begin(), skip), lefts);
     });
   }
 
-  std::list<double> fLefts;
-  std::list<double> fRights;
+  struct Ends {
+    std::list<double> lefts;
+    std::list<double> rights;
+  };
+
+  NQCommon_940::GuardedCopy<Ends> fEnds;
   INumIntegration* fIntegrator;
 };
 

@@ -41,7 +41,7 @@ double LobattoQuad::SumUp(double a, double b) {
 
 double LobattoQuad::Integrate(double a, double b) {
   fNIterations = 0;
-  fWarnings.ClearWarnings();
+  fWarnings->ClearWarnings();
   if (!fIntegrand || b <= a) return 0;
   AdjustBounds(a, b);
   if (b <= a) return 0;
@@ -122,7 +122,7 @@ bool LobattoQuad::RefineFirst(BoundsList& intervals, double& integral) {
 
 void LobattoQuad::Warn(long code) {
   using namespace NQCommon_940;
-  GuardMemory([&] { fWarnings.AddWarning(NQStatus(code, true), NQWarnings::ToBoth); });
+  GuardMemory([&] { fWarnings->AddWarning(NQStatus(code, true), NQWarnings::ToBoth); });
 }
 
 double LobattoQuad::Fail() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <nqcommon/common/GuardedCopy.h>
 #include <nqcommon/common/NQWarnings.h>
 #include <nqcommon/export.h>
 #include <nqcommon/math/numeric/IIntegrand.h>
@@ -25,6 +26,7 @@ class BoundsList;
 //           status 902 (a warning): a value was missing at a node, an end of the interval is
 //                  infinite or NaN, or memory ended, where the warning may be lost too; the result
 //                  is the system-missing value. What the integrand throws passes through.
+//           A copy for which memory ends has no warnings.
 //           Infinities and NaN from the integrand are numbers to the rule and carry into the
 //           result when their interval is added.
 class NQ_API LobattoQuad : public INumIntegration {
@@ -77,7 +79,7 @@ class NQ_API LobattoQuad : public INumIntegration {
   // Intervals accepted by the last Integrate.
   int GetNIterations() const { return fNIterations; }
 
-  NQCommon_940::NQWarnings& GetWarnings() { return fWarnings; }
+  NQCommon_940::NQWarnings& GetWarnings() { return *fWarnings; }
 
  private:
   template <class T>
@@ -101,7 +103,7 @@ class NQ_API LobattoQuad : public INumIntegration {
   int fMaxIter = 2000;
   int fMaxSplits = 100;
   int fNIterations = 0;
-  NQCommon_940::NQWarnings fWarnings;
+  NQCommon_940::GuardedCopy<NQCommon_940::NQWarnings> fWarnings;
   double fCloseness = 0.01;
   bool fAdjustRight = true;
   bool fAdjustLeft = true;
