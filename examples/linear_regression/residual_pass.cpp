@@ -9,7 +9,6 @@
 
 #include <nqcommon/math/matrix/NQRectMatrix.h>
 
-using NQMath_940::NQMeansXProducts;
 using NQMath_940::NQRectMatrix;
 using support::CaseReader;
 using support::ModelData;
@@ -96,7 +95,8 @@ void ResidualPart::TakeResidual(double e, double fit, double frequency, double w
   if (plot.empty()) return;
   const int column = CellOf((fit - fFitMin) * fFitScale, kPlotColumns);
   const int row = CellOf(e * fResidualScale + 0.5, kPlotRows);
-  PlotCell& cell = plot[static_cast<std::size_t>(column * kPlotRows + row)];
+  PlotCell& cell =
+      plot[static_cast<std::size_t>(column) * kPlotRows + static_cast<std::size_t>(row)];
   cell.frequency += frequency;
   cell.fit += frequency * fit;
   cell.residual += frequency * e;

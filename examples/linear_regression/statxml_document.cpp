@@ -17,7 +17,6 @@
 using namespace NQStatXMLTags;
 using NQCommon_940::NQMV;
 using NQMath_940::NQScatterPlotData;
-using NQXML_940::NQXMLCoordinates;
 using support::Append;
 using support::ModelData;
 using support::NewElement;

@@ -43,8 +43,8 @@ template <typename Items, typename OrderItem>
 int OrderItems(const Items& a, const Items& b, OrderItem orderItem) {
   const auto order = std::lexicographical_compare_three_way(
       a.begin(), a.end(), b.begin(), b.end(),
-      [&](const auto& p, const auto& q) { return orderItem(p, q) <=> 0; });
-  return order < 0 ? -1 : order > 0;
+      [&](const auto& p, const auto& q) { return std::compare_three_way()(orderItem(p, q), 0); });
+  return std::is_lt(order) ? -1 : int{std::is_gt(order)};
 }
 
 }  // namespace

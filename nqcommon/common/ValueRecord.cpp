@@ -84,7 +84,7 @@ struct ValueRecord::NameIndex {
 };
 
 ValueRecord::ValueRecord(const std::vector<std::string>& names) {
-  for (const std::string& name : names) Add(name, Value());
+  for (const std::string& name : names) ValueRecord::Add(name, Value());
 }
 
 ValueRecord::ValueRecord(const ValueRecord& other)

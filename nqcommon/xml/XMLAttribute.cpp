@@ -21,16 +21,17 @@ std::string AttributeText(const std::string& name, const Value& value) {
 
 }  // namespace
 
-XMLAttribute* XMLAttribute::Create(std::string name, const std::string& value) {
+XMLAttribute* XMLAttribute::Create(const std::string& name, const std::string& value) {
   return new XMLAttribute(AttributeText(name, value), name.size());
 }
 
-XMLAttribute* XMLAttribute::Create(std::string name, double value) {
+XMLAttribute* XMLAttribute::Create(const std::string& name, double value) {
   return new XMLAttribute(AttributeText(name, value), name.size());
 }
 
-XMLAttribute* XMLAttribute::Create(std::string name, double value, bool /*replaceSeparator*/) {
-  return Create(std::move(name), value);
+XMLAttribute* XMLAttribute::Create(const std::string& name, double value,
+                                   bool /*replaceSeparator*/) {
+  return Create(name, value);
 }
 
 void XMLAttribute::ToString(std::string& out, ExportFormat& format) const {

@@ -18,11 +18,11 @@ class TreeWriter;
 // before it. The format is not used.
 class NQ_API XMLAttribute final : public XMLInterface {
  public:
-  static XMLAttribute* Create(std::string name, const std::string& value);
+  static XMLAttribute* Create(const std::string& name, const std::string& value);
 
   // A number as ReplaceSep writes it. The flag of the second form has no effect.
-  static XMLAttribute* Create(std::string name, double value);
-  static XMLAttribute* Create(std::string name, double value, bool replaceSeparator);
+  static XMLAttribute* Create(const std::string& name, double value);
+  static XMLAttribute* Create(const std::string& name, double value, bool replaceSeparator);
 
   void ToString(std::string& out, ExportFormat& format) const override;
   void ToStream(std::ostream& os, ExportFormat& format, bool utf8) const override;

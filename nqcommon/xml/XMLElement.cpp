@@ -65,16 +65,16 @@ void XMLElement::AddAttribute(XMLAttribute* attribute) {
   AddText(attribute->fNameLength, [&](std::string& tag) { tag += attribute->fText; });
 }
 
-void XMLElement::AddAttribute(std::string name, const std::string& value) {
+void XMLElement::AddAttribute(const std::string& name, const std::string& value) {
   AddText(name.size(), [&](std::string& tag) { internal::AppendAttribute(tag, name, value); });
 }
 
-void XMLElement::AddAttribute(std::string name, double value) {
+void XMLElement::AddAttribute(const std::string& name, double value) {
   AddText(name.size(), [&](std::string& tag) { internal::AppendAttribute(tag, name, value); });
 }
 
-void XMLElement::AddAttribute(std::string name, double value, bool /*replaceSeparator*/) {
-  AddAttribute(std::move(name), value);
+void XMLElement::AddAttribute(const std::string& name, double value, bool /*replaceSeparator*/) {
+  AddAttribute(name, value);
 }
 
 }  // namespace NQXML_940

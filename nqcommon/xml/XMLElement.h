@@ -40,9 +40,9 @@ class NQ_API XMLElement final : public XMLInterface {
   void AddAttribute(XMLAttribute* attribute);
   // These add the text of what the XMLAttribute::Create of the same arguments makes, without that
   // object.
-  void AddAttribute(std::string name, const std::string& value);
-  void AddAttribute(std::string name, double value);
-  void AddAttribute(std::string name, double value, bool replaceSeparator);
+  void AddAttribute(const std::string& name, const std::string& value);
+  void AddAttribute(const std::string& name, double value);
+  void AddAttribute(const std::string& name, double value, bool replaceSeparator);
 
  private:
   friend class internal::TreeWriter;

@@ -3,6 +3,7 @@
 namespace NQMath_940::internal {
 namespace {
 
+// NOLINTNEXTLINE(bugprone-macro-parentheses): the name of a file
 #define NQ_KERNELS <nqcommon/math/kernels/packed_kernels.inc>
 #include <nqcommon/math/kernels/vector_targets.inc>
 

@@ -7,6 +7,7 @@
 namespace NQMath_940::internal {
 namespace {
 
+// NOLINTNEXTLINE(bugprone-macro-parentheses): the name of a file
 #define NQ_KERNELS <nqcommon/math/kernels/tridiagonal_kernels.inc>
 #include <nqcommon/math/kernels/vector_targets.inc>
 

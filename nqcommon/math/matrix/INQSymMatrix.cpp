@@ -5,7 +5,6 @@
 #include <numbers>
 
 #include <nqcommon/common/NQMV.h>
-#include <nqcommon/common/memory_guard.h>
 #include <nqcommon/math/kernels/scaling.h>
 #include <nqcommon/math/matrix/internal/factor_rules.h>
 #include <nqcommon/math/matrix/internal/matrix_entries.h>
@@ -22,7 +21,6 @@ using internal::HoldsRun;
 using internal::OrderOf;
 using internal::RowsAt;
 using internal::RowsOf;
-using NQCommon_940::GuardMemory;
 using NQCommon_940::NQMV;
 
 double LogDeterminant(const NQDeterminant& det) {

@@ -76,7 +76,7 @@ class NQ_API NQEigenValues : private EigenFields {
   NQEigenValues(const NQSymMatrix& h, const NQSymMatrix& e, double tolerance, int maxIter);
 
   // A copy for which there is no memory is of order -1.
-  NQEigenValues(const NQEigenValues& other) noexcept : EigenFields() { *this = other; }
+  NQEigenValues(const NQEigenValues& other) noexcept : NQEigenValues() { *this = other; }
   NQEigenValues& operator=(const NQEigenValues& other) noexcept;
   NQEigenValues(NQEigenValues&&) noexcept = default;
   NQEigenValues& operator=(NQEigenValues&&) noexcept = default;

@@ -1,6 +1,7 @@
 #include <nqcommon/math/matrix/NQRectMatrix.h>
 
 #include <algorithm>
+#include <cstddef>
 
 #include <nqcommon/common/memory_guard.h>
 #include <nqcommon/math/matrix/internal/argument_checks.h>
@@ -116,7 +117,8 @@ bool NQRectMatrix::CreateBlockDiagonal(int k, INQRectMatrix& out) const {
   return Make(m, n, AsDenseRect(out), [&](NQRectMatrix& result) {
     for (int b = 0; b < k; ++b) {
       for (int i = 0; i < fNRows; ++i)
-        std::copy_n(GetRowPtr(i), fNCols, result.GetRowPtr(b * fNRows + i) + b * fNCols);
+        std::copy_n(GetRowPtr(i), fNCols,
+                    result.GetRowPtr(b * fNRows + i) + std::ptrdiff_t{b} * fNCols);
     }
   });
 }

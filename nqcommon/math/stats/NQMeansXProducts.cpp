@@ -20,7 +20,7 @@ using NQDisplay_940::DisplayText;
 NQMeansXProducts::NQMeansXProducts(int nVars, bool intercept, bool freqWeight, bool regWeight)
     : NQMeansXProdData(nVars, intercept), fFreqWeight(freqWeight), fRegWeight(regWeight) {}
 
-NQMeansXProducts::NQMeansXProducts(const NQMeansXProducts& other) : NQMeansXProdData() {
+NQMeansXProducts::NQMeansXProducts(const NQMeansXProducts& other) : NQMeansXProducts() {
   *this = other;
 }
 

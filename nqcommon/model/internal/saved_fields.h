@@ -37,11 +37,14 @@ int ReadObject(T& object, std::ifstream& in, const char* reportedName = Saved::k
 // both are read, so that no value is ever without a label.
 template <class Values, class Labels, class Archive>
 void UserMissingFields(Values& values, Labels& labels, Archive& archive) {
-  std::remove_const_t<Values> itsValues = values;
-  std::remove_const_t<Labels> itsLabels = labels;
-  archive.List(itsValues);
-  archive.Values(itsLabels, static_cast<int>(itsValues.size()));
-  if constexpr (!std::is_const_v<Values>) {
+  if constexpr (std::is_const_v<Values>) {
+    archive.List(values);
+    archive.Values(labels, static_cast<int>(values.size()));
+  } else {
+    Values itsValues;
+    Labels itsLabels;
+    archive.List(itsValues);
+    archive.Values(itsLabels, static_cast<int>(itsValues.size()));
     values = std::move(itsValues);
     labels = std::move(itsLabels);
   }

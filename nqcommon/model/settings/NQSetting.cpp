@@ -1,5 +1,6 @@
 #include <nqcommon/model/settings/NQSetting.h>
 
+#include <memory>
 #include <utility>
 
 #include <nqcommon/model/settings/NQNumValue.h>
@@ -40,11 +41,15 @@ NQSetting& NQSetting::operator=(const NQSetting& other) {
 
 NQSetting* NQSetting::Clone() const { return new NQSetting(*this); }
 
-void NQSetting::SetValue(double value) { fpValue.reset(new NQNumValue(value)); }
+void NQSetting::SetValue(double value) { fpValue = std::make_unique<NQNumValue>(value); }
 
-void NQSetting::SetValue(const std::string& value) { fpValue.reset(new NQStrValue(value)); }
+void NQSetting::SetValue(const std::string& value) {
+  fpValue = std::make_unique<NQStrValue>(value);
+}
 
-void NQSetting::SetValue(const NQSettings& value) { fpValue.reset(new NQSettingListValue(value)); }
+void NQSetting::SetValue(const NQSettings& value) {
+  fpValue = std::make_unique<NQSettingListValue>(value);
+}
 
 void NQSetting::SetValue(const INQSettingValue& value) { fpValue.reset(value.Clone()); }
 

@@ -188,8 +188,10 @@ bool NQSettings::GetSettingValIfFits(const std::string& name, T& out) const {
   return setting != nullptr && GuardMemory(false, [&] { return Take(*setting->GetValue(), out); });
 }
 
+// NOLINTBEGIN(bugprone-macro-parentheses): the name of a type
 #define NQ_INSTANTIATE(T) \
   template NQ_API bool NQSettings::GetSettingValIfFits(const std::string&, T&) const;
+// NOLINTEND(bugprone-macro-parentheses)
 NQ_INSTANTIATE(int)
 NQ_INSTANTIATE(long)
 NQ_INSTANTIATE(long long)
