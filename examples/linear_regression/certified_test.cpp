@@ -221,7 +221,7 @@ TEST(Threads, GiveTheSameBytes) {
     EXPECT_EQ(fitted.fit.rows.used, 353);
     return JsonDocument(fitted.data, fitted.fit) + StatXmlDocument(fitted.data, fitted.fit);
   };
-  for (const std::uint64_t bytes : {5, 64, 1000, 1 << 18}) {
+  for (const std::uint64_t bytes : std::initializer_list<std::uint64_t>{5, 64, 1000, 1 << 18}) {
     const std::string one = documents({bytes, 1});
     for (const int threads : {2, 3, 7})
       EXPECT_EQ(documents({bytes, threads}), one) << bytes << ' ' << threads;

@@ -103,7 +103,8 @@ double ExpectLongley(const Regression& fit, const std::vector<int>& units = {}) 
 }
 
 TEST(LinearRegression, AgreesWithCertifiedLongleyInChunksOfAnySize) {
-  for (const std::uint64_t bytes : {1, 2, 7, 40, 41, 100, 500, 100000}) {
+  for (const std::uint64_t bytes :
+       std::initializer_list<std::uint64_t>{1, 2, 7, 40, 41, 100, 500, 100000}) {
     SCOPED_TRACE(bytes);
     ExpectLongley(FitText(ToCsv(Longley()), {}, {}, {bytes, 2}));
   }

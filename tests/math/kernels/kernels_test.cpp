@@ -14,7 +14,6 @@
 
 #include <cmath>
 #include <numeric>
-#include <tuple>
 
 #include "support/compare.h"
 #include "support/packed.h"
@@ -82,21 +81,24 @@ TEST(DenseKernels, EveryFormGivesTheBitsOfThePlainLoop) {
 TEST(Triangular, EveryFormGivesTheBitsOfThePlainLoop) {
   using Form = void (*)(double*, std::size_t, Isa);
   using Plain = void (*)(double*, std::size_t);
-  for (const auto& [name, fast, plain] :
-       std::initializer_list<std::tuple<const char*, Form, Plain>>{
-           {"inverse", InvertTriangle, InvertLower},
-           {"L'L", TransTimesTriangle, TransTimesTrianglePlain},
-           {"LL'", TriangleTimesTrans, LowerTimesTrans}}) {
+  const struct {
+    const char* name;
+    Form fast;
+    Plain plain;
+  } rows[] = {{"inverse", InvertTriangle, InvertLower},
+              {"L'L", TransTimesTriangle, TransTimesTrianglePlain},
+              {"LL'", TriangleTimesTrans, LowerTimesTrans}};
+  for (const auto& row : rows) {
     for (const std::size_t n : PackedOrders()) {
       Values l = RandomPositiveDefinite(n);
       for (const double special : {1.0, 0.0, kInf, kNaN}) {  // a zero pivot; not finite in places
         if (special == 0) l[DiagIndex(n / 2)] = special;
         if (!(special < kInf)) l[LowerIndex(n - 1, n / 3)] = special;
         Values want = l;
-        plain(want.data(), n);
-        ExpectEveryFormSame(name, n, want, [&](Isa isa) {
+        row.plain(want.data(), n);
+        ExpectEveryFormSame(row.name, n, want, [&](Isa isa) {
           Values got = l;
-          fast(got.data(), n, isa);
+          row.fast(got.data(), n, isa);
           return got;
         });
       }
