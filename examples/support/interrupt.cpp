@@ -1,8 +1,7 @@
 #include "interrupt.h"
 
-#include <signal.h>
-
 #include <atomic>
+#include <csignal>
 
 namespace support {
 namespace {

@@ -11,7 +11,6 @@
 #include "text.h"
 
 using NQXML_940::INQVariable;
-using NQXML_940::NQContVar;
 using NQXML_940::NQSettings;
 
 namespace support {
@@ -84,6 +83,7 @@ ModelData::ModelData(const NQSettings& settings, Team& team, std::uint64_t chunk
   ChooseFields(settings);
   team.FindQuotes(fFile);
   std::vector<ScanField> fields;
+  fields.reserve(fFields.size());
   for (int i = 0; i < static_cast<int>(fFields.size()); ++i) {
     fields.push_back({NameOf(i), IsCategorical(i), i == fFrequencyPosition || i == fWeightPosition,
                       i == fFrequencyPosition});

@@ -1,12 +1,12 @@
 #include "page.h"
 
-#include <signal.h>
 #include <spawn.h>
-#include <stdlib.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <csignal>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -34,7 +34,7 @@ class ScratchDirectory {
   ScratchDirectory& operator=(const ScratchDirectory&) = delete;
 
   std::string File(const char* name, const std::string& content) const {
-    const std::string path = fPath + "/" + name;
+    std::string path = fPath + "/" + name;
     std::ofstream out(path, std::ios::binary);
     out << content;
     out.close();
@@ -50,6 +50,7 @@ class ScratchDirectory {
 // was ended. A signal to this program ends that one too.
 int RunProgram(std::vector<std::string> arguments) {
   std::vector<char*> argv;
+  argv.reserve(arguments.size() + 1);
   for (std::string& argument : arguments) argv.push_back(argument.data());
   argv.push_back(nullptr);
   pid_t child = 0;
