@@ -4,8 +4,9 @@
     tools/mutate.py COUNT SEED [FOLDER]     (by ./dev mutate)
 
 Works on a copy of the tree in build/mutate. A change that does not compile, or that the compiler warns
-of, is drawn again. What the tests do not notice is printed with its place: a test is missing there, or
-the line could be simpler.
+of, is drawn again. The tests of the room of the change are asked first, all others only when those say
+nothing. What no test notices is printed with its place: a test is missing there, or the line could be
+simpler.
 """
 import pathlib
 import random
@@ -13,6 +14,8 @@ import re
 import subprocess
 import sys
 
+TOP = pathlib.Path(__file__).resolve().parent.parent
+TREE = TOP / 'build/mutate'
 SWAPS = {'<': '<=', '<=': '<', '>': '>=', '>=': '>', '==': '!=', '!=': '==', '&&': '||', '||': '&&',
          '+': '-', '-': '+', '*': '/', '/': '*', '+=': '-=', '-=': '+=', '*=': '/=', '++': '--',
          'true': 'false', 'false': 'true', '0': '1', '1': '2', 'return;': ';', 'break;': ';', '!': ''}
@@ -34,27 +37,40 @@ def candidates(root, folder):
                 yield path, number, match.start(), match.end()
 
 
-def run(*command):
+def run(*command, seconds=600):  # from the top of the copy, where the tests find their files
     try:
-        return subprocess.run(command, capture_output=True, timeout=600).returncode == 0
+        return subprocess.run(command, capture_output=True, timeout=seconds, cwd=TREE).returncode == 0
     except subprocess.TimeoutExpired:
         return False
 
 
+BUILD = ['cmake', '--build', TREE / 'build/dev']
+TEST = ['ctest', '--test-dir', TREE / 'build/dev', '--stop-on-failure', '-j2', '--timeout', '120']
+
+
+def noticed(path):
+    """Does a test notice the change of the file? None when it does not compile."""
+    programs = TREE / 'build/dev/tests'
+    for folder in reversed(path.relative_to(TREE).parts[:-1]):
+        if (programs / f'{folder}_tests').exists():
+            if not run(*BUILD, '--target', f'{folder}_tests'):
+                return None
+            if not run(programs / f'{folder}_tests', '--gtest_fail_fast', seconds=120):
+                return True
+            break
+    return not run(*TEST) if run(*BUILD) else None
+
+
 def main():
     count, seed, folder = int(sys.argv[1]), int(sys.argv[2]), (sys.argv[3:] or [''])[0]
-    top = pathlib.Path(__file__).resolve().parent.parent
-    tree = top / 'build/mutate'
-    if not (tree / '.git').exists():
-        subprocess.run(['git', 'clone', '-q', str(top), str(tree)], check=True)
-    subprocess.run(['git', '-C', str(tree), 'fetch', '-q'], check=True)
-    subprocess.run(['git', '-C', str(tree), 'reset', '-q', '--hard', 'origin/HEAD'], check=True)
-    subprocess.run(['cmake', '--preset', 'dev', '-S', str(tree)], check=True, cwd=tree, stdout=subprocess.DEVNULL)
-    build = ['cmake', '--build', str(tree / 'build/dev')]
-    tests = ['ctest', '--test-dir', str(tree / 'build/dev'), '--stop-on-failure', '-j2', '--timeout', '120']
-    if not (run(*build) and run(*tests)):
+    if not (TREE / '.git').exists():
+        subprocess.run(['git', 'clone', '-q', TOP, TREE], check=True)
+    run('git', 'fetch', '-q')
+    run('git', 'reset', '-q', '--hard', 'origin/HEAD')
+    run('cmake', '--preset', 'dev', '-DCMAKE_CXX_FLAGS_RELWITHDEBINFO=-O1')
+    if not (run(*BUILD, seconds=3600) and run(*TEST)):
         sys.exit('the tests fail before any change')
-    places = list(candidates(tree, folder))
+    places = list(candidates(TREE, folder))
     random.seed(seed)
     random.shuffle(places)
     done, survivors = 0, []
@@ -66,10 +82,11 @@ def main():
         line = lines[number]
         lines[number] = line[:start] + SWAPS[line[start:end]] + line[end:]
         path.write_text(''.join(lines))
-        if run(*build):
+        answer = noticed(path)
+        if answer is not None:
             done += 1
-            if run(*tests):
-                survivors.append(f'{path.relative_to(tree)}:{number + 1}: {lines[number].strip()}')
+            if not answer:
+                survivors.append(f'{path.relative_to(TREE)}:{number + 1}: {lines[number].strip()}')
                 print('not noticed:', survivors[-1], f'    was: {line.strip()}', sep='\n', flush=True)
         path.write_text(before)
     print(f'{done} changes, {done - len(survivors)} noticed, {len(survivors)} not; seed {seed}')
