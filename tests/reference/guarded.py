@@ -1,7 +1,7 @@
 #!/usr/bin/python3
-"""Writes guarded_power.inc, guarded_multiply.inc, guarded_exponent.inc and guarded_root.inc.
+"""Writes guarded.inc.
 
-Row: {{operands}, code, value}. In-range values are exact products or 50-digit powers and exponentials by
+Row: {operation, {operands}, value, tolerance, code}. In-range values are exact products or 50-digit powers and exponentials by
 mpmath, rounded to double. Code 0 in range, 1 below the smallest normal double (value 0), 2 above the
 largest, 3 undefined (2 and 3: the system-missing value). An odd root of a negative base is minus
 that of its magnitude. The last rows of each table hold special operands, with their documented
@@ -28,28 +28,31 @@ POWERS = [
     (-8.0, 1 / 3), (-8.0, -1 / 3), (-1e300, 1 / 3), (-32.0, 0.2), (-7.0, 1 / 49), (-7.0, 1 / 99999),
     (-5e-324, 1 / 7),
 ]
-SPECIAL_POWERS = """{{0, 0}, 0, 1}, {{0, 3}, 0, 0}, {{0, -1}, 2, kMissing}, {{-8, 0.5}, 3, kMissing},
-{{-8, 2.0 / 3}, 3, kMissing}, {{-8, 0.33}, 3, kMissing}, {{-8, 1e-10}, 3, kMissing},
-{{kInf, 2}, 2, kMissing}, {{kInf, -2}, 1, 0}, {{-2, kInf}, 2, kMissing},
-{{kMissing, 2}, 3, kMissing}, {{2, kMissing}, 3, kMissing}, {{kMissing, 0}, 3, kMissing},
-{{kNaN, 0}, 0, kNaN}, {{0, kNaN}, 0, kNaN},
+SPECIAL_POWERS = """{"Power", {0, 0}, 1, 0, 0}, {"Power", {0, 3}, 0, 0, 0}, {"Power", {0, -1}, kMissing, 0, 2},
+{"Power", {-8, 0.5}, kMissing, 0, 3}, {"Power", {-8, 2.0 / 3}, kMissing, 0, 3},
+{"Power", {-8, 0.33}, kMissing, 0, 3}, {"Power", {-8, 1e-10}, kMissing, 0, 3},
+{"Power", {kInf, 2}, kMissing, 0, 2}, {"Power", {kInf, -2}, 0, 0, 1}, {"Power", {-2, kInf}, kMissing, 0, 2},
+{"Power", {kMissing, 2}, kMissing, 0, 3}, {"Power", {2, kMissing}, kMissing, 0, 3},
+{"Power", {kMissing, 0}, kMissing, 0, 3}, {"Power", {kNaN, 0}, kNaN, 0, 0},
+{"Power", {0, kNaN}, kNaN, 0, 0},
 """
 PRODUCTS = [(3.0, -4.0), (0.0, MAX), (MIN, 0.5), (-MIN, 1.0), (1e200, 1e200), (1e200, -1e200),
             (1e-200, -1e-200), (MAX, 0.5), (0.1, 3.0)]
 # the largest double, negated, is the system-missing value: it counts as out of range
-SPECIAL_PRODUCTS = """{{kMax, -1}, 2, kMissing}, {{kInf, 0}, 3, kMissing}, {{kInf, 2}, 2, kMissing},
-{{kMissing, 0}, 3, kMissing}, {{1, kMissing}, 3, kMissing}, {{kNaN, 0}, 0, kNaN},
+SPECIAL_PRODUCTS = """{"Multiply", {kMax, -1}, kMissing, 0, 2}, {"Multiply", {kInf, 0}, kMissing, 0, 3},
+{"Multiply", {kInf, 2}, kMissing, 0, 2}, {"Multiply", {kMissing, 0}, kMissing, 0, 3},
+{"Multiply", {1, kMissing}, kMissing, 0, 3}, {"Multiply", {kNaN, 0}, kNaN, 0, 0},
 """
 EXPONENTS = [-745.0, -708.39, -1.0, 0.0, 1e-17, 1.0, 709.0]
 # the limits 709 and -708.39 are inside what a double can hold; the step beyond each is out of range
-SPECIAL_EXPONENTS = """{{709.0000000000001}, 2, kMissing}, {{-708.3900000000001}, 1, 0}, {{kMissing}, 1, 0},
-{{kInf}, 2, kMissing}, {{kNaN}, 0, kNaN},
+SPECIAL_EXPONENTS = """{"Exponent", {709.0000000000001}, kMissing, 0, 2}, {"Exponent", {-708.3900000000001}, 0, 0, 1},
+{"Exponent", {kMissing}, 0, 0, 1}, {"Exponent", {kInf}, kMissing, 0, 2}, {"Exponent", {kNaN}, kNaN, 0, 0},
 """
 ROOTS = [(1.0, -2.0, 4.0, 10.0), (1e300, 2e300, 4e300, 1e301), (0.0, 3e-320, -4e-320, 0.0),
          (1e-300, 2e-300, -4e-300, 1e-299), (1e-200, 1.0, 1e200, 1.0), (0.0, 0.0, 0.0, 0.0),
          (MAX / 2, MAX / 2, 0.0, MAX / 2), (MAX, 0.0, MAX, 0.0)]
-SPECIAL_ROOTS = """{{kInf, 1, -kInf, 0}, 2, kMissing}, {{1, kMissing, kNaN, 1}, 3, kMissing},
-{{1, kNaN, kInf, 2}, 0, kNaN}, {{kInf, kInf, 2, kNaN}, 0, kNaN},
+SPECIAL_ROOTS = """{"SumSqRoot", {kInf, 1, -kInf, 0}, kMissing, 0, 2}, {"SumSqRoot", {1, kMissing, kNaN, 1}, kMissing, 0, 3},
+{"SumSqRoot", {1, kNaN, kInf, 2}, kNaN, 0, 0}, {"SumSqRoot", {kInf, kInf, 2, kNaN}, kNaN, 0, 0},
 """
 
 
@@ -67,23 +70,22 @@ def root(*terms):
     return mp.sqrt(sum(mpf(term) ** 2 for term in terms))
 
 
-def write(name, operation, rows, special):
-    here = os.path.dirname(os.path.abspath(__file__))
-    with open(os.path.join(here, f"guarded_{name}.inc"), "w") as out:
-        out.write("// {{operands}, code, value}, written by guarded.py\n")
-        for row in rows:
-            value = operation(*row)
-            code, text = 0, None
-            if abs(value) > mpf(MAX):
-                code, text = 2, "kMissing"
-            elif 0 < abs(value) < mpf(MIN) and operation != root:  # a root cannot underflow
-                code, text = 1, "0"
-            operands = ", ".join(x.hex() for x in row)
-            out.write(f"{{{{{operands}}}, {code}, {text or float(value).hex()}}},\n")
-        out.write(special)
+def write(out, name, tolerance, operation, rows, special):
+    for row in rows:
+        value = operation(*row)
+        code, text = 0, None
+        if abs(value) > mpf(MAX):
+            code, text = 2, "kMissing"
+        elif 0 < abs(value) < mpf(MIN) and operation != root:  # a root cannot underflow
+            code, text = 1, "0"
+        operands = ", ".join(x.hex() for x in row)
+        out.write(f'{{"{name}", {{{operands}}}, {text or float(value).hex()}, {tolerance}, {code}}},\n')
+    out.write(special)
 
 
-write("power", power, POWERS, SPECIAL_POWERS)
-write("multiply", product, PRODUCTS, SPECIAL_PRODUCTS)
-write("exponent", lambda x: exp(mpf(x)), [(x,) for x in EXPONENTS], SPECIAL_EXPONENTS)
-write("root", root, ROOTS, SPECIAL_ROOTS)
+with open(os.path.join(os.path.dirname(os.path.abspath(__file__)), "guarded.inc"), "w") as file:
+    file.write("// {operation, {operands}, value, tolerance, code}, written by guarded.py\n")
+    write(file, "Power", 2.3e-16, power, POWERS, SPECIAL_POWERS)
+    write(file, "Multiply", 0, product, PRODUCTS, SPECIAL_PRODUCTS)
+    write(file, "Exponent", 2.3e-16, lambda x: exp(mpf(x)), [(x,) for x in EXPONENTS], SPECIAL_EXPONENTS)
+    write(file, "SumSqRoot", 4e-16, root, ROOTS, SPECIAL_ROOTS)

@@ -8,9 +8,9 @@ they take uniforms; incomplete functions come from mpmath.
 import os
 import random
 import struct
-from math import exp, floor, inf, isfinite, isnan, log, log1p, nan, sqrt
+from math import exp, floor, inf, isfinite, isnan, log, log1p, nan, pi, sqrt
 
-from mpmath import betainc, findroot, mp, mpf
+from mpmath import betainc, erfc, findroot, mp, mpf
 from mpmath import log as mplog
 
 mp.dps = 40
@@ -97,6 +97,12 @@ def congruential(state):
 # ---- Variates --------------------------------------------------------------------------------------
 
 XI = 2.216035867166471
+# (up to this first uniform, start, slope, accepted up to, height)
+WEDGES = ((0.911312780288703, 0.479727404222441, -0.59550713801594, 0.805577924423817, 0.053377549506886),
+          (0.958720824790463, 0.479727404222441, 1.10547366102207, 0.87283497667179, 0.049264496373128),
+          (0.973310954173898, XI, -0.63083480192196, 0.755591531667601, 0.034240503750111))
+TRIANGLE = 0.884070402298758, 1.13113163544418
+TAIL_START, POSITIVE_TAIL = 2.455407482284127, 0.986655477086949
 
 
 def over_triangle(t):
@@ -106,23 +112,51 @@ def over_triangle(t):
     return max(0.0, 0.3989422804014327 * exp(-t * t / 2) - triangle)
 
 
+def check_density():
+    """The constants above, and the rules of normal() below, make the normal density."""
+    def density_of_wedge(start, slope, sure, height, share):
+        # of the two uniforms the smaller is m; they are apart by at most 1 - m
+        def accepted(m):
+            if start + slope * m < 0:
+                return 0.0
+            return min(1 - m, max(sure - m, over_triangle(start + slope * m) / height))
+        n = 20000
+        total = sum(accepted((k + 0.5) / n) for k in range(n)) / n
+        return lambda t: (share / 2 * accepted((t - start) / slope) / total / abs(slope)
+                          if 0 <= (t - start) / slope <= 1 and t >= 0 else 0.0)
+
+    def triangle(t):  # of XI (c u + v - 1), u up to the share
+        share, c = TRIANGLE
+        total = t / XI + 1
+        return max(0.0, min(share, total / c) - max(0.0, (total - 1) / c)) / XI
+
+    shares = [TRIANGLE[0]] + [wedge[0] for wedge in WEDGES]
+    wedges = [density_of_wedge(*wedge[1:], wedge[0] - before) for wedge, before in zip(WEDGES, shares)]
+    for k in range(1, 2200):
+        t = k / 1000
+        density = sum(wedge(t) for wedge in wedges)
+        normal_density = exp(-t * t / 2) / sqrt(2 * pi)
+        for sign in (1, -1):
+            assert abs(density + triangle(sign * t) - normal_density) < 2e-8, (t, density)
+    tail = float(erfc(XI / sqrt(2)) / 2)
+    for share in (POSITIVE_TAIL - shares[-1], 1 - POSITIVE_TAIL):
+        assert abs(share - tail) < 1e-12
+    assert abs(TAIL_START - XI**2 / 2) < 1e-15
+
+
+check_density()
+
+
 def normal(u):
     first = u()
-    if first < 0.884070402298758:
-        return XI * (1.13113163544418 * first + u() - 1)
-    while first >= 0.973310954173898:
+    if first < TRIANGLE[0]:
+        return XI * (TRIANGLE[1] * first + u() - 1)
+    while first >= WEDGES[-1][0]:
         second, third = u(), u()
-        t = 2.455407482284127 - log(third)
-        if second * second * t < 2.455407482284127:
-            return sqrt(2 * t) if first < 0.986655477086949 else -sqrt(2 * t)
-    if first < 0.911312780288703:
-        start, slope, sure, height = (0.479727404222441, -0.59550713801594, 0.805577924423817,
-                                      0.053377549506886)
-    elif first < 0.958720824790463:
-        start, slope, sure, height = (0.479727404222441, 1.10547366102207, 0.87283497667179,
-                                      0.049264496373128)
-    else:
-        start, slope, sure, height = XI, -0.63083480192196, 0.755591531667601, 0.034240503750111
+        t = TAIL_START - log(third)
+        if second * second * t < TAIL_START:
+            return sqrt(2 * t) if first < POSITIVE_TAIL else -sqrt(2 * t)
+    start, slope, sure, height = next(wedge[1:] for wedge in WEDGES if first < wedge[0])
     while True:
         second, third = u(), u()
         t = start + slope * min(second, third)
@@ -189,6 +223,15 @@ def binomial(u, n, p):
     return count + (n if p == 1 else sum(u() <= p for _ in range(n)) if p > 0 else 0)
 
 
+def box(u):  # -1 .. 1 by 5 .. 9 by 0 .. 1/1000
+    return -1 + 2 * u(), 5 + 4 * u(), 0.001 * u()
+
+
+def degenerate(u):  # means 1, 2 and -1, the third variable the first less the second
+    z = normal(u), normal(u), normal(u)
+    return 1 + 2 * z[0], 2 + z[0] / 2 + sqrt(1.75) * z[1], -1 + 1.5 * z[0] - sqrt(1.75) * z[1]
+
+
 def bivariate(u):  # means 1 and -1, covariance matrix 4 | 2 3
     z = normal(u), normal(u)
     return 1 + 2 * z[0], -1 + (z[0] + sqrt(2) * z[1])
@@ -229,9 +272,13 @@ for name, method in (("RVNor 0 1", normal), ("RVGam 1 2", lambda u: gamma(u, 1) 
                      ("RVChi 3", lambda u: 2 * gamma(u, 1.5)), ("RVGam 0.001 1", lambda u: gamma(u, 0.001)),
                      ("RVGam 0.3 2", lambda u: gamma(u, 0.3) / 2),
                      ("RVGam 25 0.5", lambda u: 2 * gamma(u, 25.0)), ("RVGam 1e13 1", lambda u: gamma(u, 1e13)),
+                     ("UniformVector", box), ("DegenerateNormal", degenerate),
+                     ("StandardNormal", lambda u: (normal(u), normal(u), normal(u))),
                      ("NormalVector", bivariate), ("Wishart", wishart)):
     source = opened(SEED)
-    row(name, lambda: method(source), {"RVNor 0 1": 120}.get(name, 6 if name in ("NormalVector", "Wishart") else 8))
+    row(name, lambda: method(source), {"RVNor 0 1": 120}.get(name, 6 if name.isalpha() else 8))
+source = opened(SEED)  # the last of each ten thousand: every decision and constant counts many times
+row("RVNor 0 1 sparse", lambda: [normal(source) for _ in range(10000)][-1], 200)
 for name, method, count in (("NQRNGNormal 5 2", lambda u: 5 + 2 * normal(u), 40),
                             ("NQRNGBeta 2.5 3.5", lambda u: beta(u, 2.5, 3.5), 5),
                             ("NQRNGBeta 0.5 2", lambda u: beta(u, 0.5, 2), 3),

@@ -7,6 +7,8 @@
 #include <iostream>
 #include <map>
 #include <string>
+#include <tuple>
+#include <type_traits>
 #include <vector>
 
 #include <support/compare.h>
@@ -24,6 +26,31 @@ struct FunctionRow {
 using Arguments = std::vector<double>;
 using FunctionTable = std::map<std::string, std::function<double(const Arguments&, long&)>>;
 
+// The status that a function without one leaves.
+constexpr long kUnset = -99;
+
+template <class P>
+constexpr bool kIsStatus = std::is_same_v<P, long&> || std::is_same_v<P, int&>;
+
+// A function as an entry of the table: its parameters are the arguments of a row in order, 0 where
+// the row ends, with its status, if it has one, wherever that stands among them.
+template <class... P>
+FunctionTable::mapped_type OverArguments(double (*function)(P...)) {
+  return [function](const Arguments& in, long& status) {
+    std::size_t taken = 0;
+    const auto next = [&](bool isStatus) {
+      return isStatus ? static_cast<double>(status) : taken < in.size() ? in[taken++] : 0;
+    };
+    std::tuple<std::decay_t<P>...> values{static_cast<std::decay_t<P>>(next(kIsStatus<P>))...};
+    const double value = std::apply(function, values);
+    const auto take = [&](auto... v) {
+      ((status = kIsStatus<P> ? static_cast<long>(v) : status), ...);
+    };
+    std::apply(take, values);
+    return value;
+  };
+}
+
 // Every row against its tolerance and status, and every function by at least one row. A function
 // that sets its status sets it in all rows. Prints the worst row of each function.
 inline void CheckFunctions(const FunctionTable& functions, const std::vector<FunctionRow>& rows) {
@@ -35,7 +62,6 @@ inline void CheckFunctions(const FunctionTable& functions, const std::vector<Fun
   };
   std::map<std::string, Worst> worst;
   for (const FunctionRow& r : rows) {
-    constexpr long kUnset = -99;
     long status = kUnset;
     const double got = functions.at(r.function)(r.in, status);
     EXPECT_CLOSE(got, r.want, r.tolerance) << r.function << ::testing::PrintToString(r.in);

@@ -1,106 +1,138 @@
-// The continuous central distributions against 50-digit values.
+// Distribution functions against 50-digit values, and what holds between values of the discrete and
+// the noncentral ones.
 #include <nqcommon/math/numeric/NQDistFun.h>
 
 #include <support/function_table.h>
-#include <support/hostile_arguments.h>
 #include <support/special_values.h>
 
 namespace {
 
 using namespace nqtest;
 using NQMath_940::NQDistFun;
-using Arg = const Arguments&;
 
-TEST(NQDistFun, Normal) {
-  const FunctionTable functions = {
-      {"CdfStdNorm", [](Arg a, long&) { return NQDistFun::CdfStdNorm(a[0]); }},
-      {"prbnrm", [](Arg a, long&) { return NQDistFun::prbnrm(a[0]); }},
-      {"CdfNorm", [](Arg a, long&) { return NQDistFun::CdfNorm(a[0], a[1], a[2]); }},
-      {"PdfNormalStandard", [](Arg a, long&) { return NQDistFun::PdfNormalStandard(a[0]); }},
-      {"PdfNormal", [](Arg a, long&) { return NQDistFun::PdfNormal(a[0], a[1], a[2]); }},
-      {"IdfStdNorm", [](Arg a, long&) { return NQDistFun::IdfStdNorm(a[0]); }},
-      {"IdfNorm", [](Arg a, long&) { return NQDistFun::IdfNorm(a[0], a[1], a[2]); }},
-      {"probit", [](Arg a, long&) { return NQDistFun::probit(a[0]); }},
-      {"derf", [](Arg a, long&) { return NQDistFun::derf(a[0]); }},
-      {"derfc", [](Arg a, long&) { return NQDistFun::derfc(a[0]); }},
-  };
-  CheckFunctions(functions, {
+#define NQ_FUNCTION(name) \
+  { #name, OverArguments(&NQDistFun::name) }
+
+const FunctionTable kFunctions = {NQ_FUNCTION(CdfStdNorm),     NQ_FUNCTION(prbnrm),
+                                  NQ_FUNCTION(CdfNorm),        NQ_FUNCTION(PdfNormalStandard),
+                                  NQ_FUNCTION(PdfNormal),      NQ_FUNCTION(IdfStdNorm),
+                                  NQ_FUNCTION(IdfNorm),        NQ_FUNCTION(probit),
+                                  NQ_FUNCTION(derf),           NQ_FUNCTION(derfc),
+                                  NQ_FUNCTION(dnlgam),         NQ_FUNCTION(tarndnlgam),
+                                  NQ_FUNCTION(gammad),         NQ_FUNCTION(cdfexp),
+                                  NQ_FUNCTION(CdfChi),         NQ_FUNCTION(SigChi),
+                                  NQ_FUNCTION(IdfChi),         NQ_FUNCTION(tarnidfchi),
+                                  NQ_FUNCTION(idfchb),         NQ_FUNCTION(CdfGam),
+                                  NQ_FUNCTION(PdfGamma),       NQ_FUNCTION(IdfGam),
+                                  NQ_FUNCTION(cdfbet),         NQ_FUNCTION(betinv),
+                                  NQ_FUNCTION(cbtaux),         NQ_FUNCTION(CdfBeta),
+                                  NQ_FUNCTION(IdfBeta),        NQ_FUNCTION(tarncdft),
+                                  NQ_FUNCTION(tarncdff),       NQ_FUNCTION(tarnidft),
+                                  NQ_FUNCTION(tarnidff),       NQ_FUNCTION(CdfT),
+                                  NQ_FUNCTION(SigT),           NQ_FUNCTION(PdfT),
+                                  NQ_FUNCTION(IdfT),           NQ_FUNCTION(CdfF),
+                                  NQ_FUNCTION(SigF),           NQ_FUNCTION(IdfF),
+                                  NQ_FUNCTION(CdfBin),         NQ_FUNCTION(PdfBin),
+                                  NQ_FUNCTION(IdfBin),         NQ_FUNCTION(PdfNegBin),
+                                  NQ_FUNCTION(PdfHyper),       NQ_FUNCTION(CDFHyper),
+                                  NQ_FUNCTION(dnlbnc),         NQ_FUNCTION(NonCentralCdfChi),
+                                  NQ_FUNCTION(NonCentralCdfF), NQ_FUNCTION(NonCentralCdfT),
+                                  NQ_FUNCTION(NonCentralPdfT), NQ_FUNCTION(ncdbet),
+                                  NQ_FUNCTION(FindNCParamChi), NQ_FUNCTION(FindNCParamF),
+                                  NQ_FUNCTION(FindNCParamT)};
+
+TEST(NQDistFun, Values) {
+  CheckFunctions(kFunctions, {
+#include <reference/distribution_beta.inc>
+#include <reference/distribution_discrete.inc>
+#include <reference/distribution_gamma.inc>
+#include <reference/distribution_noncentral.inc>
 #include <reference/distribution_normal.inc>
-                            });
+#include <reference/distribution_t_and_f.inc>
+                             });
   EXPECT_SAME(NQDistFun::derf(-0.0), -0.0);
 }
 
-TEST(NQDistFun, Gamma) {
-  const FunctionTable functions = {
-      {"dnlgam", [](Arg a, long&) { return NQDistFun::dnlgam(a[0]); }},
-      {"tarndnlgam", [](Arg a, long&) { return NQDistFun::tarndnlgam(a[0]); }},
-      {"gammad", [](Arg a, long& s) { return NQDistFun::gammad(a[0], a[1], a[2] != 0, s); }},
-      {"cdfexp", [](Arg a, long& s) { return NQDistFun::cdfexp(a[0], a[1], s); }},
-      {"CdfChi", [](Arg a, long&) { return NQDistFun::CdfChi(a[0], a[1]); }},
-      {"SigChi", [](Arg a, long&) { return NQDistFun::SigChi(a[0], a[1]); }},
-      {"IdfChi", [](Arg a, long&) { return NQDistFun::IdfChi(a[0], a[1]); }},
-      {"tarnidfchi", [](Arg a, long& s) { return NQDistFun::tarnidfchi(a[0], a[1], s); }},
-      {"idfchb", [](Arg a, long& s) { return NQDistFun::idfchb(a[0], a[1], s); }},
-      {"CdfGam", [](Arg a, long&) { return NQDistFun::CdfGam(a[0], a[1], a[2]); }},
-      {"PdfGamma", [](Arg a, long&) { return NQDistFun::PdfGamma(a[0], a[1], a[2]); }},
-      {"IdfGam", [](Arg a, long&) { return NQDistFun::IdfGam(a[0], a[1], a[2]); }},
+// NaN in place of any argument gives the missing value; infinities, the ends of the range of doubles
+// and zeros give an answer, missing or not, that is not NaN. A missing value has a status, where the
+// function has one.
+TEST(NQDistFun, NaNIsMissingAndInfinityEnds) {
+  const std::pair<const char*, Arguments> ordinary[] = {
+#include "math/numeric/ordinary_arguments_cases.inc"
   };
-  CheckFunctions(functions, {
-#include <reference/distribution_gamma.inc>
-                            });
-  CheckHostileArguments(functions, {{"cdfexp", {2, 3}},
-                                    {"CdfChi", {2, 3}},
-                                    {"SigChi", {2, 3}},
-                                    {"tarnidfchi", {0.3, 3}},
-                                    {"idfchb", {0.3, 3}},
-                                    {"CdfGam", {2, 3, 4}},
-                                    {"PdfGamma", {2, 3, 4}},
-                                    {"IdfGam", {0.3, 3, 4}}});
+  for (const auto& [name, arguments] : ordinary) {
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+      for (const double hostile : {kNaN, kInf, -kInf, kMax, -kMax, 1e-308, 0.0, -1e-308}) {
+        Arguments in = arguments;
+        in[i] = hostile;
+        long status = kUnset;
+        const double got = kFunctions.at(name)(in, status);
+        const auto label = ::testing::Message() << name << ::testing::PrintToString(in);
+        EXPECT_FALSE(std::isnan(got)) << label;
+        EXPECT_TRUE(got == kMissing || !std::isnan(hostile)) << label;
+        EXPECT_TRUE(status == kUnset || (status != 0) == (got == kMissing)) << label;
+      }
+    }
+  }
 }
 
-TEST(NQDistFun, Beta) {
-  const auto betinv = [](Arg a, long& s) {
-    return NQDistFun::betinv(a[0], a[1], a[2], 1e-20, 1e-12, s);
-  };
-  const FunctionTable functions = {
-      {"cdfbet", [](Arg a, long& s) { return NQDistFun::cdfbet(a[0], a[1], a[2], s); }},
-      {"betinv", betinv},
-      {"cbtaux", [](Arg a, long&) { return NQDistFun::cbtaux(a[0]); }},
-      {"CdfBeta", [](Arg a, long&) { return NQDistFun::CdfBeta(a[0], a[1], a[2]); }},
-      {"IdfBeta", [](Arg a, long&) { return NQDistFun::IdfBeta(a[0], a[1], a[2]); }},
-  };
-  CheckFunctions(functions, {
-#include <reference/distribution_beta.inc>
-                            });
-  CheckHostileArguments(functions, {{"cdfbet", {0.3, 2, 3}}, {"IdfBeta", {0.3, 2, 3}}});
+// Built from the answer: the quantile of what CdfBin reaches is k, that of any more is k + 1.
+TEST(NQDistFun, IdfBinInvertsCdfBin) {
+  long status = 0;
+  for (const double n : {1.0, 7.0, 40.0, 1000.0}) {
+    for (const double p : {0.001, 0.3, 0.5, 0.97}) {
+      for (double k = 0; k < n; k += 1) {
+        const double q = NQDistFun::CdfBin(k, n, p, status);
+        const double next = NQDistFun::CdfBin(k + 1, n, p, status);
+        if (q == 0 || next - q < 1e-12 * q) continue;
+        EXPECT_EQ(NQDistFun::IdfBin(q, n, p, status), k) << n << ' ' << p;
+        EXPECT_EQ(NQDistFun::IdfBin(q + (next - q) / 8, n, p, status), k + 1) << n << ' ' << p;
+      }
+    }
+  }
 }
 
-TEST(NQDistFun, TAndF) {
-  const auto tarnidft = [](Arg a, long& s) {
-    return NQDistFun::tarnidft(a[0], a[1], s, a[2], a[3]);
+// Too many terms to add for the first k and few for the last: no step where the sum turns into an
+// integral, and none at the mean.
+TEST(NQDistFun, HypergeometricTailsRiseByTheirProbabilities) {
+  int status = 0;
+  const auto at = [&](long k) {
+    return NQDistFun::CDFHyper(static_cast<double>(k), 8e6, 4e6, 3e6, status);
   };
-  const FunctionTable functions = {
-      {"tarncdft", [](Arg a, long& s) { return NQDistFun::tarncdft(a[0], a[1], s); }},
-      {"tarncdff", [](Arg a, long& s) { return NQDistFun::tarncdff(a[0], a[1], a[2], s); }},
-      {"tarnidft", tarnidft},
-      {"tarnidff", [](Arg a, long& s) { return NQDistFun::tarnidff(a[0], a[1], a[2], s); }},
-      {"CdfT", [](Arg a, long&) { return NQDistFun::CdfT(a[0], a[1]); }},
-      {"SigT", [](Arg a, long&) { return NQDistFun::SigT(a[0], a[1]); }},
-      {"PdfT", [](Arg a, long& s) { return NQDistFun::PdfT(a[0], a[1], s); }},
-      {"IdfT", [](Arg a, long&) { return NQDistFun::IdfT(a[0], a[1], a[2], a[3]); }},
-      {"CdfF", [](Arg a, long&) { return NQDistFun::CdfF(a[0], a[1], a[2]); }},
-      {"SigF", [](Arg a, long&) { return NQDistFun::SigF(a[0], a[1], a[2]); }},
-      {"IdfF", [](Arg a, long&) { return NQDistFun::IdfF(a[0], a[1], a[2]); }},
+  for (long k = 1496900; k <= 1500100; k += 50)
+    EXPECT_NEAR(at(k) - at(k - 1), NQDistFun::PdfHyper(k, 8000000, 3000000, 4000000),
+                1e-14 * at(k) + (k > 1500000 ? 1e-15 : 0))
+        << k;
+}
+
+// Along a fine grid across the point where the sum changes sides (the mean), and across the width
+// from which it takes strides, the functions do not step back by more than their rounding.
+TEST(NQDistFun, NoncentralTailsAreMonotone) {
+  using D = NQDistFun;
+  const struct {
+    const char* label;
+    double center, rounding;
+    double (*rising)(double);
+  } rows[] = {
+      {"chi-square, x", 25, 4e-15, [](double x) { return D::NonCentralCdfChi(x, 5, 20); }},
+      {"chi-square, ncp", 20, 4e-15, [](double x) { return 1 - D::NonCentralCdfChi(25, 5, x); }},
+      {"chi-square, strides", 39995.00078, 2e-14,
+       [](double x) { return 1 - D::NonCentralCdfChi(40005, 5, x); }},
+      {"F, x", 5, 4e-15, [](double x) { return D::NonCentralCdfF(x, 5, 9, 20, 0); }},
+      {"t, x through 0", 0, 4e-15, [](double x) { return D::NonCentralCdfT(x, 9, 0.5, 0); }},
+      {"t, ncp through 0", 0, 4e-15, [](double x) { return 1 - D::NonCentralCdfT(0.5, 9, x, 0); }},
+      {"t, x", 4, 4e-15, [](double x) { return D::NonCentralCdfT(x, 9, 4, 0); }},
   };
-  CheckFunctions(functions, {
-#include <reference/distribution_t_and_f.inc>
-                            });
-  CheckHostileArguments(functions, {{"tarncdft", {2, 3}},
-                                    {"SigT", {2, 3}},
-                                    {"PdfT", {2, 3}},
-                                    {"tarncdff", {2, 3, 4}},
-                                    {"SigF", {2, 3, 4}},
-                                    {"tarnidff", {0.3, 3, 4}}});
+  constexpr double kStep = 1e-7;
+  for (const auto& r : rows) {
+    double before = r.rising(r.center - 40 * kStep);
+    for (int i = -39; i <= 40; ++i) {
+      const double at = r.rising(r.center + i * kStep);
+      EXPECT_GT(at, before - r.rounding) << r.label << ' ' << i;
+      EXPECT_LT(at, before + kStep + r.rounding) << r.label << ' ' << i;
+      before = at;
+    }
+  }
 }
 
 }  // namespace

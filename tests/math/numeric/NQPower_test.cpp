@@ -1,10 +1,8 @@
 #include <nqcommon/math/numeric/NQPower.h>
 
-#include <vector>
-
 #include <nqcommon/math/numeric/NQExtremeNum.h>
-#include <support/compare.h>
 #include <support/each.h>
+#include <support/function_table.h>
 #include <support/special_values.h>
 
 namespace {
@@ -12,41 +10,27 @@ namespace {
 using namespace nqtest;
 using NQMath_940::NQPower;
 
-struct Row {
-  std::vector<double> in;
-  int code;
-  double want;
-};
-
-void Check(int (*operation)(const std::vector<double>&, double&), const std::vector<Row>& rows,
-           double tolerance) {
-  for (const Row& r : rows) {
-    double got = -77;
-    EXPECT_EQ(operation(r.in, got), r.code) << ::testing::PrintToString(r.in);
-    EXPECT_CLOSE(got, r.want, tolerance) << ::testing::PrintToString(r.in);
-  }
+// A guarded operation as an entry of the table, its code the status.
+template <class Operation>
+auto Guarded(Operation operation) {
+  return [=](const Arguments& in, long& code) {
+    double result = -77;
+    code = operation(in, result);
+    return result;
+  };
 }
 
 TEST(NQPower, GuardedOperations) {
-  const std::vector<Row> powers = {
-#include <reference/guarded_power.inc>
-  };
-  Check([](auto& in, double& got) { return NQPower::Power(in[0], in[1], got); }, powers, 2.3e-16);
-  const std::vector<Row> products = {
-#include <reference/guarded_multiply.inc>
-  };
-  Check([](auto& in, double& got) { return NQPower::Multiply(in[0], in[1], got); }, products, 0);
-  const std::vector<Row> exponents = {
-#include <reference/guarded_exponent.inc>
-  };
-  Check([](auto& in, double& got) { return NQPower::Exponent(in[0], got); }, exponents, 2.3e-16);
-  const std::vector<Row> roots = {
-#include <reference/guarded_root.inc>
-  };
-  const auto root = [](auto& in, double& got) {
-    return NQMath_940::NQExtremeNum::SumSqRoot(in[0], in[1], in[2], in[3], got);
-  };
-  Check(root, roots, 4e-16);
+  const FunctionTable operations = {
+      {"Power", Guarded([](auto& in, auto& r) { return NQPower::Power(in[0], in[1], r); })},
+      {"Multiply", Guarded([](auto& in, auto& r) { return NQPower::Multiply(in[0], in[1], r); })},
+      {"Exponent", Guarded([](auto& in, auto& r) { return NQPower::Exponent(in[0], r); })},
+      {"SumSqRoot", Guarded([](auto& in, auto& r) {
+         return NQMath_940::NQExtremeNum::SumSqRoot(in[0], in[1], in[2], in[3], r);
+       })}};
+  CheckFunctions(operations, {
+#include <reference/guarded.inc>
+                             });
 }
 
 TEST(NQPower, Comparisons) {

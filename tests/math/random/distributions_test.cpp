@@ -1,7 +1,7 @@
 // Goodness of fit with fixed seeds. A draw x becomes u = P(X <= x), which is uniform: checked are
 // the Kolmogorov-Smirnov distance, the first four Legendre polynomials of u, that is its moments,
-// and the correlation of consecutive u. Vectors and matrices are checked through what determines
-// their distribution: linear combinations, quadratic forms and partial variances.
+// and the correlation of consecutive u. Matrices are checked through what determines their
+// distribution: quadratic forms and partial variances.
 //
 // By the inequalities of Massart, Hoeffding and Azuma, right for every n, a correct generator fails
 // a check with probability 1e-9 at most: below 3e-7 for all of them together.
@@ -94,26 +94,6 @@ TEST(Distributions, BetaAndBinomial) {
   };
   const auto next = [&](double n, double p) { return binomial.GetNext(n, p); };
   ExpectDrawn("binomial", kDraws / 4, kParameters.at("binomial"), next, smoothed);
-}
-
-TEST(Distributions, Vectors) {
-  NQRandomValues values;
-  std::vector<double> x;
-  const auto combination = [&](double a, double b, double c) {
-    return [=, &values, &x](auto...) {
-      return values.GetRandom(x) ? a * x[0] + b * x[1] + c * x[2] : -99;
-    };
-  };
-  const auto uniform = [](double y, double low, double high) { return (y - low) / (high - low); };
-  ASSERT_TRUE(values.SetParamUniform({-1, 5, 0}, {1, 9, 1e-3}));
-  ExpectDrawn("uniform", kDraws, {{5, 9}}, combination(0, 1, 0), uniform);
-  // Rank 2: the third variable is the first less the second. The variances are worked out by hand.
-  ASSERT_TRUE(values.SetParamNormal({1, 2, -1}, nqtest::FromPacked({4, 1, 2, 3, -1, 4})));
-  for (int i = 0; i < 1000; ++i) EXPECT_NEAR(combination(1, -1, -1)(), 0, 1e-12);
-  ExpectDrawn("third", kDraws, {{-1, 4}}, combination(0, 0, 1), NormalCdf);
-  ExpectDrawn("sum", kDraws, {{3, 8}}, combination(1, 1, 0), NormalCdf);
-  ASSERT_TRUE(values.SetParamNormal(3));
-  ExpectDrawn("standard", kDraws, {{0, 9}}, combination(1, -2, 2), NormalCdf);
 }
 
 // A quadratic form of W over that of the scale matrix, and |W| / w11 over the same: chi-squares,

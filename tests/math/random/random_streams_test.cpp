@@ -66,8 +66,11 @@ TEST(RandomStreams, ConversionsOfTheStandardEngine) {
   }
 }
 
-// The first values of one row; arguments that it does not give are 0.
-Numbers First(std::size_t count, const std::string& name, const Numbers& a, bool useTwister) {
+// The values of one row: those drawn first, or of a sparse row the last of each ten thousand.
+// Arguments that it does not give are 0.
+Numbers Drawn(std::size_t count, const std::string& name, const Numbers& a,
+              const std::string& uniforms) {
+  const bool useTwister = uniforms == "twister", isSource = name == "NQURandom";
   NQRNGUTwister twister;
   NQRNGUCongruential congruential;
   NQRNGNormal normal(a[0], a[1]);
@@ -75,30 +78,32 @@ Numbers First(std::size_t count, const std::string& name, const Numbers& a, bool
   NQRNGBinomial binomial(a[0], a[1]);
   twister.SetSeed(useTwister ? 42 : a[0]);
   congruential.SetSeed(a[0]);
-  if (useTwister) {
-    normal.SetURNGenerator(twister);
-    beta.SetURNGenerator(twister);
-    binomial.SetURNGenerator(twister);
-  }
+  for (NQRNGVariate* variate : std::initializer_list<NQRNGVariate*>{&normal, &beta, &binomial})
+    if (useTwister) variate->SetURNGenerator(twister);
   const std::map<std::string, NQRNGenerator*> generators = {{"NQRNGUTwister", &twister},
                                                             {"NQRNGUCongruential", &congruential},
                                                             {"NQRNGNormal", &normal},
                                                             {"NQRNGBeta", &beta},
                                                             {"NQRNGBinomial", &binomial}};
-  const bool isSource = name == "NQURandom";
   NQURandom source(isSource ? static_cast<unsigned long>(a[0]) : 34567, true,
                    !isSource || a[1] == 1);
-  NQSymMatrix covariance = nqtest::FromPacked({4, 2, 3}), matrix;
+  const NQSymMatrix covariance = nqtest::FromPacked({4, 2, 3});
+  const NQSymMatrix dependent = nqtest::FromPacked({4, 1, 2, 3, -1, 4});
+  NQSymMatrix matrix;
   NQRandomValues values;
   values.SetURNGPtr(&source);
   if (name == "RVUni") values.SetParamUniform(a[0], a[1]);
   if (name == "RVNor") values.SetParamNormal(a[0], a[1]);
   if (name == "RVChi") values.SetParamChi(a[0]);
   if (name == "RVGam") values.SetParamGamma(a[0], a[1]);
+  if (name == "UniformVector") values.SetParamUniform({-1, 5, 0}, {1, 9, 1e-3});
+  if (name == "StandardNormal") values.SetParamNormal(3);
   if (name == "NormalVector") values.SetParamNormal({1, -1}, covariance);
+  if (name == "DegenerateNormal") values.SetParamNormal({1, 2, -1}, dependent);
   if (name == "Wishart") values.SetParamWishart(2, 3.5, covariance);
   Numbers drawn, out(1);
   while (drawn.size() < count) {
+    for (int k = 1; k < 10000 && uniforms == "sparse"; ++k) values.RVSNor();
     if (generators.count(name))
       out[0] = generators.at(name)->GetNext();
     else if (!values.GetRandom(out) && values.GetRandom(matrix))
@@ -108,7 +113,7 @@ Numbers First(std::size_t count, const std::string& name, const Numbers& a, bool
   return drawn;
 }
 
-TEST(RandomStreams, FirstValues) {
+TEST(RandomStreams, Values) {
   const std::pair<std::string, Numbers> rows[] = {
 #include <reference/random_streams.inc>
   };
@@ -118,7 +123,7 @@ TEST(RandomStreams, FirstValues) {
     Numbers arguments;
     for (text >> generator; text >> word;) arguments.push_back(std::strtod(word.c_str(), nullptr));
     arguments.resize(2);
-    const Numbers got = First(want.size(), generator, arguments, word == "twister");
+    const Numbers got = Drawn(want.size(), generator, arguments, word);
     for (std::size_t i = 0; i < got.size(); ++i)  // a few ulp of the mathematical functions
       EXPECT_CLOSE(got[i], want[i], 2e-15) << name << ", value " << i;
   }
