@@ -13,20 +13,14 @@ namespace regression {
 namespace {
 
 std::string CoefficientObject(const ModelData& data, const Coefficient& c) {
-  const auto codes = [&] { return data.CategoriesOf(c.variable); };
-  return JsonObjectText(
-      {{"name", JsonString(c.name)},
-       {"variable", c.variable < 0 ? "null" : JsonString(data.NameOf(c.variable))},
-       {"category",
-        c.category < 0 ? "null" : JsonString(codes()[static_cast<std::size_t>(c.category)])},
-       {"estimate", JsonNumber(c.estimate)},
-       {"stdError", JsonNumber(c.stdError)},
-       {"t", JsonNumber(c.t)},
-       {"sig", JsonNumber(c.sig)},
-       {"lower", JsonNumber(c.lower)},
-       {"upper", JsonNumber(c.upper)},
-       {"standardized", JsonNumber(c.standardized)},
-       {"redundant", c.redundant ? "true" : "false"}});
+  JsonMembers members = support::JsonOfCoefficient(data, c);
+  members.insert(members.end(), {{"t", JsonNumber(c.t)},
+                                 {"sig", JsonNumber(c.sig)},
+                                 {"lower", JsonNumber(c.lower)},
+                                 {"upper", JsonNumber(c.upper)},
+                                 {"standardized", JsonNumber(c.standardized)},
+                                 {"redundant", c.redundant ? "true" : "false"}});
+  return JsonObjectText(members);
 }
 
 }  // namespace

@@ -4,8 +4,6 @@
 
 #include <nqcommon/output/NQPMMLTags.h>
 
-#include "support/text.h"
-
 using namespace NQPMMLTags;
 using support::Append;
 using support::ModelData;
@@ -13,23 +11,6 @@ using support::NewElement;
 using support::Tree;
 
 namespace regression {
-namespace {
-
-Tree RegressionTable(const ModelData& data, const Regression& fit) {
-  Tree table = NewElement("RegressionTable");
-  table->AddAttribute("intercept",
-                      support::Shortest(fit.intercept ? fit.coefficients.front().estimate : 0.0));
-  // Numeric predictors come before categorical ones.
-  for (const bool categorical : {false, true}) {
-    for (const Coefficient& c : fit.coefficients) {
-      if (c.variable >= 0 && !c.redundant && (c.category >= 0) == categorical)
-        Append(table, support::PmmlPredictor(data, c.variable, c.category, c.estimate));
-    }
-  }
-  return table;
-}
-
-}  // namespace
 
 std::string PmmlDocument(const ModelData& data, const Regression& fit,
                          const support::PmmlOptions& options) {
@@ -41,7 +22,7 @@ std::string PmmlDocument(const ModelData& data, const Regression& fit,
   model->AddAttribute("targetFieldName", fit.target);
   Append(model, support::MiningSchema(data));
   support::AppendModelStats(model, data, fit.summaries);
-  Append(model, RegressionTable(data, fit));
+  Append(model, support::PmmlTable(data, fit.coefficients));
   Append(root, std::move(model));
   return support::DocumentText(root);
 }

@@ -7,6 +7,7 @@
 
 #include <nqcommon/math/matrix/NQSymMatrix.h>
 
+#include "support/coefficient.h"
 #include "support/design.h"
 #include "support/input_summaries.h"
 #include "support/model_data.h"
@@ -15,19 +16,11 @@
 namespace regression {
 
 // Undefined figures are NaN; one divided by a residual of 0 may be infinite.
-struct Coefficient {
-  std::string name;   // "(Intercept)", the variable, or variable=category; no two are the same
-  int variable = -1;  // its position; -1 for the intercept
-  int category = -1;  // its code; -1 for a continuous variable
-  double estimate = 0;
-  double stdError = 0;
+struct Coefficient : support::Coefficient {
   double t = 0;
-  double sig = 0;    // of t, both tails
   double lower = 0;  // 95% confidence bounds
   double upper = 0;
   double standardized = 0;  // the estimate in standard deviations of target and column
-  // A linear combination of those before it: estimate 0, the rest undefined.
-  bool redundant = false;
 };
 
 // An input: all its coefficients together.
@@ -99,13 +92,10 @@ struct Regression {
 
   // For charts, when asked for.
   support::InputSummaries summaries;
-  struct Point {
-    double x, y, frequency;
-  };
-  std::vector<Point> residualPlot;  // fit and residual, binned
+  std::vector<support::Point> residualPlot;  // fit and residual, binned
   // Normal quantiles and those of the residuals times the root of their weights, divided by
   // the residual standard deviation.
-  std::vector<Point> normalPlot;
+  std::vector<support::Point> normalPlot;
 };
 
 struct FitOptions {

@@ -25,7 +25,4 @@ namespace regression {
 // Figures that are not finite are left out, __MISSING__ in lists.
 std::string StatXmlDocument(const support::ModelData& data, const Regression& fit);
 
-// Throws std::runtime_error when a name or a category has "]]>", which no such document can hold.
-void RefuseForStatXml(const support::ModelData& data);
-
 }  // namespace regression

@@ -14,21 +14,14 @@ namespace {
 std::string Flag(bool flag) { return flag ? "true" : "false"; }
 
 std::string CoefficientObject(const ModelData& data, const Coefficient& c) {
-  const auto category = [&] {
-    return JsonString(data.CategoriesOf(c.variable)[static_cast<std::size_t>(c.category)]);
-  };
-  return JsonObjectText(
-      {{"name", JsonString(c.name)},
-       {"variable", c.variable < 0 ? "null" : JsonString(data.NameOf(c.variable))},
-       {"category", c.category < 0 ? "null" : category()},
-       {"estimate", JsonNumber(c.estimate)},
-       {"stdError", JsonNumber(c.stdError)},
-       {"z", JsonNumber(c.z)},
-       {"sig", JsonNumber(c.sig)},
-       {"oddsRatio", JsonNumber(c.oddsRatio)},
-       {"lower", JsonNumber(c.lower)},
-       {"upper", JsonNumber(c.upper)},
-       {"redundant", Flag(c.redundant)}});
+  support::JsonMembers members = support::JsonOfCoefficient(data, c);
+  members.insert(members.end(), {{"z", JsonNumber(c.z)},
+                                 {"sig", JsonNumber(c.sig)},
+                                 {"oddsRatio", JsonNumber(c.oddsRatio)},
+                                 {"lower", JsonNumber(c.lower)},
+                                 {"upper", JsonNumber(c.upper)},
+                                 {"redundant", Flag(c.redundant)}});
+  return JsonObjectText(members);
 }
 
 std::string TestObject(const std::string& name, const Test& test) {

@@ -1,15 +1,15 @@
 // Maximum likelihood for a target of two categories, by iteratively reweighted least squares.
 #pragma once
 
-#include <cstdint>
 #include <functional>
-#include <map>
 #include <string>
 #include <vector>
 
 #include <nqcommon/math/matrix/NQSymMatrix.h>
 #include <nqcommon/math/stats/NQIterationReporter.h>
 
+#include "ranking.h"
+#include "support/coefficient.h"
 #include "support/design.h"
 #include "support/input_summaries.h"
 #include "support/model_data.h"
@@ -18,19 +18,11 @@
 namespace logistic {
 
 // Undefined figures are NaN.
-struct Coefficient {
-  std::string name;   // "(Intercept)", the variable, or variable=category; no two are the same
-  int variable = -1;  // its position; -1 for the intercept
-  int category = -1;  // its code; -1 for a continuous variable
-  double estimate = 0;
-  double stdError = 0;
+struct Coefficient : support::Coefficient {
   double z = 0;
-  double sig = 0;  // of z, both tails
   double oddsRatio = 0;
   double lower = 0;  // 95% confidence bounds of the odds ratio
   double upper = 0;
-  // A linear combination of those before it: estimate 0, the rest undefined.
-  bool redundant = false;
 };
 
 // A likelihood-ratio test: of an input, or of all of them.
@@ -39,55 +31,6 @@ struct Test {
   double df = 0;
   double chiSquare = 0;
   double sig = 0;
-};
-
-// Cases of one fitted probability, or of those in a bin.
-struct ProbabilityBin {
-  double events = 0;
-  double others = 0;
-  double sum = 0;  // of the probabilities
-
-  void Add(bool isEvent, double frequency, double p);
-  void Merge(const ProbabilityBin& right);
-};
-
-// Cases by their fitted probability: each probability for itself while there are no more than
-// kMostExact, and always in bins of equal width.
-class Ranking {
- public:
-  static constexpr std::size_t kMostExact = 4096;
-  static constexpr int kBins = 8192;
-
-  void Add(bool isEvent, double frequency, double p);
-  void Merge(Ranking&& right);
-
-  const std::vector<ProbabilityBin>& Bins() const { return fBins; }
-  // The share of pairs of an event and another case in which the event has the larger probability;
-  // pairs that cannot be told apart count one half, and `uncertain` is the half of the share of
-  // those that only the bins make alike.
-  double Area(double& uncertain) const;
-
-  template <class A>
-  void Transfer(A& a) {
-    std::vector<double> places;
-    std::vector<ProbabilityBin> bins;
-    for (const auto& [p, bin] : fExact) {
-      places.push_back(p);
-      bins.push_back(bin);
-    }
-    a(fIsExact);
-    a(places);
-    a(bins);
-    a(fBins);
-    for (std::size_t i = 0; i < places.size(); ++i) fExact[places[i]] = bins[i];
-  }
-
- private:
-  void DropExact();
-
-  bool fIsExact = true;
-  std::map<double, ProbabilityBin> fExact;
-  std::vector<ProbabilityBin> fBins = std::vector<ProbabilityBin>(kBins);
 };
 
 struct LogisticFit {

@@ -4,8 +4,6 @@
 
 #include <nqcommon/output/NQPMMLTags.h>
 
-#include "support/text.h"
-
 using namespace NQPMMLTags;
 using support::Append;
 using support::ModelData;
@@ -13,28 +11,6 @@ using support::NewElement;
 using support::Tree;
 
 namespace logistic {
-namespace {
-
-Tree TableOf(const std::string& category, double intercept) {
-  Tree table = NewElement("RegressionTable");
-  table->AddAttribute("intercept", support::Shortest(intercept));
-  table->AddAttribute(XML_ATT_TARGETCATEGORY, category);
-  return table;
-}
-
-Tree EventTable(const ModelData& data, const LogisticFit& fit) {
-  Tree table = TableOf(fit.event, fit.coefficients.front().estimate);
-  // Numeric predictors come before categorical ones.
-  for (const bool categorical : {false, true}) {
-    for (const Coefficient& c : fit.coefficients) {
-      if (c.variable >= 0 && !c.redundant && (c.category >= 0) == categorical)
-        Append(table, support::PmmlPredictor(data, c.variable, c.category, c.estimate));
-    }
-  }
-  return table;
-}
-
-}  // namespace
 
 std::string PmmlDocument(const ModelData& data, const LogisticFit& fit,
                          const support::PmmlOptions& options) {
@@ -47,8 +23,11 @@ std::string PmmlDocument(const ModelData& data, const LogisticFit& fit,
   model->AddAttribute(XML_ATT_NORMALIZATIONMETHOD, std::string("logit"));
   Append(model, support::MiningSchema(data));
   support::AppendModelStats(model, data, fit.summaries);
-  Append(model, EventTable(data, fit));
-  Append(model, TableOf(fit.other, 0));
+  Tree ofEvent = support::PmmlTable(data, fit.coefficients), ofOther = support::PmmlTable(0);
+  ofEvent->AddAttribute(XML_ATT_TARGETCATEGORY, fit.event);
+  ofOther->AddAttribute(XML_ATT_TARGETCATEGORY, fit.other);
+  Append(model, std::move(ofEvent));
+  Append(model, std::move(ofOther));
   Append(root, std::move(model));
   return support::DocumentText(root);
 }

@@ -27,6 +27,11 @@ struct Bin {
   void Merge(const Bin& right);
 };
 
+// A point of a chart, and the cases that it stands for.
+struct Point {
+  double x, y, frequency;
+};
+
 // The bins of a histogram of each continuous variable and the categories of each categorical one:
 // the inputs and the target. Bins of equal width by the rule of Sturges (1926, The choice of a
 // class interval).

@@ -99,14 +99,20 @@ void AppendModelStats(const Tree& model, const ModelData& data, const InputSumma
   Append(model, std::move(stats));
 }
 
-Tree PmmlPredictor(const ModelData& data, int variable, int category, double coefficient) {
-  Tree predictor = NewElement(category < 0 ? "NumericPredictor" : "CategoricalPredictor");
-  predictor->AddAttribute(XML_ATT_NAME, data.NameOf(variable));
-  if (category >= 0) {
-    const auto code = static_cast<std::size_t>(category);
-    predictor->AddAttribute(XML_ATT_VALUE, data.CategoriesOf(variable)[code]);
+Tree PmmlTable(double intercept) {
+  Tree table = NewElement("RegressionTable");
+  table->AddAttribute("intercept", Shortest(intercept));
+  return table;
+}
+
+Tree PmmlPredictor(const ModelData& data, const Coefficient& c) {
+  Tree predictor = NewElement(c.category < 0 ? "NumericPredictor" : "CategoricalPredictor");
+  predictor->AddAttribute(XML_ATT_NAME, data.NameOf(c.variable));
+  if (c.category >= 0) {
+    const auto code = static_cast<std::size_t>(c.category);
+    predictor->AddAttribute(XML_ATT_VALUE, data.CategoriesOf(c.variable)[code]);
   }
-  predictor->AddAttribute("coefficient", Shortest(coefficient));
+  predictor->AddAttribute("coefficient", Shortest(c.estimate));
   return predictor;
 }
 
