@@ -5,6 +5,8 @@
     //   text in columns          a code block: formulas and tables keep their layout
     // ---- Title (file) ----     a group of members, up to the next one or the end of the class
     // text on the first line     describes the file
+    // text before a run of       describes each of them, up to the next blank line or comment
+    declarations
     Name();  // text              describes what stands before it
 """
 import re
@@ -13,6 +15,8 @@ import sys
 RULER = re.compile(r'^( *)// ---- (.*?)(?: -*)?$')
 COMMENT = re.compile(r'^( *)// ?(.*)$')
 TRAILING = re.compile(r'^(.*[;,{}].*?)  // (.*)$')
+DECLARATION = re.compile(r'^(?:  )?(?! |[})]|public|private|protected)\S')
+ENDED = re.compile(r'[;}](?: *//.*)?$')
 LAID_OUT = re.compile(r'^ {2,}|\S {2,}\S')
 
 
@@ -34,13 +38,17 @@ def block(indent, texts):
 def translate(lines):
     in_group = False
     comment = []
+    repeated = []  # the comment of the run of declarations that the last line belongs to
+    before = ''    # the last line
 
     # A comment with a blank line after it belongs to no declaration, but at the top it is the file's.
     def flush(detached=False):
+        texts = [text for _, text in comment]
         if comment and detached:
             yield from (f'{indent}// {text}' for indent, text in comment)
         elif comment:
-            yield from block(comment[0][0], [text for _, text in comment])
+            yield from block(comment[0][0], texts)
+        repeated[:] = [] if detached else comment
         comment.clear()
 
     if lines and lines[0].startswith('//'):
@@ -56,9 +64,13 @@ def translate(lines):
         elif match:
             comment.append((match[1], match[2]))
         else:
-            yield from flush(detached=line == '')
+            if comment or line == '':
+                yield from flush(detached=line == '')
+            elif repeated and DECLARATION.match(line) and ENDED.search(before):
+                yield from block(repeated[0][0], [text for _, text in repeated])
             trailing = TRAILING.match(line)
             yield f'{trailing[1]}  ///< {escaped(trailing[2])}' if trailing else line
+        before = line
     yield from flush()
 
 
