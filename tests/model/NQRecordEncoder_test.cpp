@@ -7,17 +7,14 @@
 #include <nqcommon/model/NQContVar.h>
 #include <nqcommon/model/NQVarList.h>
 
-#include <gtest/gtest.h>
-
 #include <numeric>
 
-#include "support/special_values.h"
+#include "support/testing.h"
 
 using namespace NQXML_940;
+using namespace nqtest;
 using NQCommon_940::Value;
-using nqtest::kMissing;
 using V = INQVariable;
-using Texts = std::vector<std::string>;
 using Values = std::vector<Value>;
 
 // Fields x, code, name, w; and "gone", which no case has.

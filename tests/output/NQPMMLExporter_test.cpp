@@ -11,24 +11,16 @@
 #include <nqcommon/model/NQUniStats.h>
 #include <nqcommon/model/NQVarList.h>
 
-#include <gtest/gtest.h>
-
 #include "support/comma_locale.h"
 #include "support/element_text.h"
-#include "support/special_values.h"
+#include "support/testing.h"
 
 namespace NQCommon_940 {
 namespace {
 
 using namespace NQXML_940;
-using nqtest::kInf;
-using nqtest::kMax;
-using nqtest::kMissing;
-using nqtest::Text;
+using namespace nqtest;
 using V = INQVariable;
-using Doubles = std::vector<double>;
-using Ints = std::vector<int>;
-using Texts = std::vector<std::string>;
 
 const NQPMMLExporter kExporter(nullptr);
 
@@ -113,7 +105,7 @@ NQVarList Kinds() {
 }
 
 TEST(PMMLExporter, Bytes) {
-  const nqtest::CommaCLocale locale;
+  const CommaCLocale locale;
   const NQApplicInfo4XML none, full("a", "2", "<c>"), name("a", "", "c"), version("", "2", "c");
   const double values[] = {0.1, kMissing, -kInf};
   NQVarList codes, gapped, unused;

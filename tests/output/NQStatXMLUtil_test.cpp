@@ -1,30 +1,22 @@
 // The bytes of the StatXML builders, and the values they are built from.
 #include <nqcommon/output/NQStatXMLUtil.h>
 
-#include <gtest/gtest.h>
-
 #include "support/comma_locale.h"
-#include "support/displayed.h"
 #include "support/element_text.h"
-#include "support/special_values.h"
+#include "support/testing.h"
 
 namespace NQXML_940 {
 namespace {
 
-using nqtest::kInf;
-using nqtest::kMissing;
-using nqtest::kNaN;
-using nqtest::Text;
+using namespace nqtest;
 using U = NQStatXMLUtil;
 using Elements = U::Elements;
-using Ints = std::vector<int>;
-using Doubles = std::vector<double>;
-using Strings = std::vector<std::string>;
+using Strings = Texts;
 
 XMLElement* Leaf(const char* name) { return XMLElement::Create(name); }
 
 TEST(NQStatXMLUtil, Bytes) {
-  const nqtest::CommaCLocale locale;
+  const CommaCLocale locale;
   const Ints ints = {12, 150, 7, -2147483647 - 1, 2147483647, -95};
   const Doubles doubles = {0.1, kMissing, 1e20, -kInf, 1.0 / 3, -0.0, std::abs(kNaN)};
   NQXMLCoordinatesGroup group("roc"), sharing;
@@ -47,22 +39,6 @@ TEST(NQStatXMLUtil, Bytes) {
   std::string text = "\"a\\";
   U::ReplaceSpecialChar(text, text);
   EXPECT_EQ(text, "\\\"a\\\\");
-}
-
-// What is not linear takes minutes here. Digits: 10, 2 90, 3 900, 4 9000, 5 90000, 6 900000.
-TEST(NQStatXMLUtil, AMillionItems) {
-  Ints ints(1000000);
-  Doubles doubles;
-  Strings strings(1000000, "a \"");
-  for (int i = 0; i < 1000000; ++i) doubles.push_back(ints[static_cast<std::size_t>(i)] = i);
-  const std::size_t digits = 5888890, blanks = 999999;
-  const auto listed = [](XMLElement* array) {
-    const std::string text = Text(array);
-    return text.find("</") - text.find('>') - 1;
-  };
-  EXPECT_EQ(listed(U::CreateElemArray(ints)), digits + blanks);
-  EXPECT_EQ(listed(U::CreateElemArray(doubles)), digits + blanks);
-  EXPECT_EQ(listed(U::CreateElemArray(strings)), 6 * 1000000 + blanks);
 }
 
 TEST(NQVariateData, PartsInOrderAndCoordinatesByName) {
@@ -103,19 +79,18 @@ TEST(NQVariateData, PartsInOrderAndCoordinatesByName) {
 TEST(NQXMLCoordinates, TakesOneKindAndDisplays) {
   NQXMLCoordinates coordinates;
   EXPECT_EQ(coordinates.GetKind(), -1);
-  EXPECT_EQ(nqtest::Displayed(coordinates),
+  EXPECT_EQ(Displayed(coordinates),
             "\n Coordinates display start: \nFeature = \nField = \nStatistic = \nError"
             "\n Coordinates display end. ");
-  EXPECT_TRUE(coordinates.AddValue("a") && coordinates.AddValue("b c"));
-  EXPECT_FALSE(coordinates.AddValue(1) || coordinates.AddValue(1.0));
-  EXPECT_TRUE(coordinates.GetKind() == 2 && coordinates.GetStrings()->size() == 2);
-  EXPECT_EQ(nqtest::Displayed(coordinates),
+  EXPECT_EACH(true, coordinates.AddValue("a"), coordinates.AddValue("b c"));
+  EXPECT_EACH(false, coordinates.AddValue(1), coordinates.AddValue(1.0));
+  EXPECT_EQ(coordinates.GetKind(), 2);
+  EXPECT_EQ(Displayed(coordinates),
             "\n Coordinates display start: \nFeature = \nField = \nStatistic = \nValues (size = 2)"
             "\n  \"a\" \"b c\"\n Coordinates display end. ");
   coordinates.SetValues(Doubles{kMissing});
-  EXPECT_TRUE(coordinates.AddValue(0.5) && !coordinates.AddValue(1) && !coordinates.GetStrings());
-  EXPECT_NE(nqtest::Displayed(coordinates).find("Values (size = 2)\n  miss 0.5\n"),
-            std::string::npos);
+  EXPECT_EACH(true, coordinates.AddValue(0.5), !coordinates.AddValue(1), !coordinates.GetStrings());
+  EXPECT_EQ(*coordinates.GetDoubles(), (Doubles{kMissing, 0.5}));
 }
 
 }  // namespace

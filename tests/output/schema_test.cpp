@@ -6,35 +6,33 @@
 #include <nqcommon/xml/save_format.h>
 #include <nqcommon/xml/write_tree.h>
 
-#include <gtest/gtest.h>
-
-#include "support/special_values.h"
+#include "support/testing.h"
 #include "support/variable_list_checks.h"
 #include "support/xmllint.h"
 
 namespace {
 
 using namespace NQXML_940;
+using namespace nqtest;
 using U = NQStatXMLUtil;
-using Doubles = std::vector<double>;
 
 // With every element that the builders make, and every attribute.
 std::string StatXMLDocument() {
   NQMath_940::NQHistogramData histogram(4, 0, 8, true);
   NQMath_940::NQBarChartData bars(3, true);
   NQMath_940::NQScatterPlotData points, cells(2, 2, 0, 0, 1, 1, true);
-  for (const double x : {-5.0, 1.0, 1e300, nqtest::kInf, nqtest::kNaN}) {
+  for (const double x : {-5.0, 1.0, 1e300, kInf, kNaN}) {
     histogram.UpdateData(1, 0, x);
     bars.UpdateData(2, x);
     points.UpdateData(1, 1, x, -x);
     cells.UpdateData(1, 1, x, -x);
   }
   NQVariateData odd;
-  odd.SetCounts({NQXMLCounts(), NQXMLCounts(nqtest::kMissing, -nqtest::kInf, nqtest::kNaN, 1e300)});
+  odd.SetCounts({NQXMLCounts(), NQXMLCounts(kMissing, -kInf, kNaN, 1e300)});
   odd.AddStatistic("mode", "a < b");
   const std::unique_ptr<XMLElement> root(U::BuildRoot());
   XMLElement* const filled = U::CreateElemStructuredData("s");
-  U::AddRecordInfos(*filled, {NQXMLRecordInfo("7", "seven", {Doubles{1}, std::vector<int>{2}})});
+  U::AddRecordInfos(*filled, {NQXMLRecordInfo("7", "seven", {Doubles{1}, Ints{2}})});
   XMLElement* const parameter = U::CreateElemRegressionParameter(
       "b", false, {U::CreateElemFactor("f", "v", true)}, {U::CreateElemCovariate("c", -1)});
   XMLElement* const labels = U::CreateElemMatrixLabels(
@@ -50,12 +48,11 @@ std::string StatXMLDocument() {
            U::CreateElemCoordinatesGroup(
                U::CreateElemCoordinates("f", "g", "s", Doubles{1e-300}, U::CreateElemLabel(0.5)),
                {U::CreateElemCoordinates("f", "", "", "a", 1)}, "g"),
-           U::CreateElemMatrix(labels, U::Elements{U::CreateElemArray(Doubles{nqtest::kMissing})},
-                               1, 1, "symmetric", true),
-           U::CreateElemMatrix(
-               nullptr, {U::CreateElemArray(Doubles{2})},
-               {U::CreateElemIndices(U::CreateElemArray(std::vector<int>{7}), "col")}, 1, 9, "any",
-               false),
+           U::CreateElemMatrix(labels, U::Elements{U::CreateElemArray(Doubles{kMissing})}, 1, 1,
+                               "symmetric", true),
+           U::CreateElemMatrix(nullptr, {U::CreateElemArray(Doubles{2})},
+                               {U::CreateElemIndices(U::CreateElemArray(Ints{7}), "col")}, 1, 9,
+                               "any", false),
            U::CreateElemSegmentData(
                U::CreateElemSegmentInfo("1", {U::CreateElemFieldInfo("f", 0.5, true),
                                               U::CreateElemCounts(NQXMLCounts(1))}),
@@ -73,7 +70,7 @@ std::string SavedDocument() {
   ExportFormat format;
   doctype->ToStream(os, format, false);
   StartRoot(os, "(c) <Somebody>");
-  nqtest::FullVariableList().WriteObjectXML(os, 1);
+  FullVariableList().WriteObjectXML(os, 1);
   EndRoot(os);
   return os.str();
 }
@@ -83,20 +80,7 @@ TEST(Schemas, TakeWhatIsWrittenAndNothingElse) {
     const char *label, *from, *to;
   } statXML[] =
       {
-          {"an attribute that must be there", " isNull=\"true\"", ""},
-          {"no truth value", "nest=\"true\"", "nest=\"1\""},
-          {"an unknown attribute", "<Counts totalFreq", "<Counts total=\"1\" totalFreq"},
-          {"an unknown type", "type=\"real\"", "type=\"double\""},
-          {"a number with a comma", "totalFreq=\"5\"", "totalFreq=\"0,5\""},
-          {"a cardinality below 0", "cardinality=\"1", "cardinality=\"-1"},
-          {"an unknown dimension", "dimension=\"col\"", "dimension=\"column\""},
-          {"parts out of order", "<Statistic name=\"mean\"",
-           "<Coordinates feature=\"\"><Array type=\"int\"/></Coordinates><Statistic name=\"mean\""},
-          {"a third of two", "</UnivariateData>",
-           "<Coordinates feature=\"\"><Array type=\"int\"/></Coordinates></UnivariateData>"},
-          {"no values", "</CoordinatesGroup>", "<Coordinates feature=\"f\"/></CoordinatesGroup>"},
-          {"another version", "version=\"1.0\" xsi", "version=\"2.0\" xsi"},
-          {"another namespace", "statxml-7.0\" xmlns", "statxml-8.0\" xmlns"},
+#include "output/faults_statxml.inc"
       },
     saved[] = {
         {"no copyright", " copyright=\"", " copyleft=\""},
@@ -106,13 +90,13 @@ TEST(Schemas, TakeWhatIsWrittenAndNothingElse) {
     };
   const auto check = [](const std::string& document, const char* option, const char* schema,
                         const auto& faults) {
-    EXPECT_EQ(nqtest::Complaints(document, option, schema), "") << document;
+    EXPECT_EQ(Complaints(document, option, schema), "") << document;
     for (const auto& fault : faults) {
       std::string bad = document;
       const std::size_t at = bad.find(fault.from);
       ASSERT_NE(at, bad.npos) << fault.label;
       bad.replace(at, std::string(fault.from).size(), fault.to);
-      EXPECT_NE(nqtest::Complaints(bad, option, schema), "") << fault.label;
+      EXPECT_NE(Complaints(bad, option, schema), "") << fault.label;
     }
   };
   check(StatXMLDocument(), "--schema", "statxml-7-0.xsd", statXML);

@@ -1,11 +1,9 @@
 // The tables of names, read from their headers: that none is missing, and which are not the name of
 // their value.
-#include <gtest/gtest.h>
-
 #include <cctype>
 #include <fstream>
-#include <string>
-#include <vector>
+
+#include "support/testing.h"
 
 namespace {
 
@@ -23,7 +21,7 @@ TEST(Tags, NoneIsMissingAndOddOnesAreMeant) {
   const struct {
     const char* table;
     int count;
-    std::vector<std::string> odd;
+    nqtest::Texts odd;
   } rows[] = {
 #include "golden/odd_tags.inc"
   };
@@ -31,7 +29,7 @@ TEST(Tags, NoneIsMissingAndOddOnesAreMeant) {
   for (const auto& row : rows) {
     std::ifstream in(std::string("nqcommon/output/") + row.table);
     int count = 0;
-    std::vector<std::string> odd;
+    nqtest::Texts odd;
     for (std::string line; std::getline(in, line);) {
       if (!line.starts_with(start)) continue;
       ++count;

@@ -8,20 +8,27 @@
 
 namespace nqtest {
 
-// The texts of those calls whose answer is not the one wanted. `calls` has the calls between commas
-// as they were written, and a comma inside of brackets belongs to a call.
+// Call k of the list that was written as `calls`; empty behind the last one. A comma inside of
+// brackets belongs to a call.
+inline std::string CallAt(const std::string& calls, std::size_t k) {
+  std::string call;
+  int depth = 0;
+  for (const char c : calls) {
+    depth += c == '(' || c == '[' || c == '{';
+    depth -= c == ')' || c == ']' || c == '}';
+    const bool ends = c == ',' && depth == 0;
+    if (!ends && k == 0) call += c;
+    if (ends && k-- == 0) break;
+  }
+  return call;
+}
+
+// The texts of those calls whose answer is not the one wanted.
 inline std::string CallsThatDiffer(const std::string& calls, std::initializer_list<bool> answers,
                                    bool want) {
   std::string differing;
-  auto at = calls.begin();
-  for (const bool answer : answers) {
-    const auto start = at;
-    for (int depth = 0; at != calls.end() && !(*at == ',' && depth == 0); ++at)
-      depth += std::string("([{").find(*at) != std::string::npos   ? 1
-               : std::string(")]}").find(*at) != std::string::npos ? -1
-                                                                   : 0;
-    if (answer != want) differing += std::string(start, at) + ";";
-    if (at != calls.end()) ++at;
+  for (std::size_t k = 0; k < answers.size(); ++k) {
+    if (answers.begin()[k] != want) differing += CallAt(calls, k) + ";";
   }
   return differing;
 }

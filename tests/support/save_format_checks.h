@@ -17,26 +17,9 @@
 
 namespace nqtest {
 
-// What the fuzz targets begin with.
 inline const std::vector<std::string> kSaveFormatSeeds = {
-    "",
-    "\n",
-    "<?xml version=\"1.0\" encoding=\"UTF-8\" ?>\n<!DOCTYPE NQXMLRoot SYSTEM \"savexml.dtd\">\n"
-    "<NQXMLRoot copyright=\"(c)\">\n\t<Obj name=\"A\">\n\t\t<Int value=\"1\"/>\n\t</Obj>",
-    "<?xml?>\r\n!DOCTYPE",
-    "A\n<Obj name=\"A\">",
-    "A b\n\n\t<Obj name=\"A b\">\r\n",
-    "\t</Obj>",
-    "<Int value=\"1\"/>\n<Int value=\"-2147483649\"/>",
-    "<Int value=\"4294967296\"/>\n<Int value=\"1e-999\"/>\n<Int value=\"inf\"/>",
-    "<Long value=\"1e+15\"/>\n<Long value=\"-9223372036854775809\"/>",
-    "<Double value=\"Missing\"/>\n<Double value=\"1.79769313486232e+308\"/>\n<Double "
-    "value=\"12e\"/>",
-    "<String value=\"\"/>\n<String value=\"/>\"/>\n<String value\"\"/>\n<String value=\" "
-    "&lt;\t\"/>",
-    std::string("\0<Int\0value=\"1\"/>\n\0\n", 20),
-    "<String value=\"" + std::string(240, 'x'),
-    "<String value=\"" + std::string(241, 'x') + "\n<Int value=\"1\"/>"};
+#include "support/save_format_seeds.inc"
+};
 
 inline void Require(bool condition) {
   if (!condition) std::abort();

@@ -1,14 +1,10 @@
 #include <nqcommon/xml/JsonObject.h>
 
-#include <gtest/gtest.h>
-
 #include "support/comma_locale.h"
 #include "support/safe_depth.h"
-#include "support/special_values.h"
+#include "support/testing.h"
 
 using namespace NQXML_940;
-
-namespace {
 
 TEST(JsonObject, ExactBytes) {
   using Items = std::vector<JsonObject>;
@@ -67,5 +63,3 @@ TEST(JsonObject, SafeDepth) {
   EXPECT_EQ(tree.GetJsonString(true), "{\n\n}\n");
   EXPECT_EQ(copy.GetJsonString(true), begin + "{\n\n}\n" + end);
 }
-
-}  // namespace

@@ -1,10 +1,8 @@
 #include <nqcommon/xml/XMLUtil.h>
 
-#include <gtest/gtest.h>
-
 #include <random>
-#include <string>
-#include <utility>
+
+#include "support/testing.h"
 
 using namespace NQXML_940;
 
@@ -19,18 +17,10 @@ static std::string EscapedInSteps(std::string text) {
 }
 
 TEST(XMLUtil, Escapes) {
-  const std::pair<const char*, const char*> rows[] = {
-      {" ", "&#32;"},
-      {"  ", "&#32;&#32;"},
-      {"   ", "&#32;&#32;&#32;"},
-      {"a b  c", "a b &#32;c"},
-      {"a   b", "a &#32; b"},
-      {"a    b", "a &#32; &#32;b"},
-      {"a     b", "a &#32; &#32; b"},
-      {" a ", "&#32;a&#32;"},
-      {"    a   ", "&#32;&#32; &#32;a &#32;&#32;"},
-      {"&amp;<>\"'\n\r\v\xE9", "&amp;amp;&lt;&gt;&quot;'&#10;&#13;\v\xE9"}};
-  for (const auto& [text, escaped] : rows) EXPECT_EQ(XMLUtil::Escape(text), escaped) << text;
+  EXPECT_EQ(XMLUtil::Escape("a b  c   d    e"), "a b &#32;c &#32; d &#32; &#32;e");
+  EXPECT_EQ(XMLUtil::Escape("   "), "&#32;&#32;&#32;");
+  EXPECT_EQ(XMLUtil::Escape(" &amp;<>\"'\n\r\v\xE9"),
+            "&#32;&amp;amp;&lt;&gt;&quot;'&#10;&#13;\v\xE9");
   EXPECT_EQ(XMLUtil::Unescape("&&lt;&amp;lt;&apos;&#9;&#x9;&#32&"), "&<&lt;&apos;\t&#x9;&#32&");
   std::mt19937 random(1);
   const std::string alphabet("    ab&<>\"\t\n\r;\0\xE4", 16);
@@ -53,12 +43,11 @@ TEST(XMLUtil, Replaces) {
     EXPECT_EQ(pos, from);
   }
   EXPECT_EQ(XMLUtil::ReplaceString(text, "", "Y"), -1);
-  EXPECT_EQ(text, "abcbcaX");
   XMLUtil::ReplaceAll(text, "bc", "b");
   XMLUtil::ReplaceAll(text, "", "never");
   XMLUtil::ReplaceAll(text, "b", "bb");
   EXPECT_EQ(text, "abbbbaX");
   XMLUtil::ReplaceAll(text, text, "a");
   EXPECT_EQ(text, "a");
-  EXPECT_EQ(XMLUtil::GetTabs(2) + XMLUtil::GetTabs(0) + XMLUtil::GetTabs(-1), "\t\t");
+  EXPECT_EQ(XMLUtil::GetTabs(2) + XMLUtil::GetTabs(-1), "\t\t");
 }

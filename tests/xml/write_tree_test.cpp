@@ -1,21 +1,11 @@
 // Nodes and documents: all that a tree is written through.
 #include <nqcommon/xml/write_tree.h>
 
-#include <gtest/gtest.h>
-
-#include <clocale>
-#include <cstdio>
-#include <filesystem>
-#include <fstream>
 #include <memory>
-#include <random>
-#include <sstream>
-#include <string>
-
-#include <unistd.h>
 
 #include "support/comma_locale.h"
 #include "support/safe_depth.h"
+#include "support/testing.h"
 
 using namespace NQXML_940;
 
@@ -23,7 +13,8 @@ namespace {
 
 using Root = std::unique_ptr<XMLElement>;
 
-// The text of the node and of its clone, by ToString and by ToStream, of which all must agree.
+// The text of the node and of its clone, by ToString and by ToStream, of which all must agree. The
+// bits of `flags` are format, indentation and new paragraph.
 std::string Text(const XMLInterface& node, int flags) {
   const std::unique_ptr<XMLInterface> copy(node.Clone());
   std::string texts[4];
@@ -40,18 +31,6 @@ std::string Text(const XMLInterface& node, int flags) {
     EXPECT_EQ(format.GetLevel(), 0) << i << ' ' << flags << texts[0];
   }
   return texts[0];
-}
-
-XMLElement* RandomTree(std::mt19937& random, int depth) {
-  const auto name = [&random] { return std::string(1 + random() % 3, "abc"[random() % 3]); };
-  XMLElement* element = XMLElement::Create(name());
-  for (auto n = random() % 3; n > 0; --n) element->AddAttribute(name(), " <" + name() + "  ");
-  for (auto n = depth == 0 ? 0 : random() % 4; n > 0; --n) {
-    const bool isText = random() % 3 == 0;
-    if (isText) element->AddElement(XMLString::Create("&" + name()));
-    if (!isText) element->AddElement(RandomTree(random, depth - 1));
-  }
-  return element;
 }
 
 Root Element(const std::string& name, const std::string& value, const std::string& text) {
@@ -121,17 +100,9 @@ TEST(XMLElement, Nodes) {
       {XMLAttribute::Create("a", 1234567.25), "|a=\"1234567.25\""},
       {XMLAttribute::Create("a", 1e20, true), "|a=\"1e+20\""},
       {XMLString::Create("a<b&c>\"\t\n  &lt; "), "|a&lt;b&amp;c>\"\t\n  &amp;lt; "},
-      {doctype,
-       "|<?xml version=\"1.0\" encoding=\"UTF-8\" ?>\n"
-       "<!DOCTYPE r< SYSTEM \"s&.dtd\"\n[\n<!ENTITY a \"b\">\n\n]>\n"}};
-  for (const auto& [node, text] : rows) {
+      {doctype, "|" + kFirst + "<!DOCTYPE r< SYSTEM \"s&.dtd\"\n[\n<!ENTITY a \"b\">\n\n]>\n"}};
+  for (const auto& [node, text] : rows)
     EXPECT_EQ(Text(*std::unique_ptr<XMLInterface>(node), 0), text);
-  }
-}
-
-TEST(XMLElement, StringsStreamsAndClonesAgree) {
-  std::mt19937 random(1);
-  for (int i = 0; i < 3000; ++i) Text(*Root(RandomTree(random, i % 7)), i % 8);
 }
 
 TEST(XMLElement, SafeDepth) {
@@ -152,8 +123,7 @@ TEST(WriteTree, Documents) {
   const std::string type = kFirst + "<!DOCTYPE r SYSTEM \"r.dtd\">\n";
   for (const auto write : {WriteTree, WriteTreeUTF8}) {
     EXPECT_EQ(Document(write, nullptr, root, true), kFirst + "\n<r v=\"x\">\n<b/>t</r>");
-    EXPECT_EQ(Document(write, nullptr, root, false), kFirst + "<r v=\"x\"><b/>t</r>");
-    EXPECT_EQ(Document(write, doctype.get(), root, true), type + "\n<r v=\"x\">\n<b/>t</r>");
+    EXPECT_EQ(Document(write, doctype.get(), root, false), type + "<r v=\"x\"><b/>t</r>");
     EXPECT_EQ(Document(write, doctype.get(), nullptr, true), "");
   }
 }
@@ -180,28 +150,10 @@ TEST(WriteTree, PiecesOfAnyLengthToStreamsThatFail) {
         const std::string wanted = Outcome(room, before, [&](auto& os) {
           for (const char c : text) os.put(c);
         });
-        EXPECT_TRUE(wanted == Outcome(room, before, [&](auto& os) { Write(os, text); }));
         EXPECT_TRUE(wanted == Outcome(room, before,
                                       [&](auto& os) { WriteTree(os, nullptr, root.get(), false); }))
             << length << ' ' << room << ' ' << before;
       }
     }
   }
-}
-
-// The canonical form of what a parser of others reads is that of what was put in.
-TEST(WriteTree, Utf8IsReadBackByXmllint) {
-  ASSERT_NE(std::setlocale(LC_CTYPE, "C.UTF-8"), nullptr);
-  const Root root = Element("größe", " ü  \"€\"\t\n<&>'", "\n 日本 <𝛽> & ]]\t");
-  const std::string path = std::filesystem::temp_directory_path() / std::to_string(getpid());
-  std::ofstream(path) << Document(WriteTreeUTF8, nullptr, root, true);
-  std::setlocale(LC_CTYPE, "C");
-  FILE* xmllint = popen(("xmllint --c14n " + path).c_str(), "r");
-  std::string canonical(1000, ' ');
-  canonical.resize(std::fread(canonical.data(), 1, canonical.size(), xmllint));
-  EXPECT_EQ(pclose(xmllint), 0) << "xmllint of libxml2-utils";
-  EXPECT_EQ(canonical,
-            "<größe v=\" ü  &quot;€&quot;&#x9;&#xA;&lt;&amp;>'\">\n"
-            "<b></b>\n 日本 &lt;𝛽&gt; &amp; ]]\t</größe>");
-  std::filesystem::remove(path);
 }

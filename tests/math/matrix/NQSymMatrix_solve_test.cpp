@@ -31,7 +31,7 @@ TEST(NQSymMatrixCholesky, RankDeficient) {
   const Values t = DiagonalOf(RankThree());
   NQSymMatrix s = RankThree(), withSet = s, withPivot = s;
   NQBitSet set = NQBitSet(Bits{true, true, true, true, true});
-  double minPivot = 7;
+  double minPivot = 7, none = 7;
   EXPECT_EQ(s.LTChol(t, 1e-12, true), 1);
   EXPECT_EQ(withSet.LTChol(t, 1e-12, set, true), 1);
   EXPECT_EQ(withPivot.LTChol(1e-12, minPivot, true), 1);
@@ -47,27 +47,11 @@ TEST(NQSymMatrixCholesky, RankDeficient) {
             (std::array{1, 1, -1}));
   EXPECT_EQ(kept, (Indices{0, 1, 3}));
   EXPECT_EQ(above, (Indices{1})) << "4 is not above 4";
-}
-
-TEST(NQSymMatrixCholesky, RefusedArguments) {
-  for (const auto& [name, order, t, eps, check, result] :
-       std::vector<std::tuple<const char*, int, Values, double, bool, int>>{
-#include "math/matrix/cholesky_refusals_cases.inc"
-       }) {
-    NQSymMatrix s(order, true);
-    s.AddToDiagonal(4);
-    NQBitSet set = NQBitSet(Bits{true});
-    EXPECT_EQ(s.LTChol(t, eps, check), result) << name;
-    s.AddToDiagonal(2);
-    EXPECT_EQ(s.LTChol(t, eps, set, check), result) << name;
-    if (result == 0) continue;
-    EXPECT_EQ(s.Trace(), 6 * order) << name << " changed the matrix";
-    EXPECT_TRUE(set == NQBitSet(Bits{true})) << name;
-  }
-  double refused = 0, none = 0;
-  EXPECT_EQ(NQSymMatrix(2, true).LTChol(-1, refused, true), -1);
-  EXPECT_EQ(NQSymMatrix().LTChol(1e-12, none, true), 0);
-  EXPECT_TRUE(refused == kMissing && none == kMissing);
+  EXPECT_EQ(
+      (std::array{NQSymMatrix(2, true).LTChol(-1, minPivot, true),
+                  NQSymMatrix().LTChol(1e-12, none, true), NQSymMatrix().LTChol({}, -1, true)}),
+      (std::array{-1, 0, -1}));
+  EXPECT_EQ((Values{minPivot, none}), Values(2, kMissing));
 }
 
 TEST(NQSymMatrixCholesky, Determinants) {
@@ -80,11 +64,9 @@ TEST(NQSymMatrixCholesky, Determinants) {
     // Compared as a ratio, for 9.99.. x 10^p and 1.00.. x 10^(p+1) are neighbours.
     const double ratio = det.first * std::pow(10, det.second - power);
     EXPECT_CLOSE(ratio, mantissa, power == -320 ? 1e-4 : 1e-12) << name;
-    if (mantissa != 0) {
-      EXPECT_TRUE(std::fabs(det.first) >= 1 && std::fabs(det.first) < 10) << name;
-    } else {
-      EXPECT_EQ(det, NQDeterminant(0, 0)) << name;
-    }
+    EXPECT_TRUE(mantissa == 0 ? det == NQDeterminant(0, 0)
+                              : std::fabs(det.first) >= 1 && std::fabs(det.first) < 10)
+        << name;
   }
   NQDeterminant det{7, 7};
   EXPECT_FALSE(NQSymMatrix().ComputeDeterminant(1e-14, det));
@@ -107,11 +89,6 @@ TEST(NQSymMatrixCholesky, DeterminantAndInverseOfAFactor) {
   EXPECT_EQ(singular.LTDetInverse(det, 1), 1);
   EXPECT_EQ(det, NQDeterminant(0, 0));
 }
-
-// A matrix of another storage, as far as its type code goes.
-struct OtherType : NQSymMatrix {
-  int GetType() const override { return 1; }
-};
 
 TEST(NQSymMatrixCholesky, Inverses) {
   for (const KnownMatrix& known : KnownMatrices()) {
@@ -138,7 +115,7 @@ TEST(NQSymMatrixCholesky, Inverses) {
   EXPECT_EQ(s.CholInverse(t, 1e-12, out, minPivot), 3);
   EXPECT_EQ(minPivot, 0);
 
-  OtherType other;
+  NQDiagMatrix other;
   double refused = 7;
   NQ_EXPECT_REFUSED(s.CholInverse(t, 1e-12, other), s.CholInverse(t, 1e-12, other, set),
                     s.CholInverse(t, 1e-12, other, minPivot),
@@ -168,19 +145,17 @@ TEST(NQSymMatrixCholesky, ADroppedRowTakesNoPart) {
   for (std::size_t k = 0; k < 4; ++k) {
     for (const double filler : {kNaN, kInf, -kInf}) {
       SCOPED_TRACE(::testing::Message() << "row " << k << " of " << filler);
-      Dense matrix = regular, wanted(4, Values(4));
+      Dense matrix = regular;
       for (std::size_t j = 0; j < 4; ++j) matrix[k][j] = matrix[j][k] = filler;
       matrix[k][k] = kNaN;  // an infinite one would be a pivot
       NQSymMatrix part;
-      Indices kept;
-      for (int i = 0; i < 4; ++i) {
-        if (i != static_cast<int>(k)) kept.push_back(i);
-      }
+      Indices kept{0, 1, 2, 3}, independent;
+      kept.erase(kept.begin() + static_cast<int>(k));
       NQBitSet set;
       ASSERT_TRUE(ToSym(regular).ExtractSubmatrix(kept, part));
       ASSERT_TRUE(part.SweepOnAll(1e-12, set, false, false, true));
       ASSERT_TRUE(part.ExpandSym(kept, 4, part));
-      wanted = ToDense(part);
+      const Dense wanted = ToDense(part);
       Values x = Trans(wanted * Column(b))[0], got;
 
       const NQSymMatrix s = ToSym(matrix);
@@ -195,7 +170,6 @@ TEST(NQSymMatrixCholesky, ADroppedRowTakesNoPart) {
       NQDeterminant det;
       EXPECT_TRUE(s.ComputeDeterminant(1e-12, det));
       EXPECT_EQ(det, NQDeterminant(0, 0));
-      Indices independent;
       EXPECT_EQ(s.CholIndNonRed(1e-9, 1e-12, independent), 1);
       EXPECT_EQ(independent, kept);
 
@@ -273,17 +247,13 @@ TEST(NQSymMatrixIndefinite, Solves) {
 // S = sum of +-v v' over fewer vectors than rows, all integers: exactly singular and consistent.
 TEST(NQSymMatrixIndefinite, SingularIntegerSystemsAreSolved) {
   std::mt19937 random(13);
-  const auto draw = [&](std::size_t n) {
-    Values v(n);
-    for (double& x : v) x = static_cast<double>(random() % 19) - 9;
-    return v;
-  };
   for (std::size_t trial = 0; trial < 150; ++trial) {
     const std::size_t n = 2 + trial % 9, rank = 1 + trial % (n - 1);
     NQSymMatrix s(static_cast<int>(n), true);
-    for (std::size_t k = 0; k < rank; ++k) s.IncrementByVV(draw(n), k % 2 == 0 ? 1 : -1);
+    for (std::size_t k = 0; k < rank; ++k)
+      s.IncrementByVV(RandomVector(n, random), k % 2 == 0 ? 1 : -1);
     Values b, x, back;
-    ASSERT_TRUE(s.ComputeSV(draw(n), b));
+    ASSERT_TRUE(s.ComputeSV(RandomVector(n, random), b));
     EXPECT_GE(s.SolveIndefiniteGI(b, defaultepse, x), static_cast<int>(n - rank)) << trial;
     ASSERT_TRUE(s.ComputeSV(x, back));
     EXPECT_LE(Distance({back}, {b}), 1e-6) << trial;
@@ -309,15 +279,9 @@ TEST(NQSymMatrixIndefinite, RankOneChangesOfAFactor) {
   NQSymMatrix l = ToSym({{2, 0}, {1, 0}});
   ASSERT_TRUE(l.LTCholUpdateR1({0, -3}));
   EXPECT_EQ(l.AsVector(), (Values{2, 1, 3}));
-  // Not positive definite, or too short; with a zero pivot, outside the range of L.
-  for (const auto& [packed, v] : std::vector<std::pair<Values, Values>>{{{2, 1, 3}, {2, 1}},
-                                                                        {{2, 1, 3}, {5, 0}},
-                                                                        {{2, 1, 3}, {0, 3.5}},
-                                                                        {{2, 1, 3}, {kNaN, 0}},
-                                                                        {{2, 1, 3}, {1}},
-                                                                        {{1, 0, 0}, {0, 1}},
-                                                                        {{1, 0, 0}, {0.1, 0.5}},
-                                                                        {{2, 1, 0}, {0.2, 0.9}}}) {
+  for (const auto& [packed, v] : std::vector<std::pair<Values, Values>>{
+#include "math/matrix/refused_downdates_cases.inc"
+       }) {
     NQSymMatrix factor = FromPacked(packed);
     EXPECT_FALSE(factor.LTCholDowndate(v)) << ::testing::PrintToString(v);
     EXPECT_EQ(factor.AsVector(), packed);

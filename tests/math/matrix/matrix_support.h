@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "support/compare.h"
+#include "support/each.h"
 #include "support/special_values.h"
 #include "support/structured.h"
 
@@ -38,33 +39,17 @@ inline Dense TraceOf(const Dense& a) {
   return {{sum}};
 }
 
-// What a call answers. false, -1 and the missing value refuse.
+// What a call answers. false, -1, -2 and the missing value refuse.
 struct Answer {
   template <class T>
   Answer(T answer) : value(static_cast<double>(answer)) {}  // NOLINT(google-explicit-constructor)
-  bool Refuses() const { return value == 0 || value == -1 || value == kMissing; }
+  bool Refuses() const { return value == 0 || value == -1 || value == -2 || value == kMissing; }
   double value;
 };
 
-// Call k of the list that was written as `calls`, separated by commas outside all brackets.
-inline std::string CallAt(const std::string& calls, std::size_t k) {
-  std::string call;
-  int depth = 0;
-  for (const char c : calls) {
-    depth += c == '(' || c == '{';
-    depth -= c == ')' || c == '}';
-    const bool ends = c == ',' && depth == 0;
-    if (!ends && k == 0) call += c;
-    if (ends && k-- == 0) break;
-  }
-  return call;
-}
-
 inline void ExpectRefused(const std::string& calls, std::initializer_list<Answer> answers) {
-  for (const Answer& answer : answers)
-    EXPECT_TRUE(answer.Refuses()) << CallAt(calls,
-                                            static_cast<std::size_t>(&answer - answers.begin()))
-                                  << " gives " << answer.value;
+  for (std::size_t k = 0; k < answers.size(); ++k)
+    EXPECT_TRUE(answers.begin()[k].Refuses()) << CallAt(calls, k) << answers.begin()[k].value;
 }
 
 }  // namespace nqtest

@@ -1,28 +1,18 @@
+#include <nqcommon/model/settings/NQNumValue.h>
+#include <nqcommon/model/settings/NQSettingListValue.h>
 #include <nqcommon/model/settings/NQSettings.h>
+#include <nqcommon/model/settings/NQVecValue.h>
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
 #include <climits>
 #include <random>
 
-#include <nqcommon/model/settings/NQNumValue.h>
-#include <nqcommon/model/settings/NQSettingListValue.h>
-#include <nqcommon/model/settings/NQVecValue.h>
-
-#include "support/displayed.h"
-#include "support/each.h"
 #include "support/safe_depth.h"
-#include "support/special_values.h"
+#include "support/testing.h"
 
 namespace NQXML_940 {
 namespace {
 
-using nqtest::Displayed;
-using nqtest::kMissing;
-using nqtest::kNaN;
-using nqtest::kSafeDepth;
-using Strings = std::vector<std::string>;
+using namespace nqtest;
 using Pairs = std::vector<std::pair<std::string, std::string>>;
 
 NQSettings Holding(const std::string& name, double x) {
@@ -43,7 +33,7 @@ struct Foreign : INQSettingValue {
 
 // ---- Sequence and index -------------------------------------------------------------------------
 
-const Strings kNames = {"", "a", "A", "b", "ab"};
+const Texts kNames = {"", "a", "A", "b", "ab"};
 
 // The plain model of a collection: its names and values in order.
 struct Model : std::vector<std::pair<std::string, double>> {
@@ -58,7 +48,7 @@ struct Model : std::vector<std::pair<std::string, double>> {
 
 void ExpectSame(const NQSettings& settings, const Model& model) {
   ASSERT_EQ(settings.Size(), model.size());
-  Strings names{"before"};
+  Texts names{"before"};
   settings.GetSettingNames(names);
   for (std::size_t i = 0; i < model.size(); ++i) {
     ASSERT_EQ(names[i + 1], model[i].first);
@@ -102,15 +92,10 @@ TEST(NQSettings, SequenceAndIndexStayConsistent) {
 // Where one operation is linear in the size this takes minutes.
 TEST(NQSettings, ReplacingAndRemovingAreLogarithmic) {
   NQSettings settings;
-  for (int round = 0; round < 3; ++round) {
-    for (int i = 0; i < 100000; ++i) settings.AddSetting(std::to_string(i), round, true);
-  }
+  for (int i = 0; i < 300000; ++i) settings.AddSetting(std::to_string(i % 100000), i, true);
   for (int i = 0; i < 100000; i += 2) settings.RemoveSetting(std::to_string(i), false);
   EXPECT_EQ(settings.Size(), 50000u);
   EXPECT_EQ(settings.GetSettingAt(49999)->GetName(), "99999");
-  for (int i = 0; i < 200000; ++i) settings.AddSetting("same", i, false);
-  EXPECT_TRUE(settings.RemoveSetting("same", true));
-  EXPECT_EQ(settings.Size(), 50000u);
 }
 
 // ---- Nesting ------------------------------------------------------------------------------------
@@ -134,11 +119,9 @@ NQSettings Nested(int levels, double innermost) {
 
 TEST(NQSettings, NestToTheSafeDepth) {
   const NQSettings one = Nested(kSafeDepth, 1), two = Nested(kSafeDepth, 2);
-  const NQSettings copy(one);
-  EXPECT_EQ(copy.Compare(one), 0);
-  EXPECT_TRUE(*copy.GetSettingAt(0) == *one.GetSettingAt(0));
-  EXPECT_EQ(copy.Compare(two), -1);
-  EXPECT_TRUE(*copy.GetSettingAt(0) < *two.GetSettingAt(0));
+  EXPECT_EQ(NQSettings(one).Compare(one), 0);
+  EXPECT_EQ(one.Compare(two), -1);
+  EXPECT_TRUE(*one.GetSettingAt(0) < *two.GetSettingAt(0));
   std::ostream nowhere(nullptr), &before = NQDisplay_940::GetOutStream();
   NQDisplay_940::SetOutStream(nowhere);
   two.Display();
@@ -151,13 +134,12 @@ TEST(NQSettings, HoldThemselvesByCopy) {
   NQSettings settings = Holding("x", 1);
   settings.AddNewSetting("self", settings, "tag");
   settings.AddNewSetting("self again", settings, "");
-
   NQSetting* again = settings.FindSetting("self again");
   again->SetValue(dynamic_cast<NQSettingListValue&>(*again->GetValue()).GetListValue());
   EXPECT_TRUE(settings.GetSettingValByName("self again", settings));  // a part replaces the whole
   EXPECT_EQ(settings.Size(), 2u);
-  EXPECT_EQ(settings.GetSettingAt(1)->GetType(), "tag");
   *settings.GetSettingAt(1) = *&*settings.GetSettingAt(1);
+  EXPECT_EQ(settings.GetSettingAt(1)->GetType(), "tag");
   EXPECT_TRUE(settings.GetSettingValByName("self", settings));
   EXPECT_EQ(Displayed(settings), Displayed(Holding("x", 1)));
   EXPECT_FALSE(settings.GetSettingValByName("x", settings));  // a number is no collection
@@ -184,19 +166,19 @@ TEST(NQSettings, CompareByValuesAlone) {
 // ---- Arrays, getters, conversions ---------------------------------------------------------------
 
 TEST(NQSettings, ArraysMayHoldNulls) {
-  NQSettings settings = Holding("x", 1);
+  NQSettings settings, inner = Holding("x", 1);
   char text[] = "text";
   char* texts[] = {text, nullptr};
-  NQSettings* lists[] = {nullptr, &settings};
+  NQSettings* lists[] = {nullptr, &inner};
   EXPECT_EACH(true, settings.AddNewSetting("texts", texts, 2, "t"),
               settings.AddNewSetting("lists", lists, 2, ""));
   EXPECT_EACH(false, settings.AddNewSetting("none", texts, 0, "t"),
               settings.AddNewSetting("none", lists, -1, "t"),
               settings.AddNewSetting("none", static_cast<char**>(nullptr), 2, "t"));
   EXPECT_EQ(Displayed(settings),
-            "\nNQSettings display start\nx = 1\ntexts (t) (size = 2)\n  \"text\" \"\""
-            "\nlists (size = 2)\n  [0] (number of settings = 0)\n  [1] (number of settings = 2)"
-            "\n    x = 1\n    texts (t) (size = 2)\n      \"text\" \"\"\nNQSettings display end");
+            "\nNQSettings display start\ntexts (t) (size = 2)\n  \"text\" \"\"\nlists (size = 2)"
+            "\n  [0] (number of settings = 0)\n  [1] (number of settings = 1)\n    x = 1"
+            "\nNQSettings display end");
 }
 
 // What the getters give from a value into a list that holds 7.
@@ -214,7 +196,6 @@ TEST(NQSettings, MapVecValue) {
   const NQVecValue<int> ints({3, -1, 2});
   const NQVecValue<double> reals({2.9, -2.9, 2147483648.0, kNaN, kMissing});
   const NQVecValue<std::string> texts({"1", "2x", " 3.75"}), bad({"1", "abc"}), none;
-  const NQVecValue<std::string> big({"2147483648"});
   const NQVecValue<Pairs::value_type> pairs({{"b", "1"}, {"a", "2"}});
 
   EXPECT_EQ(Got<int>(ints), "true { 3, -1, 2 }");
@@ -224,14 +205,12 @@ TEST(NQSettings, MapVecValue) {
   EXPECT_EQ(Got<std::string>(NQVecValue<double>({0.1, 1e6})), "true { \"0.1\", \"1e+06\" }");
   EXPECT_EQ(Got<int>(texts), "true { 1, 2, 3 }");
   EXPECT_EQ(Got<double>(texts), "true { 1, 2, 3.75 }");
-  EXPECT_EQ(Got<int>(bad) + Got<int>(none) + Got<int>(big), "false {}false {}false {}");
-  EXPECT_EQ(Got<double>(bad) + Got<double>(none), "false {}false {}");
+  EXPECT_EQ(Got<int>(bad) + Got<int>(none) + Got<double>(bad), "false {}false {}false {}");
   EXPECT_EQ(Got<std::string>(none), "true {}");
   EXPECT_EQ(Got<Pairs::value_type>(pairs), "true { (\"b\", \"1\"), (\"a\", \"2\") }");
   EXPECT_EQ(Got<Pairs::value_type>(ints), "true { (\"\", \"\") }");
   EXPECT_EQ(Got<std::string>(pairs), "true { \"7\" }");
-  EXPECT_EQ(Got<int>(5.0) + Got<double>(std::string("5")), "true { 7 }true { 7 }");
-  EXPECT_EQ(Got<int>(Foreign()), "true { 7 }");
+  EXPECT_EQ(Got<int>(5.0) + Got<int>(Foreign()), "true { 7 }true { 7 }");
   std::vector<int> out;
   EXPECT_FALSE(NQSettings::MapVecValue(nullptr, out));
 }
@@ -250,46 +229,38 @@ TEST(NQSettings, ValuesOfTheTypeAskedFor) {
   s.AddSetting("true", "true", false);
   s.AddSetting("digits", "12", false);
   s.AddNewSetting("list", std::vector<int>{1}, "");
-  const struct {
-    std::string got;
-    const char* want;
-  } rows[] = {
-      {Fitted(s, "one", 7), "fits 1"},
-      {Fitted(s, "half", 7), "no 7"},
-      {Fitted(s, "big", 7), "no 7"},
-      {Fitted(s, "big", 7L), "fits 2147483648"},
-      {Fitted(s, "missing", 7LL), "no 7"},
-      {Fitted(s, "digits", 7), "no 7"},
-      {Fitted(s, "half", 7.0), "fits 0.5"},
-      {Fitted(s, "list", 7.0), "no 7"},
-      {Fitted(s, "true", false), "fits true"},
-      {Fitted(s, "digits", false), "no false"},
-      {Fitted(s, "one", false), "no false"},
-      {Fitted(s, "digits", std::string()), "fits \"12\""},
-      {Fitted(s, "one", std::string()), "no \"\""},
-      {Fitted(s, "list", std::vector<int>()), "fits { 1 }"},
-      {Fitted(s, "list", std::vector<double>()), "no {}"},
-      {Fitted(s, "none", 7), "no 7"},
-  };
-  for (const auto& row : rows) EXPECT_EQ(row.got, row.want);
+  EXPECT_EQ(Fitted(s, "one", 7), "fits 1");
+  EXPECT_EQ(Fitted(s, "half", 7), "no 7");
+  EXPECT_EQ(Fitted(s, "big", 7), "no 7");
+  EXPECT_EQ(Fitted(s, "big", 7L), "fits 2147483648");
+  EXPECT_EQ(Fitted(s, "missing", 7LL), "no 7");
+  EXPECT_EQ(Fitted(s, "digits", 7), "no 7");
+  EXPECT_EQ(Fitted(s, "half", 7.0), "fits 0.5");
+  EXPECT_EQ(Fitted(s, "list", 7.0), "no 7");
+  EXPECT_EQ(Fitted(s, "true", false), "fits true");
+  EXPECT_EQ(Fitted(s, "digits", false), "no false");
+  EXPECT_EQ(Fitted(s, "one", false), "no false");
+  EXPECT_EQ(Fitted(s, "digits", std::string()), "fits \"12\"");
+  EXPECT_EQ(Fitted(s, "one", std::string()), "no \"\"");
+  EXPECT_EQ(Fitted(s, "list", Ints()), "fits { 1 }");
+  EXPECT_EQ(Fitted(s, "list", Doubles()), "no {}");
+  EXPECT_EQ(Fitted(s, "none", 7), "no 7");
   long number = 0;
   EXPECT_TRUE(s.GetSettingValByName("big", number));
   EXPECT_EQ(number, 1L << 31);
 }
 
-// The answer of the getter for an absent name, and whether it left the output alone.
+// The output of the getter for an absent name.
 template <class T>
-std::string Absent(const T& before) {
-  T out = before;
-  const bool got = NQSettings().GetSettingValByName("A", out);
-  return std::string(got ? "got" : "none") + (out == before ? "" : ", changed");
+T Absent(T out) {
+  EXPECT_FALSE(NQSettings().GetSettingValByName("A", out));
+  return out;
 }
 
 TEST(NQSettings, FailuresLeaveOutputsUntouched) {
-  for (const std::string& got :
-       {Absent(7), Absent(7L), Absent(7LL), Absent(7.0), Absent(true), Absent(std::string("7")),
-        Absent(Holding("a", 1)), Absent(std::vector<int>{7})})
-    EXPECT_EQ(got, "none");
+  EXPECT_EACH(true, Absent(7) == 7, Absent(7L) == 7, Absent(7LL) == 7, Absent(7.0) == 7,
+              Absent(true), Absent(std::string("7")) == "7", Absent(Ints{7}) == Ints{7},
+              Absent(Holding("a", 1)) == Holding("a", 1));
   int i = 7;
   double d = 7;
   EXPECT_EACH(false, NQSettings::Str2Int("x1", &i), NQSettings::Str2Int("-2147483649", &i),

@@ -7,17 +7,13 @@
 #include <climits>
 #include <tuple>
 
-#include "support/compare.h"
-#include "support/displayed.h"
-#include "support/each.h"
 #include "support/element_text.h"
-#include "support/special_values.h"
+#include "support/testing.h"
 
 namespace NQMath_940 {
 namespace {
 
 using namespace nqtest;
-using Doubles = std::vector<double>;
 using Rows = std::vector<Doubles>;
 
 // Rows of the values at each position of the coordinates.

@@ -1,11 +1,28 @@
+// Warnings and their parameters, and the answers of the application that cancels.
+#include <nqcommon/common/NQCancelInfo.h>
 #include <nqcommon/common/NQWarnings.h>
 
-#include <gtest/gtest.h>
-
-#include <limits>
-#include <sstream>
+#include "support/testing.h"
 
 using namespace NQCommon_940;
+
+// Says yes once to each question.
+struct OneYes : NQQueryCancel {
+  bool QueryCancel() override { return std::exchange(fCancel, false); }
+  bool QueryWillCancel() override { return std::exchange(fWillCancel, false); }
+  bool fCancel = true, fWillCancel = true;
+};
+
+TEST(NQCancelInfo, AnAnswerStaysAndAForecastDoesNot) {
+  OneYes query;
+  NQMath_940::NQCancelInfo info(nullptr), forced(nullptr);
+  EXPECT_EACH(false, info.IsCancel(), info.WillCancel());
+  info.SetCancelPtr(&query);
+  EXPECT_TRUE(info.WillCancel());
+  EXPECT_FALSE(info.WillCancel());
+  forced.SetCancel();
+  EXPECT_EACH(true, info.IsCancel(), info.IsCancel(), info.WillCancel(), forced.IsCancel());
+}
 
 static NQStatus Warning(long code, double datum = 0) {
   NQStatus status(code, true);
@@ -44,14 +61,10 @@ TEST(NQWarnings, KeepsEachWarningOnceInTheListsNamed) {
   EXPECT_EQ(Codes(warnings), "127255|27");
   warnings.ClearWarnings();
   EXPECT_EQ(Codes(warnings), "|27");
-}
-
-TEST(NQWarnings, AStatusFromItsOwnListsMayBeAdded) {
-  NQWarnings warnings;
-  warnings.AddWarnings({Warning(1, std::numeric_limits<double>::quiet_NaN())});
+  warnings.AddWarnings({Warning(3, nqtest::kNaN)});  // NaN equals nothing
   warnings.AddWarning(warnings.GetWarnings(true)[0], NQWarnings::ToBoth);
   warnings.AddWarnings(warnings.GetWarnings(true));
-  EXPECT_EQ(Codes(warnings), "1111|1") << "NaN equals nothing";
+  EXPECT_EQ(Codes(warnings), "3333|273");
 }
 
 TEST(NQWarnings, MergeKeepsItsOwnParameters) {
