@@ -185,7 +185,7 @@ TEST(AgainstR, Predictions) {
   const std::string table = FileOf("note,x1,x6\n\"a\n\"\"b\",83,1947\nc,,1948\nd,100.5,1950\n");
   std::ostringstream out;
   const support::PredictionCounts counts = support::WritePredictions(
-      fitted.data, kPredictionTitles, PredictionOf(fitted.fit), table, fitted.team, out);
+      fitted.data, kPredictionTitles, PredictionOf(fitted.fit), {table}, fitted.team, out);
   EXPECT_EQ(counts.rows, 3);
   EXPECT_EQ(counts.missing, 1);
   EXPECT_EQ(out.str().substr(0, out.str().find('\n')),

@@ -6,7 +6,7 @@
 namespace regression {
 
 std::optional<int> ReadCommandLine(int argc, char** argv, Request& request, bool isSpeaker) {
-  support::CommandLine line("Least-squares regression of one column of a CSV file on others.",
+  support::CommandLine line("Least-squares regression of one column of a table on others.",
                             kProgramName, kProgramVersion, request);
   line.Text(support::kSettingRegWeight, "column of weights of the residual variance");
   line.App().add_flag("!--no-intercept", request.intercept, "fit through zero");

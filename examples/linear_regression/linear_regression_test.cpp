@@ -1,8 +1,4 @@
 // Files in and files out: the forms of data that are read, the documents, the program.
-#include <sys/wait.h>
-
-#include <algorithm>
-#include <cstdio>
 #include <iostream>
 #include <nlohmann/json.hpp>
 #include <sstream>
@@ -89,33 +85,6 @@ TEST(LinearRegression, PmmlIsExact) {
 
 // ---- The program --------------------------------------------------------------------------------
 
-struct Outcome {
-  int status;
-  std::string text;  // both streams
-};
-
-Outcome RunProgram(const std::string& arguments, const std::string& environment = "") {
-  const std::string command = environment + " '" NQ_REGRESSION_PROGRAM "' " + arguments + " 2>&1";
-  std::FILE* pipe = popen(command.c_str(), "r");
-  Outcome outcome{-1, {}};
-  if (!pipe) return outcome;
-  for (int c; (c = std::fgetc(pipe)) != EOF;) outcome.text += static_cast<char>(c);
-  const int status = pclose(pipe);
-  if (WIFEXITED(status)) outcome.status = WEXITSTATUS(status);
-  return outcome;
-}
-
-std::size_t FilesIn(const std::filesystem::path& directory) {
-  return static_cast<std::size_t>(
-      std::distance(std::filesystem::directory_iterator(directory), {}));
-}
-
-void ExpectRefused(const Outcome& outcome, const std::string& message) {
-  EXPECT_EQ(outcome.status, 2) << message;
-  EXPECT_NE(outcome.text.find(message), std::string::npos) << outcome.text;
-  EXPECT_EQ(std::count(outcome.text.begin(), outcome.text.end(), '\n'), 1) << outcome.text;
-}
-
 TEST(LinearRegression, RefusesBadInputWithOneLineAndNoFiles) {
   const std::string good = "a,b,y\n1,2,3\n2,1,5\n3,5,4\n4,4,9\n";
   std::string manyCategories = "id,y\n";
@@ -145,7 +114,7 @@ TEST(LinearRegression, RefusesBadInputWithOneLineAndNoFiles) {
       {"a,y\n1,2\n\"3\"4,4\n", "--target y", "line 3: a quote is out of place"},
       {"a,y\n1,2\n3\"\",4\n", "--target y", "line 3: a quote is out of place"},
       {"", "--target y", "no header row"},
-      {"a,y\n", "--target y", "no rows below the header"},
+      {"a,y\n", "--target y", "data.csv has no rows"},
       {"a,y\n,2\n3,NA\n", "--target y", "every case has a missing cell"},
       {"w,y\n0,2\n-1,3\n", "--target y --freq-weight w", "no case has a weight above 0"},
       {"a,b,y\n1,2,2\n2,5,3\n", "--target y", "too few cases: 2 for 3 coefficients"},

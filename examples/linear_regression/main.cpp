@@ -1,4 +1,4 @@
-// Linear regression from a CSV file: see README.md.
+// Linear regression from a table: see README.md.
 #include "program.h"
 
 int main(int argc, char** argv) { return regression::Main(argc, argv, nullptr); }

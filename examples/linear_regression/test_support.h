@@ -2,8 +2,11 @@
 #pragma once
 
 #include <gtest/gtest.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -54,7 +57,7 @@ inline NQXML_940::NQSettings Settings(const std::string& path, const Arguments& 
 
 // A file read in chunks of so many bytes, by so many threads.
 struct Reading {
-  std::uint64_t chunkBytes = support::CsvFile::kChunkBytes;
+  std::uint64_t chunkBytes = support::kChunkBytes;
   int threads = 1;
 };
 
@@ -73,6 +76,35 @@ struct Fitted {
 inline Regression FitText(const std::string& text, const Arguments& arguments = {},
                           const FitOptions& options = {}, const Reading& reading = {}) {
   return Fitted(FileOf(text), arguments, options, reading).fit;
+}
+
+// ---- The program --------------------------------------------------------------------------------
+
+struct Outcome {
+  int status;
+  std::string text;  // both streams
+};
+
+inline Outcome RunProgram(const std::string& arguments, const std::string& environment = "") {
+  const std::string command = environment + " '" NQ_REGRESSION_PROGRAM "' " + arguments + " 2>&1";
+  std::FILE* pipe = popen(command.c_str(), "r");
+  Outcome outcome{-1, {}};
+  if (!pipe) return outcome;
+  for (int c; (c = std::fgetc(pipe)) != EOF;) outcome.text += static_cast<char>(c);
+  const int status = pclose(pipe);
+  if (WIFEXITED(status)) outcome.status = WEXITSTATUS(status);
+  return outcome;
+}
+
+inline std::size_t FilesIn(const std::filesystem::path& directory) {
+  return static_cast<std::size_t>(
+      std::distance(std::filesystem::directory_iterator(directory), {}));
+}
+
+inline void ExpectRefused(const Outcome& outcome, const std::string& message) {
+  EXPECT_EQ(outcome.status, 2) << message;
+  EXPECT_NE(outcome.text.find(message), std::string::npos) << outcome.text;
+  EXPECT_EQ(std::count(outcome.text.begin(), outcome.text.end(), '\n'), 1) << outcome.text;
 }
 
 }  // namespace regression

@@ -23,7 +23,7 @@ struct Fitted {
   LogisticFit fit;
 
   Fitted(const std::string& path, const std::vector<std::pair<std::string, std::string>>& settings,
-         int threads = 1, std::uint64_t chunkBytes = support::CsvFile::kChunkBytes)
+         int threads = 1, std::uint64_t chunkBytes = support::kChunkBytes)
       : team(threads, nullptr),
         data(Settings(path, settings), team, chunkBytes),
         fit(Fit(data, EventCode(data, ""), {}, team)) {}

@@ -15,7 +15,7 @@ CLI::Option* CommandLine::Text(const std::string& name, const std::string& help)
 }
 
 CLI::Option* CommandLine::List(const std::string& name, const std::string& help) {
-  // One argument at a time, or it would swallow DATA.csv behind it.
+  // One argument at a time, or it would swallow DATA behind it.
   return fApp.add_option("--" + name, fLists[name], help)->allow_extra_args(false);
 }
 
@@ -35,9 +35,12 @@ CommandLine::CommandLine(const std::string& description, const std::string& prog
   fApp.failure_message([program](const CLI::App*, const CLI::Error& error) {
     return program + ": " + error.what() + "\n";
   });
-  fApp.add_option("DATA.csv", request.data,
-                  "header row, then a row for each case; -: standard input")
+  fApp.add_option("DATA", request.data,
+                  "CSV file: header row, then a row for each case; -: standard input; or, with "
+                  "--table or --query, an SQLite database")
       ->required();
+  CLI::Option* const table = Text(kSettingTable, "table or view of the database");
+  Text(kSettingQuery, "query of the database whose rows are the cases")->excludes(table);
   Text(kSettingTarget, "column to be explained")->required();
   List(kSettingInputs, "columns that explain it (default: all the others)");
   List(kSettingCategorical, "inputs that are categorical; columns of text always are");
@@ -52,6 +55,10 @@ CommandLine::CommandLine(const std::string& description, const std::string& prog
   File("html", request.html, "write tables and charts as one HTML page");
   File("predict", request.predict, "add predictions to the rows of this table");
   File("out", request.out, "write them here (default: standard output, without the report)");
+  CLI::Option* const predictTable = fApp.add_option("--predict-table", request.predictTable,
+                                                    "table or view, where --predict is a database");
+  fApp.add_option("--predict-query", request.predictQuery, "or a query of it")
+      ->excludes(predictTable);
   fApp.add_option("--copyright", request.copyright, "copyright line of the PMML document");
   fApp.add_flag("--timestamp", request.timestamp, "note the time in the PMML document");
   fApp.add_option("--threads", request.threads, "threads that read (default: one for each core)")
@@ -70,6 +77,8 @@ std::optional<int> CommandLine::Read(int argc, char** argv, bool isSpeaker) {
   if (fRequest.data.empty()) throw std::runtime_error("the name of the data file is empty");
   if (!fRequest.out.empty() && fRequest.predict.empty())
     throw std::runtime_error("--out needs --predict");
+  if (fRequest.predict.empty() && !(fRequest.predictTable + fRequest.predictQuery).empty())
+    throw std::runtime_error("--predict-table and --predict-query need --predict");
   if (fRequest.data == "-" && fRequest.predict == "-")
     throw std::runtime_error("only one table can come from standard input");
   RefuseSharedFiles({{"the data", fRequest.data}, {"--predict", fRequest.predict}},

@@ -16,7 +16,7 @@ struct Request {
   NQXML_940::NQSettings settings;
   std::string data;
   std::string pmml, statXml, json, save, html;  // files to write; empty: not asked for
-  std::string predict, out;
+  std::string predict, predictTable, predictQuery, out;
   std::string copyright;
   bool timestamp = false;
   int threads = 1;

@@ -1,7 +1,6 @@
 #include "csv_file.h"
 
 #include <fcntl.h>
-#include <strings.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -10,12 +9,12 @@
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
-#include <set>
 #include <stdexcept>
 #include <utility>
 
 #include "interrupt.h"
 #include "row_reader.h"
+#include "team.h"
 #include "text.h"
 
 namespace support {
@@ -29,10 +28,6 @@ constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 [[noreturn]] void Fail(const std::string& message) { throw std::runtime_error(message); }
 
 std::string Reason() { return std::strerror(errno); }
-
-bool EqualsIgnoringCase(std::string_view text, const char* word) {
-  return text.size() == std::strlen(word) && strncasecmp(text.data(), word, text.size()) == 0;
-}
 
 // Behind the first line feed outside quotes in text[from ..]; npos when there is none. `inQuotes`
 // tells of text[from] and is left for what follows.
@@ -50,20 +45,12 @@ std::size_t BehindRow(std::string_view text, std::size_t from, bool& inQuotes) {
 
 }  // namespace
 
-bool Dialect::IsMissing(std::string_view text, bool quoted) const {
-  if (text.empty()) return true;
-  if (usualMissing && !quoted &&
-      (EqualsIgnoringCase(text, "NA") || EqualsIgnoringCase(text, "NaN")))
-    return true;
-  return std::find(missing.begin(), missing.end(), text) != missing.end();
-}
-
 // ---- Opening ------------------------------------------------------------------------------------
 
 CsvFile::CsvFile(const std::string& path, const Dialect& dialect, std::uint64_t chunkBytes)
-    : fPath(path == "-" ? "standard input" : path), fDialect(dialect), fChunkBytes(chunkBytes) {
+    : Source(path == "-" ? "standard input" : path, dialect), fChunkBytes(chunkBytes) {
   fDescriptor = path == "-" ? dup(STDIN_FILENO) : open(path.c_str(), O_RDONLY | O_CLOEXEC);
-  if (fDescriptor < 0) Fail("cannot open " + fPath + ": " + Reason());
+  if (fDescriptor < 0) Fail("cannot open " + Path() + ": " + Reason());
   try {
     Open();
   } catch (...) {
@@ -76,8 +63,8 @@ CsvFile::~CsvFile() { close(fDescriptor); }
 
 void CsvFile::Open() {
   struct stat status = {};
-  if (fstat(fDescriptor, &status) != 0) Fail("cannot read " + fPath + ": " + Reason());
-  if (S_ISDIR(status.st_mode)) Fail(fPath + " is a directory");
+  if (fstat(fDescriptor, &status) != 0) Fail("cannot read " + Path() + ": " + Reason());
+  if (S_ISDIR(status.st_mode)) Fail(Path() + " is a directory");
   if (!S_ISREG(status.st_mode)) Spool();
   fStamp = StampNow();
   fSize = fStamp.size;
@@ -99,7 +86,7 @@ void CsvFile::Spool() {
     if (count < 0 || write(copy, buffer.data(), static_cast<std::size_t>(count)) != count) {
       const std::string reason = Reason();
       close(source);
-      Fail("cannot copy " + fPath + " to a temporary file: " + reason);
+      Fail("cannot copy " + Path() + " to a temporary file: " + reason);
     }
   }
   close(source);
@@ -107,13 +94,13 @@ void CsvFile::Spool() {
 
 CsvFile::Stamp CsvFile::StampNow() const {
   struct stat status = {};
-  if (fstat(fDescriptor, &status) != 0) Fail("cannot read " + fPath + ": " + Reason());
+  if (fstat(fDescriptor, &status) != 0) Fail("cannot read " + Path() + ": " + Reason());
   return {static_cast<std::uint64_t>(status.st_size), status.st_mtim.tv_sec,
           status.st_mtim.tv_nsec};
 }
 
 void CsvFile::CheckUnchanged() const {
-  if (!(StampNow() == fStamp)) Fail(fPath + " has changed while it was read");
+  if (!(StampNow() == fStamp)) Fail(Path() + " has changed while it was read");
 }
 
 // The count is short at the end of the file alone.
@@ -123,7 +110,7 @@ std::size_t CsvFile::ReadAt(std::uint64_t offset, char* to, std::size_t size) co
     const ssize_t count =
         pread(fDescriptor, to + done, size - done, static_cast<off_t>(offset + done));
     if (count < 0 && errno == EINTR) continue;
-    if (count < 0) Fail("cannot read " + fPath + ": " + Reason());
+    if (count < 0) Fail("cannot read " + Path() + ": " + Reason());
     if (count == 0) break;
     done += static_cast<std::size_t>(count);
   }
@@ -134,12 +121,15 @@ std::size_t CsvFile::ReadAt(std::uint64_t offset, char* to, std::size_t size) co
 
 void CsvFile::RefuseOtherFormats(std::string_view head) const {
   const auto starts = [&](std::string_view magic) { return head.starts_with(magic); };
-  if (starts("\x1F\x8B")) Fail(fPath + " is compressed by gzip; unpack it, or pipe it: zcat ... |");
-  if (starts("PK\x03\x04")) Fail(fPath + " is a zip archive or a spreadsheet; save it as CSV");
-  if (starts("\xFF\xFE") || starts("\xFE\xFF")) Fail(fPath + " is UTF-16 text; UTF-8 is needed");
-  if (head.find('\0') != head.npos) Fail(fPath + " is no text: it has zero bytes");
+  if (starts("\x1F\x8B"))
+    Fail(Path() + " is compressed by gzip; unpack it, or pipe it: zcat ... |");
+  if (starts("PK\x03\x04")) Fail(Path() + " is a zip archive or a spreadsheet; save it as CSV");
+  if (starts("\xFF\xFE") || starts("\xFE\xFF")) Fail(Path() + " is UTF-16 text; UTF-8 is needed");
+  if (starts("SQLite format 3"))
+    Fail(Path() + " is an SQLite database: which table? (--table, --query)");
+  if (head.find('\0') != head.npos) Fail(Path() + " is no text: it has zero bytes");
   if (head.find('\n') == head.npos && std::count(head.begin(), head.end(), '\r') > 1)
-    Fail("the lines of " + fPath + " end in CR alone; LF or CRLF is needed");
+    Fail("the lines of " + Path() + " end in CR alone; LF or CRLF is needed");
 }
 
 void CsvFile::ReadHeader() {
@@ -173,9 +163,6 @@ void CsvFile::ReadHeader() {
   header.end = header.buffer.data() + behind;
   header.end[0] = '\n';
   header.end[1] = '\0';
-  fHeaderText.assign(header.begin, header.end);
-  while (!fHeaderText.empty() && (fHeaderText.back() == '\n' || fHeaderText.back() == '\r'))
-    fHeaderText.pop_back();
   fDataBegin = behind;
   TakeNames(header);
 }
@@ -196,26 +183,24 @@ void CsvFile::TakeNames(Chunk& header) {
     }
     return texts;
   };
+  std::vector<std::string> names;
   try {
-    fNames = cells(header, fDialect.separator);
-    if (fNames.empty()) Fail(fPath + " has no header row");
-    if (fNames.size() == 1 && fNames[0].find_first_of(",;\t|") != std::string::npos) {
+    names = cells(header, GetDialect().separator);
+    if (names.empty()) Fail(Path() + " has no header row");
+    if (names.size() == 1 && names[0].find_first_of(",;\t|") != std::string::npos) {
       for (const char separator : {',', ';', '\t', '|'}) {
-        if (separator == fDialect.separator || cells(header, separator).size() < 2) continue;
+        if (separator == GetDialect().separator || cells(header, separator).size() < 2) continue;
         const std::string name = separator == '\t' ? "tab" : std::string{'\'', separator, '\''};
-        fail("one column named " + Quoted(fNames[0]) + "; --separator " + name +
+        fail("one column named " + Quoted(names[0]) + "; --separator " + name +
              " makes more of it");
       }
     }
   } catch (const DataError& error) {
     fail(error.message);
   }
-  std::set<std::string_view> seen;
-  for (std::size_t i = 0; i < fNames.size(); ++i) {
-    if (fNames[i].empty()) fail("column " + std::to_string(i + 1) + " has no name");
-    if (!IsXmlText(fNames[i])) fail("the name " + Quoted(fNames[i]) + " is not UTF-8 text");
-    if (!seen.insert(fNames[i]).second) fail("two columns are named " + Quoted(fNames[i]));
-  }
+  std::string text(header.begin, header.end);
+  while (!text.empty() && (text.back() == '\n' || text.back() == '\r')) text.pop_back();
+  SetNames(std::move(names), std::move(text), "line 1: ");
 }
 
 // ---- Chunks -------------------------------------------------------------------------------------
@@ -225,6 +210,8 @@ bool CsvFile::CountQuotes(std::uint64_t chunk, std::vector<char>& buffer) const 
   const std::size_t size = ReadAt(chunk * fChunkBytes, buffer.data(), fChunkBytes);
   return std::count(buffer.data(), buffer.data() + size, '"') % 2 != 0;
 }
+
+void CsvFile::Prepare(Team& team) { team.FindQuotes(*this); }
 
 void CsvFile::SetQuotes(const std::vector<bool>& odd) {
   fInQuotes.clear();
@@ -257,15 +244,17 @@ std::uint64_t CsvFile::RowStart(std::uint64_t chunk, std::uint64_t base, Chunk& 
     from = have;
     buffer.resize(std::min(have + std::max(kStep, have), kLongestRow + fChunkBytes + 1));
     buffer.resize(have + ReadAt(base + have, buffer.data() + have, buffer.size() - have));
-    if (buffer.size() == have) Fail(fPath + " has changed while it was read");
+    if (buffer.size() == have) Fail(Path() + " has changed while it was read");
   }
 }
 
-void CsvFile::Load(std::uint64_t chunk, Chunk& result) const {
+bool CsvFile::Load(std::uint64_t chunk, Chunk& result) {
+  if (chunk >= *ChunkCount()) return false;
   const std::uint64_t start = chunk * fChunkBytes;
   const std::uint64_t base = start > 0 ? start - 1 : 0;
   std::vector<char>& buffer = result.buffer;
   result.number = chunk;
+  result.isText = true;
   result.isCut = false;
   buffer.resize(fChunkBytes + kStep);
   buffer.resize(ReadAt(base, buffer.data(), buffer.size()));
@@ -278,9 +267,10 @@ void CsvFile::Load(std::uint64_t chunk, Chunk& result) const {
   result.end = result.begin + (end - begin);
   result.end[0] = '\n';
   result.end[1] = '\0';
+  return true;
 }
 
-std::int64_t CsvFile::LineInFile(std::uint64_t chunk, std::int64_t line) const {
+std::string CsvFile::PlaceOf(std::uint64_t chunk, std::int64_t line) {
   std::vector<char> buffer(fChunkBytes);
   Chunk loaded;
   Load(chunk, loaded);
@@ -293,7 +283,7 @@ std::int64_t CsvFile::LineInFile(std::uint64_t chunk, std::int64_t line) const {
     at += size;
     left -= size;
   }
-  return line;
+  return "line " + std::to_string(line);
 }
 
 }  // namespace support

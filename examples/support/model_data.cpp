@@ -79,20 +79,23 @@ const char* Complaint(Reading reading) {
 }  // namespace
 
 ModelData::ModelData(const NQSettings& settings, Team& team, std::uint64_t chunkBytes)
-    : fFile(TextOf(settings, kSettingData), DialectOf(settings), chunkBytes) {
+    : fSource(OpenSource({TextOf(settings, kSettingData), TextOf(settings, kSettingTable),
+                          TextOf(settings, kSettingQuery)},
+                         DialectOf(settings), chunkBytes)) {
   ChooseFields(settings);
-  team.FindQuotes(fFile);
+  fSource->Prepare(team);
   std::vector<ScanField> fields;
   fields.reserve(fFields.size());
   for (int i = 0; i < static_cast<int>(fFields.size()); ++i) {
     fields.push_back({NameOf(i), IsCategorical(i), i == fFrequencyPosition || i == fWeightPosition,
                       i == fFrequencyPosition});
   }
-  const std::vector<RowReader::Column> places = PlacesIn(fFile, false);
-  ScanPart scan = team.Gather<ScanPart>(
-      fFile, [&](Chunk& chunk) { return ScanChunk(fFile.GetDialect(), places, fields, chunk); });
+  const std::vector<RowReader::Column> places = PlacesIn(*fSource, false);
+  ScanPart scan = team.Gather<ScanPart>(*fSource, [&](Chunk& chunk) {
+    return ScanChunk(fSource->GetDialect(), places, fields, chunk);
+  });
   fCounts = scan.counts;
-  if (fCounts.rows == 0) Fail("no rows below the header");
+  if (fCounts.rows == 0) Fail(fSource->Path() + " has no rows");
   RefuseCells(scan);
   if (fCounts.used == 0) {
     Fail(fCounts.badWeight > 0 ? "no case has a weight above 0"
@@ -104,13 +107,13 @@ ModelData::ModelData(const NQSettings& settings, Team& team, std::uint64_t chunk
   TakeNotes();
 }
 
-std::vector<RowReader::Column> ModelData::PlacesIn(const CsvFile& file, bool inputsAlone) const {
-  const std::vector<std::string>& names = file.ColumnNames();
+std::vector<RowReader::Column> ModelData::PlacesIn(const Source& source, bool inputsAlone) const {
+  const std::vector<std::string>& names = source.ColumnNames();
   std::vector<RowReader::Column> places(names.size());
   const int n = inputsAlone ? fNInputs : static_cast<int>(fFields.size());
   for (int i = 0; i < n; ++i) {
     const auto found = std::find(names.begin(), names.end(), NameOf(i));
-    if (found == names.end()) Fail(file.Path() + " has no column " + Quoted(NameOf(i)));
+    if (found == names.end()) Fail(source.Path() + " has no column " + Quoted(NameOf(i)));
     places[static_cast<std::size_t>(found - names.begin())] = {
         IsCategorical(i) ? RowReader::Use::kAsText : RowReader::Use::kAsNumber, i};
   }
@@ -120,7 +123,7 @@ std::vector<RowReader::Column> ModelData::PlacesIn(const CsvFile& file, bool inp
 // ---- The fields ---------------------------------------------------------------------------------
 
 void ModelData::ChooseFields(const NQSettings& settings) {
-  const std::vector<std::string>& names = fFile.ColumnNames();
+  const std::vector<std::string>& names = fSource->ColumnNames();
   std::map<std::string, std::string> roles;
   const auto choose = [&](const std::string& name, const char* role) {
     if (std::find(names.begin(), names.end(), name) == names.end()) {
@@ -159,7 +162,7 @@ void ModelData::ChooseFields(const NQSettings& settings) {
   }
 }
 
-// The first cell of the file that its column cannot have.
+// The first cell of the source that its column cannot have.
 void ModelData::RefuseCells(const ScanPart& scan) const {
   const BadCell none;
   const BadCell* first = &none;
@@ -177,9 +180,9 @@ void ModelData::RefuseCells(const ScanPart& scan) const {
     }
   }
   if (first->line == 0) return;
-  const std::int64_t line = fFile.LineInFile(first->chunk, first->line);
-  std::string message = "line " + std::to_string(line) + ", column " + Quoted(NameOf(column)) +
-                        ": " + Quoted(first->text) + Complaint(first->reading);
+  std::string message = fSource->PlaceOf(first->chunk, first->line) + ", column " +
+                        Quoted(NameOf(column)) + ": " + Quoted(first->text) +
+                        Complaint(first->reading);
   if (column < fNInputs) message += "; --missing or --categorical tells what it is";
   Fail(message);
 }

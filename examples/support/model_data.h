@@ -1,21 +1,22 @@
-// The variables of a model and its cases, from a file that is read several times.
+// The variables of a model and its cases, from a source that is read several times.
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <vector>
 
 #include <nqcommon/model/NQVarList.h>
 #include <nqcommon/model/settings/NQSettings.h>
 
-#include "csv_file.h"
 #include "row_reader.h"
 #include "scan.h"
+#include "source.h"
 #include "team.h"
 
 namespace support {
 
-// The settings (Setting... below) name the file and its columns.
+// The settings (Setting... below) name the source and its columns.
 //
 // Missing      see Dialect; also the system-missing number. A case with a missing cell in a column
 //              of the model is dropped.
@@ -26,12 +27,12 @@ namespace support {
 // Numbers      have a decimal point whatever the locale, and are finite. An input with both numbers
 //              and texts is refused, and so is a text in the target or in a weight.
 // Memory       the categories, of which a column may have 1000, and a chunk for each thread
-// Failure      std::runtime_error, which names the line where there is one
+// Failure      std::runtime_error, which names the line or row where there is one
 class ModelData {
  public:
-  // Reads the file once, in chunks of so many bytes.
+  // Reads the source once, in chunks of so many bytes.
   ModelData(const NQXML_940::NQSettings& settings, Team& team,
-            std::uint64_t chunkBytes = CsvFile::kChunkBytes);
+            std::uint64_t chunkBytes = kChunkBytes);
 
   // The inputs in the order asked for, or of the file; the target; the frequency weight and the
   // regression weight, if there are any.
@@ -56,14 +57,14 @@ class ModelData {
   }
   int ReferenceOf(int position) const { return At(position).reference; }
 
-  const CsvFile& File() const { return fFile; }
+  Source& File() const { return *fSource; }
   const CaseCounts& Counts() const { return fCounts; }
   // What the user should know though it is no error: a line each.
   const std::vector<std::string>& Notes() const { return fNotes; }
 
   // Which cells of a file with these columns the variables are in; of the inputs alone, if so
   // asked. Throws when the file has no such column.
-  std::vector<RowReader::Column> PlacesIn(const CsvFile& file, bool inputsAlone) const;
+  std::vector<RowReader::Column> PlacesIn(const Source& source, bool inputsAlone) const;
 
  private:
   struct Field {
@@ -84,7 +85,7 @@ class ModelData {
   void MakeVariables();
   void TakeNotes();
 
-  CsvFile fFile;
+  std::unique_ptr<Source> fSource;
   std::vector<Field> fFields;  // by position
   int fNInputs = 0;
   int fFrequencyPosition = -1;
@@ -119,6 +120,8 @@ class CaseReader {
 
 // The names in the settings: texts, and lists of texts for the second group.
 inline constexpr const char* kSettingData = "data";
+inline constexpr const char* kSettingTable = "table";  // of a database
+inline constexpr const char* kSettingQuery = "query";
 inline constexpr const char* kSettingTarget = "target";
 inline constexpr const char* kSettingEvent = "event";
 inline constexpr const char* kSettingFreqWeight = "freq-weight";

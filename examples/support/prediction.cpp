@@ -1,8 +1,10 @@
 #include "prediction.h"
 
 #include <cmath>
+#include <memory>
 #include <stdexcept>
 
+#include "csv_row.h"
 #include "text.h"
 
 namespace support {
@@ -33,30 +35,37 @@ Verdict TakeValues(const ModelData& data, const RowReader& row, std::vector<doub
 std::string FigureCell(double x) { return std::isfinite(x) ? Shortest(x) : std::string(); }
 
 PredictionCounts WritePredictions(const ModelData& data, const std::vector<std::string>& titles,
-                                  const Scorer& score, const std::string& path, Team& team,
+                                  const Scorer& score, const SourceName& table, Team& team,
                                   std::ostream& out) {
   const Dialect& dialect = data.File().GetDialect();
-  CsvFile file(path, dialect);
-  team.FindQuotes(file);
+  const std::unique_ptr<Source> source = OpenSource(table, dialect);
+  source->Prepare(team);
   PredictionCounts counts;
   std::vector<double> values(static_cast<std::size_t>(data.NInputs()));
   std::vector<std::string> cells(titles.size());
-  RowReader row(dialect, data.PlacesIn(file, true));
+  RowReader row(dialect, data.PlacesIn(*source, true));
   Chunk chunk;
-  std::string text = file.HeaderText();
+  std::string text = source->HeaderText();
   const auto append = [&](const std::string& cell) {
     text.append(1, dialect.separator).append(cell);
   };
   for (const std::string& title : titles) append(title);
   text += '\n';
+  const auto load = [&](std::uint64_t number, int) { return source->Load(number, chunk); };
   Team inOrder(1, team.Query());
-  inOrder.ForEachChunk(file, [&](std::uint64_t number, int) {
-    file.Load(number, chunk);
-    const std::string asItStands(chunk.begin, chunk.end);  // the reader changes quoted cells
+  inOrder.ForEachChunk(*source, load, [&](std::uint64_t, int) {
+    // The reader changes quoted cells.
+    const std::string asItStands = chunk.isText ? std::string(chunk.begin, chunk.end) : "";
+    const std::size_t nColumns = source->ColumnNames().size();
     row.Start(chunk);
     while (row.Next()) {
-      text.append(asItStands, static_cast<std::size_t>(row.RowText().data() - chunk.begin),
-                  row.RowText().size());
+      if (chunk.isText) {
+        text.append(asItStands, static_cast<std::size_t>(row.RowText().data() - chunk.begin),
+                    row.RowText().size());
+      } else {
+        const auto number = static_cast<std::size_t>(row.RowsTaken() - 1);
+        AppendRow(text, &chunk.values[number * nColumns], nColumns, dialect.separator);
+      }
       const Verdict verdict = TakeValues(data, row, values);
       counts.missing += verdict == Verdict::kMissing;
       counts.unseen += verdict == Verdict::kUnseen;
@@ -70,7 +79,7 @@ PredictionCounts WritePredictions(const ModelData& data, const std::vector<std::
       throw std::runtime_error("cannot write the predictions");
     text.clear();
   });
-  file.CheckUnchanged();
+  source->CheckUnchanged();
   return counts;
 }
 

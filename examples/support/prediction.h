@@ -24,11 +24,11 @@ using Scorer = std::function<void(const double* values, std::vector<std::string>
 // The cell of a figure: empty where it is not finite.
 std::string FigureCell(double x);
 
-// Writes the rows of the table as they stand, each followed by the cells of its prediction. Rows
+// Writes the rows of the table as they stand, those of a database as AppendRow has it, each followed by the cells of its prediction. Rows
 // with a missing cell or an unknown category of an input have empty cells instead. The table has a
 // column of each input, in any order; the dialect is that of the data. Throws std::runtime_error.
 PredictionCounts WritePredictions(const ModelData& data, const std::vector<std::string>& titles,
-                                  const Scorer& score, const std::string& path, Team& team,
+                                  const Scorer& score, const SourceName& table, Team& team,
                                   std::ostream& out);
 
 // How many rows have a prediction: a line.

@@ -26,7 +26,9 @@ void Deliver(const std::string& program, const Request& request, const ModelData
              const std::function<void(std::ostream&)>& report) {
   PredictionCounts scored;
   const auto predict = [&](std::ostream& out) {
-    scored = WritePredictions(data, titles, score, request.predict, team, out);
+    scored =
+        WritePredictions(data, titles, score,
+                         {request.predict, request.predictTable, request.predictQuery}, team, out);
   };
   if (!request.predict.empty() && !request.out.empty()) {
     std::ofstream out(documents.Reserve(request.out), std::ios::binary);

@@ -10,6 +10,9 @@
 
 #include "text.h"
 
+using NQCommon_940::NQMV;
+using NQCommon_940::Value;
+
 namespace support {
 namespace {
 
@@ -54,6 +57,7 @@ RowReader::RowReader(const Dialect& dialect, std::vector<Column> wanted)
   int places = 0;
   for (const Column& column : fWanted) places = std::max(places, column.place + 1);
   fCells.resize(static_cast<std::size_t>(places));
+  fNumbers.resize(fCells.size());
   double number = 0;
   for (const std::string& mark : dialect.missing)
     fNumberMayBeMissing |= ReadNumber(mark, number) == Reading::kNumber;
@@ -66,9 +70,37 @@ void RowReader::Start(Chunk& chunk) {
   fLine = 1;
   fLinesOfRow = 0;
   fRows = 0;
+  fValue = chunk.isText ? nullptr : chunk.values.data();
+  fRowCount = static_cast<std::int64_t>(chunk.rows);
 }
 
-bool RowReader::Next() {
+bool RowReader::NextOfValues() {
+  if (fRows == fRowCount) return false;
+  fLine = ++fRows;
+  for (const Column& wanted : fWanted) {
+    if (wanted.use != Use::kNone)
+      TakeValue(*fValue, static_cast<std::size_t>(wanted.place), wanted.use == Use::kAsNumber);
+    ++fValue;
+  }
+  return true;
+}
+
+void RowReader::TakeValue(const Value& value, std::size_t place, bool asNumber) {
+  Cell& cell = fCells[place];
+  if (!value.IsNumericValue()) {
+    Place(cell, value.GetStringRef(), false, asNumber);
+    return;
+  }
+  const double number = value.GetReal();
+  if (!asNumber || fNumberMayBeMissing || !std::isfinite(number)) {
+    Place(cell, fNumbers[place].Of(value), false, asNumber);
+    return;
+  }
+  cell.kind = NQMV::IsMissing(number) ? Cell::kMissing : Cell::kNumber;
+  cell.number = number;
+}
+
+bool RowReader::NextOfText() {
   char* at = fAt;
   while (true) {  // past lines of blanks
     fLine += fLinesOfRow;
@@ -151,7 +183,7 @@ bool RowReader::TakeNumber(char*& at, Cell& cell) const {
   if (fNumberMayBeMissing && fDialect.IsMissing({at, static_cast<std::size_t>(p - at)}, false)) {
     return false;
   }
-  cell.kind = NQCommon_940::NQMV::IsMissing(value) ? Cell::kMissing : Cell::kNumber;
+  cell.kind = NQMV::IsMissing(value) ? Cell::kMissing : Cell::kNumber;
   cell.number = value;
   at += p - at;
   return true;
@@ -164,7 +196,7 @@ void RowReader::Place(Cell& cell, std::string_view text, bool quoted, bool asNum
   if (fDialect.IsMissing(text, quoted)) {
     cell.kind = Cell::kMissing;
   } else if (asNumber && ReadNumber(text, cell.number) == Reading::kNumber) {
-    cell.kind = NQCommon_940::NQMV::IsMissing(cell.number) ? Cell::kMissing : Cell::kNumber;
+    cell.kind = NQMV::IsMissing(cell.number) ? Cell::kMissing : Cell::kNumber;
   }
 }
 

@@ -5,7 +5,8 @@
 #include <string_view>
 #include <vector>
 
-#include "csv_file.h"
+#include "csv_row.h"
+#include "source.h"
 
 namespace support {
 
@@ -22,12 +23,13 @@ enum class Reading { kNumber, kNotFinite, kTooSmall, kText };
 // Reads a decimal number, with blanks around it or a plus sign before it, whatever the locale.
 Reading ReadNumber(std::string_view text, double& number);
 
-// Cells are separated by one character. A quoted one may hold separators, line ends and, doubled,
+// Cells of text are separated by one character. A quoted one may hold separators, line ends and, doubled,
 // quotes; its text is taken as it stands. Lines of blanks alone are passed over.
 //
 // Cells     Those of the columns in `wanted`, at the places told there: kAsText, or kAsNumber for
 //           numbers where the cell is one. Other columns are passed over. Without `wanted` every
-//           cell is taken as text.
+//           cell of text is taken as text.
+// Values    A number is what its text is, a string what it is in a chunk of text, null is missing.
 // Failure   DataError, with the line from that of the chunk's first row, which is 1
 class RowReader {
  public:
@@ -43,16 +45,19 @@ class RowReader {
   // The rows of the chunk, whose bytes the reader may change: doubled quotes become single ones.
   void Start(Chunk& chunk);
   // Takes the next row; false at the end.
-  bool Next();
+  bool Next() { return fValue ? NextOfValues() : NextOfText(); }
 
   // Valid until the next row is taken.
   const std::vector<Cell>& Cells() const { return fCells; }
-  // The row as it stood in the file when no quote was doubled; without its line end.
+  // The row of text as it stood in the file when no quote was doubled; without its line end.
   std::string_view RowText() const { return fRowText; }
   std::int64_t Line() const { return fLine; }
   std::int64_t RowsTaken() const { return fRows; }
 
  private:
+  bool NextOfText();
+  bool NextOfValues();
+  void TakeValue(const NQCommon_940::Value& value, std::size_t place, bool asNumber);
   bool IsBlank(char c) const { return (c == ' ' || c == '\t') && c != fDialect.separator; }
   bool IsEnd(const char* at) const {
     return *at == fDialect.separator || *at == '\n' || (*at == '\r' && at[1] == '\n');
@@ -71,6 +76,9 @@ class RowReader {
   char* fAt = nullptr;
   char* fEnd = nullptr;
   bool fIsCut = false;
+  const NQCommon_940::Value* fValue = nullptr;  // the next, of values
+  std::int64_t fRowCount = 0;
+  std::vector<NumberText> fNumbers;
   std::int64_t fLine = 1;
   std::int64_t fLinesOfRow = 0;
   std::int64_t fRows = 0;

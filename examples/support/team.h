@@ -1,4 +1,4 @@
-// A pass over the chunks of a file by several threads and processes, with one result.
+// A pass over the chunks of a source by several threads and processes, with one result.
 #pragma once
 
 #include <algorithm>
@@ -11,21 +11,23 @@
 
 #include <nqcommon/common/NQCancelInfo.h>
 
-#include "csv_file.h"
 #include "interrupt.h"
 #include "merge_tree.h"
 #include "pack.h"
 #include "progress.h"
 #include "ranks.h"
+#include "source.h"
 
 namespace support {
+
+class CsvFile;
 
 // The threads of a run and its ranks, and what all of them must hear of: the user's wish to end, a
 // failure, progress.
 //
-// Results   depend on the file and not on the number of threads or ranks: see MergeTree.
+// Results   depend on the source and not on the number of threads or ranks: see MergeTree.
 // Failure   Chunks are begun in order and those before one that failed are finished, so that the
-//           first bad line of the file is the one that is named, however many there are at work.
+//           first bad line of the source is the one that is named, however many there are at work.
 //           All ranks throw the same.
 class Team {
  public:
@@ -35,22 +37,23 @@ class Team {
                 Ranks* ranks = nullptr)
       : fThreads(std::max(threads, 1)), fQuery(query), fPasses(passes), fRanks(ranks) {}
 
-  // Calls work(chunk number, worker) for each chunk of this rank, at most once at a time for each
-  // worker, who are numbered from 0 to Threads() - 1.
-  void ForEachChunk(const CsvFile& file,
+  // Calls load(chunk number, worker), and work with the same arguments where that is true, for each
+  // chunk of this rank, at most once at a time for each worker, who are numbered from 0 to
+  // Threads() - 1. Chunks of a source that is read in order are loaded one after the other.
+  using Step = std::function<bool(std::uint64_t chunk, int worker)>;
+  void ForEachChunk(Source& source, const Step& load,
                     const std::function<void(std::uint64_t chunk, int worker)>& work);
 
-  // Makes a Part of each chunk by make(chunk) and merges them. The file has a chunk at least.
+  // Makes a Part of each chunk by make(chunk) and merges them. The source has a chunk at least.
   template <class Part, class Make>
-  Part Gather(const CsvFile& file, const Make& make) {
+  Part Gather(Source& source, const Make& make) {
     MergeTree<Part> tree;
     std::vector<Chunk> chunks(static_cast<std::size_t>(fThreads));
-    ForEachChunk(file, [&](std::uint64_t number, int worker) {
-      Chunk& chunk = chunks[static_cast<std::size_t>(worker)];
-      file.Load(number, chunk);
-      tree.Add(number, make(chunk));
-    });
-    if (fRanks) Join(tree, file.ChunkCount());
+    const auto of = [&](int worker) -> Chunk& { return chunks[static_cast<std::size_t>(worker)]; };
+    ForEachChunk(
+        source, [&](std::uint64_t number, int worker) { return source.Load(number, of(worker)); },
+        [&](std::uint64_t number, int worker) { tree.Add(number, make(of(worker))); });
+    if (fRanks) Join(tree, *source.ChunkCount());
     return std::move(*tree.Take());
   }
 
