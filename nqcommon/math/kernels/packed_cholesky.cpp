@@ -1,20 +1,12 @@
 #include <nqcommon/math/kernels/packed_cholesky.h>
 
+#include <nqcommon/math/kernels/packed_algebra.h>
 #include <nqcommon/math/kernels/packed_kernels.h>
 #include <nqcommon/math/kernels/packed_triangle.h>
 
 #include <algorithm>
 
 namespace NQMath_940::internal {
-namespace {
-
-double SumOfProducts(const double* x, const double* y, std::size_t count) {
-  double sum = 0;
-  for (std::size_t k = 0; k < count; ++k) sum += x[k] * y[k];
-  return sum;
-}
-
-}  // namespace
 
 std::size_t CholeskyPlain(double* s, std::size_t n, const double* t, double eps,
                           std::vector<bool>* aliased) {
@@ -24,10 +16,10 @@ std::size_t CholeskyPlain(double* s, std::size_t n, const double* t, double eps,
     double* row = s + RowStart(i);
     for (std::size_t j = 0; j < i; ++j) {
       const double* above = s + RowStart(j);
-      const double sum = SumOfProducts(row, above, j);
+      const double sum = DotProduct(j, row, above);
       row[j] = above[j] != 0 ? (row[j] - sum) / above[j] : 0.0;
     }
-    job.MakePivot(i, SumOfProducts(row, row, i));
+    job.MakePivot(i, DotProduct(i, row, row));
   }
   return job.aliasedRows;
 }

@@ -3,15 +3,14 @@
 
 #include <cstddef>
 
+#include <nqcommon/common/memory_guard.h>
 #include <nqcommon/math/matrix/internal/argument_checks.h>
+#include <nqcommon/math/matrix/internal/display_rows.h>
 #include <nqcommon/math/matrix/internal/matrix_results.h>
 
 namespace NQMath_940 {
 
-using internal::AllBelow;
-using internal::AsDenseRect;
-using internal::IsRun;
-using internal::Make;
+using namespace internal;
 
 INQRectMatrix::~INQRectMatrix() = default;
 
@@ -19,6 +18,13 @@ bool INQRectMatrix::SetNRowsCols(int m, int n, bool clear) {
   const bool resized = Resize(m, n);
   if (resized && clear) Clear();
   return resized;
+}
+
+bool INQRectMatrix::GetCol(int j, std::vector<double>& out) const {
+  if (j < 0 || j >= GetNCols() || !NQCommon_940::GuardMemory([&] { out.resize(RowsOf(*this)); }))
+    return false;
+  for (int i = 0; i < GetNRows(); ++i) out[static_cast<std::size_t>(i)] = GetElem(i, j);
+  return true;
 }
 
 bool INQRectMatrix::CopyColToVec(int j, std::vector<double>& out) const { return GetCol(j, out); }
@@ -57,6 +63,10 @@ bool INQRectMatrix::IncrVecByColumn(int j, std::vector<double>& v, int first, in
   double* target = v.data() + (wholeVector ? first : 0);
   for (int i = first; i < first + count; ++i) *target++ += factor * GetElem(i, j);
   return true;
+}
+
+void INQRectMatrix::DisplayF() const {
+  DisplayAllRows(GetMatrixType() == 0 ? "NQRectMatrix" : "NQSparseRectMatrix", *this);
 }
 
 }  // namespace NQMath_940

@@ -38,7 +38,7 @@ class NQ_API INQRectMatrix {
   virtual double GetElem(int i, int j) const = 0;
   // out = row i, n values, or column j, m values.
   virtual bool GetRow(int i, std::vector<double>& out) const = 0;
-  virtual bool GetCol(int j, std::vector<double>& out) const = 0;
+  virtual bool GetCol(int j, std::vector<double>& out) const;
   // One more row, of zeros. Returns the new m; -1 when there is no storage for it, the matrix then
   // being invalid.
   virtual int AddRow() = 0;
@@ -108,7 +108,7 @@ class NQ_API INQRectMatrix {
 
   virtual void Display() const = 0;
   // DisplayF displays every element.
-  virtual void DisplayF() const = 0;
+  virtual void DisplayF() const;
 
  protected:
   INQRectMatrix() = default;

@@ -53,11 +53,11 @@ class NQ_API INQSymMatrix {
   virtual bool IsValidMatrix() const = 0;
   virtual double GetElem(int i, int j) const = 0;
   // out = (s00, s11, ...).
-  virtual void GetDiagonal(std::vector<double>& out) const = 0;
+  virtual void GetDiagonal(std::vector<double>& out) const;
   // out = row i of the full matrix, n values.
   virtual bool GetRow(int i, std::vector<double>& out) const = 0;
   // sii += x for every i.
-  virtual void AddToDiagonal(double x) = 0;
+  virtual void AddToDiagonal(double x);
   // S <- -S.
   virtual void ChangeSign() = 0;
 
@@ -66,13 +66,13 @@ class NQ_API INQSymMatrix {
   // out = the generalised inverse of S by Cholesky: the rows that LTChol(t, eps) drops are zero in
   // it, the others hold the inverse of their submatrix. Returns the rank, or a negative value when
   // `out` is of another type, t is too short or memory ends; a dense `out` may then hold S.
-  virtual int CholInverse(const std::vector<double>& t, double eps, INQSymMatrix& out) const = 0;
+  virtual int CholInverse(const std::vector<double>& t, double eps, INQSymMatrix& out) const;
   // nonRedundant marks the rows with positive pivots.
   virtual int CholInverse(const std::vector<double>& t, double eps, INQSymMatrix& out,
-                          NQBitSet& nonRedundant) const = 0;
+                          NQBitSet& nonRedundant) const;
   // minPivot is the smallest diagonal entry of the factor; system-missing when there is no factor.
   virtual int CholInverse(const std::vector<double>& t, double eps, INQSymMatrix& out,
-                          double& minPivot) const = 0;
+                          double& minPivot) const;
 
   // ---- Products, part one ----------------------------------------------------------------------
 
@@ -108,7 +108,7 @@ class NQ_API INQSymMatrix {
                          std::vector<double>& out) const;
   // Row i times row j of another matrix, or times v; system-missing where they do not fit.
   virtual double ComputeRowDotProductS(int i, const INQSymMatrix& other, int j) const = 0;
-  virtual double ComputeRowDotProductS(int i, const std::vector<double>& v) const = 0;
+  virtual double ComputeRowDotProductS(int i, const std::vector<double>& v) const;
   // out = R S, out = R S R' and, with R of n rows, out = R' S, out = R' S R and out = R' S v.
   virtual bool ComputeRS(const INQRectMatrix& r, INQRectMatrix& out) const = 0;
   virtual bool ComputeRSRTrans(const INQRectMatrix& r, INQSymMatrix& out) const;
@@ -217,7 +217,7 @@ class NQ_API INQSymMatrix {
 
   virtual void Display() const = 0;
   // The full square.
-  virtual void DisplayF() const = 0;
+  virtual void DisplayF() const;
 
  protected:
   INQSymMatrix() = default;

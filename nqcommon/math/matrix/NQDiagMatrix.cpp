@@ -7,7 +7,6 @@
 #include <nqcommon/common/memory_guard.h>
 #include <nqcommon/math/kernels/strided.h>
 #include <nqcommon/math/matrix/internal/argument_checks.h>
-#include <nqcommon/math/matrix/internal/display_rows.h>
 #include <nqcommon/math/matrix/internal/matrix_casts.h>
 
 namespace NQMath_940 {
@@ -48,10 +47,6 @@ bool NQDiagMatrix::SetElem(int i, int j, double x) {
 
 bool NQDiagMatrix::SetElem(int k, double x) { return HasRow(k) && SetElem(k, k, x); }
 
-void NQDiagMatrix::GetDiagonal(std::vector<double>& out) const {
-  if (!GuardMemory([&] { out = fvData; })) out.clear();
-}
-
 bool NQDiagMatrix::ReplaceDiagonal(const std::vector<double>& v) {
   if (!HasOrder(v.size())) return false;
   std::copy(v.begin(), v.end(), fvData.begin());
@@ -83,10 +78,6 @@ bool NQDiagMatrix::IsZeroRow(int i, const NQBitSet& set) const {
 // ---- Mechanical operations ---------------------------------------------------------------------
 
 void NQDiagMatrix::Clear() { std::fill(fvData.begin(), fvData.end(), 0.0); }
-
-void NQDiagMatrix::AddToDiagonal(double x) {
-  for (double& d : fvData) d += x;
-}
 
 void NQDiagMatrix::ChangeSign() {
   for (double& d : fvData) d = 0 - d;  // a zero stays 0, where -d would make it -0
@@ -122,7 +113,5 @@ void NQDiagMatrix::Display() const {
     NQDisplay_940::DisplayText(1, "NQDiagMatrix display end");
   });
 }
-
-void NQDiagMatrix::DisplayF() const { internal::DisplayAllRows("NQDiagMatrix", *this); }
 
 }  // namespace NQMath_940

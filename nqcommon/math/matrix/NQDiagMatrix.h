@@ -30,6 +30,7 @@ class NQ_API NQDiagMatrix : public INQSymMatrix, private MatrixStorage<DiagonalS
   // Some overloads of these are bodies of the interface.
   using INQSymMatrix::ComputeLTransV;
   using INQSymMatrix::ComputeLV;
+  using INQSymMatrix::ComputeRowDotProductS;
   using INQSymMatrix::ComputeRVD;
   using INQSymMatrix::ComputeSV;
   using INQSymMatrix::ComputeVSWParts;
@@ -51,7 +52,6 @@ class NQ_API NQDiagMatrix : public INQSymMatrix, private MatrixStorage<DiagonalS
   bool Resize(int n) override;
   double GetElem(int i, int j) const override;
   bool SetElem(int i, int j, double x) override;
-  void GetDiagonal(std::vector<double>& out) const override;
   // The entries <- v, of n values.
   bool ReplaceDiagonal(const std::vector<double>& v);
   // The array of entries itself. Its length is the matrix's: do not resize it.
@@ -66,7 +66,6 @@ class NQ_API NQDiagMatrix : public INQSymMatrix, private MatrixStorage<DiagonalS
   // ---- Mechanical operations (NQDiagMatrix.cpp) ------------------------------------------------
 
   void Clear() override;
-  void AddToDiagonal(double x) override;
   void ChangeSign() override;
   void MultiplyByNumber(double x) override;
   bool ComputeAXpY(double a, const INQSymMatrix& x) override;
@@ -76,8 +75,6 @@ class NQ_API NQDiagMatrix : public INQSymMatrix, private MatrixStorage<DiagonalS
   // ZeroOutNonDiag has nothing to do.
   void ZeroOutNonDiag(double eps) override;
   void Display() const override;
-  // The full square.
-  void DisplayF() const override;
 
   // ---- Cholesky (NQDiagMatrix_cholesky.cpp) ----------------------------------------------------
 
@@ -92,11 +89,6 @@ class NQ_API NQDiagMatrix : public INQSymMatrix, private MatrixStorage<DiagonalS
   // The product of the entries, whatever their signs; eps is not used. Entries after the first
   // partial product of exactly 0 are not looked at.
   bool ComputeDeterminant(double eps, NQDeterminant& det) const override;
-  int CholInverse(const std::vector<double>& t, double eps, INQSymMatrix& out) const override;
-  int CholInverse(const std::vector<double>& t, double eps, INQSymMatrix& out,
-                  NQBitSet& nonRedundant) const override;
-  int CholInverse(const std::vector<double>& t, double eps, INQSymMatrix& out,
-                  double& minPivot) const override;
 
   // ---- Products (NQDiagMatrix_product.cpp) -----------------------------------------------------
 
@@ -105,12 +97,9 @@ class NQ_API NQDiagMatrix : public INQSymMatrix, private MatrixStorage<DiagonalS
                     INQRectMatrix& out) const override;
   bool ComputeMGN(const INQSymMatrix& m, const INQSymMatrix& n, INQRectMatrix& out) const override;
   bool ComputeGSG(const INQSymMatrix& g, INQSymMatrix& out) const override;
-  bool ComputeLSLTrans(const INQSymMatrix& l, INQSymMatrix& out) const override;
-  bool ComputeLTransSL(const INQSymMatrix& l, INQSymMatrix& out) const override;
   bool ComputeLTransV(const std::vector<double>& v, std::vector<double>& out) const override;
   bool ComputeLV(const std::vector<double>& v, std::vector<double>& out) const override;
   double ComputeRowDotProductS(int i, const INQSymMatrix& other, int j) const override;
-  double ComputeRowDotProductS(int i, const std::vector<double>& v) const override;
   bool ComputeRS(const INQRectMatrix& r, INQRectMatrix& out) const override;
   bool ComputeRTransS(const INQRectMatrix& r, INQRectMatrix& out) const override;
   double ComputeRVD(int r, const double* x, int inc) const override;
@@ -142,8 +131,6 @@ class NQ_API NQDiagMatrix : public INQSymMatrix, private MatrixStorage<DiagonalS
   std::size_t Order() const { return Count(); }
   bool HasRow(int i) const { return i >= 0 && i < fNRows; }
   bool HasOrder(std::size_t n) const { return fNRows >= 0 && n == Order(); }
-  template <class Factor>
-  int InvertInto(INQSymMatrix& out, Factor factor) const;
 };
 
 }  // namespace NQMath_940

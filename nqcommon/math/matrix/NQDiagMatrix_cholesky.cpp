@@ -1,14 +1,8 @@
 #include <nqcommon/math/matrix/NQDiagMatrix.h>
 
-#include <utility>
-
-#include <nqcommon/common/NQMV.h>
 #include <nqcommon/math/matrix/internal/factor_rules.h>
-#include <nqcommon/math/matrix/internal/matrix_results.h>
 
 namespace NQMath_940 {
-
-using NQCommon_940::NQMV;
 
 // ---- Factor ------------------------------------------------------------------------------------
 
@@ -51,38 +45,6 @@ bool NQDiagMatrix::ComputeDeterminant(double /*eps*/, NQDeterminant& det) const 
     break;
   }
   return true;
-}
-
-// The inverse of a copy that factor(copy) factors, which `out` takes at the end.
-template <class Factor>
-int NQDiagMatrix::InvertInto(INQSymMatrix& out, Factor factor) const {
-  NQDiagMatrix inverse(*this);
-  if (!internal::TakesDiagonal(out) || !inverse.IsValidMatrix()) return -1;
-  const int aliased = factor(inverse);
-  if (aliased < 0) return aliased;
-  inverse.LTInverse();
-  inverse.LTLTransL();
-  const int rank = fNRows - aliased;
-  return internal::PutDiagonal(std::move(inverse), out) ? rank : -1;
-}
-
-int NQDiagMatrix::CholInverse(const std::vector<double>& t, double eps, INQSymMatrix& out) const {
-  return InvertInto(out, [&](NQDiagMatrix& m) { return m.LTChol(t, eps, false); });
-}
-
-int NQDiagMatrix::CholInverse(const std::vector<double>& t, double eps, INQSymMatrix& out,
-                              NQBitSet& nonRedundant) const {
-  return InvertInto(out, [&](NQDiagMatrix& m) { return m.LTChol(t, eps, nonRedundant, false); });
-}
-
-int NQDiagMatrix::CholInverse(const std::vector<double>& t, double eps, INQSymMatrix& out,
-                              double& minPivot) const {
-  minPivot = NQMV::Missing();
-  return InvertInto(out, [&](NQDiagMatrix& m) {
-    const int aliased = m.LTChol(t, eps, false);
-    if (aliased >= 0) minPivot = internal::SmallestPivot(m);
-    return aliased;
-  });
 }
 
 // ---- Solve -------------------------------------------------------------------------------------

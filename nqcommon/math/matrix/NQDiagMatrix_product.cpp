@@ -9,11 +9,7 @@
 
 namespace NQMath_940 {
 
-using internal::AsDenseRect;
-using internal::AsDenseSym;
-using internal::AsDiagonal;
-using internal::PutDiagonal;
-using internal::PutRows;
+using namespace internal;
 using NQCommon_940::NQMV;
 
 namespace {
@@ -32,11 +28,6 @@ double NQDiagMatrix::ComputeRowDotProductS(int i, const INQSymMatrix& other, int
   return GetElem(i) * other.GetElem(j, i);
 }
 
-double NQDiagMatrix::ComputeRowDotProductS(int i, const std::vector<double>& v) const {
-  if (!HasRow(i) || v.size() != Order()) return NQMV::Missing();
-  return GetElem(i) * v[static_cast<std::size_t>(i)];
-}
-
 double NQDiagMatrix::ComputeRVD(int r, const double* x, int inc) const {
   if (!HasRow(r)) return NQMV::Missing();
   const std::ptrdiff_t at = inc >= 0 ? r : r + 1 - static_cast<std::ptrdiff_t>(fNRows);
@@ -46,7 +37,7 @@ double NQDiagMatrix::ComputeRVD(int r, const double* x, int inc) const {
 bool NQDiagMatrix::ComputeSV(const std::vector<double>& v, int nRows,
                              std::vector<double>& out) const {
   return HasOrder(v.size()) && nRows >= 0 && nRows <= fNRows &&
-         internal::MakeVector(static_cast<std::size_t>(nRows), out, [&](std::vector<double>& sv) {
+         MakeVector(static_cast<std::size_t>(nRows), out, [&](std::vector<double>& sv) {
            for (std::size_t i = 0; i < sv.size(); ++i) sv[i] = v[i] * fvData[i];
          });
 }
@@ -63,8 +54,7 @@ bool NQDiagMatrix::ComputeLTransV(const std::vector<double>& v, std::vector<doub
 
 double NQDiagMatrix::ComputeVSWParts(const double* v, int nv, int row, const double* w, int nw,
                                      int col) const {
-  if (!internal::IsRun(fNRows, row, nv) || !internal::IsRun(fNRows, col, nw))
-    return NQMV::Missing();
+  if (!IsRun(fNRows, row, nv) || !IsRun(fNRows, col, nw)) return NQMV::Missing();
   double sum = 0;
   for (int i = std::max(row, col); i < std::min(row + nv, col + nw); ++i)
     sum += v[i - row] * (GetElem(i) * w[i - col]);
@@ -101,23 +91,12 @@ bool NQDiagMatrix::ComputeGSG(const INQSymMatrix& g, INQSymMatrix& out) const {
   if (const NQSymMatrix* dense = AsDenseSym(g)) {
     NQRectMatrix gd;
     return PutRows(fNRows, fNRows, &gd, putScaledRow) &&
-           internal::MultiplyInto(internal::RowsAt(gd.GetRowPtr(0), Order()),
-                                  internal::TriangleAt(dense->AsVectorConst().data()), Order(),
-                                  Order(), AsDenseSym(out));
+           MultiplyInto(RowsAt(gd.GetRowPtr(0), Order()), TriangleAt(dense->AsVectorConst().data()),
+                        Order(), Order(), AsDenseSym(out));
   }
   return PutRows(fNRows, AsDenseSym(out), [&](int i, std::vector<double>& row) {
     return putScaledRow(i, row) && g.ComputeSV(row, row);
   });
-}
-
-bool NQDiagMatrix::ComputeLSLTrans(const INQSymMatrix& l, INQSymMatrix& out) const {
-  if (l.GetType() == 1) return ComputeGSG(l, out);
-  return INQSymMatrix::ComputeLSLTrans(l, out);
-}
-
-bool NQDiagMatrix::ComputeLTransSL(const INQSymMatrix& l, INQSymMatrix& out) const {
-  if (l.GetType() == 1) return ComputeGSG(l, out);
-  return INQSymMatrix::ComputeLTransSL(l, out);
 }
 
 bool NQDiagMatrix::ComputeMGN(const INQSymMatrix& m, const INQSymMatrix& n,
@@ -133,8 +112,8 @@ bool NQDiagMatrix::ComputeMGN(const INQSymMatrix& m, const INQSymMatrix& n,
 bool NQDiagMatrix::ComputeGMGNG(const INQSymMatrix& m, const INQSymMatrix& n,
                                 INQRectMatrix& out) const {
   NQRectMatrix mgn;
-  return ComputeMGN(m, n, mgn) && internal::ScaleRows(fvData, mgn, &mgn) &&
-         internal::ScaleColumns(mgn, fvData, AsDenseRect(out));
+  return ComputeMGN(m, n, mgn) && ScaleRows(fvData, mgn, &mgn) &&
+         ScaleColumns(mgn, fvData, AsDenseRect(out));
 }
 
 bool NQDiagMatrix::ComputeSS(const INQSymMatrix& b, INQRectMatrix& out) const {
@@ -167,15 +146,14 @@ double NQDiagMatrix::TraceOfProductOfThree(const INQSymMatrix& a, const INQSymMa
 // ---- Products with a rectangular matrix --------------------------------------------------------
 
 bool NQDiagMatrix::ComputeRS(const INQRectMatrix& r, INQRectMatrix& out) const {
-  return IsValidMatrix() && r.GetNCols() == fNRows &&
-         internal::ScaleColumns(r, fvData, AsDenseRect(out));
+  return IsValidMatrix() && r.GetNCols() == fNRows && ScaleColumns(r, fvData, AsDenseRect(out));
 }
 
 bool NQDiagMatrix::ComputeRTransS(const INQRectMatrix& r, INQRectMatrix& out) const {
   NQRectMatrix product;
   NQRectMatrix* dense = AsDenseRect(out);
-  if (!dense || !IsValidMatrix() || r.GetNRows() != fNRows ||
-      !internal::ScaleRows(fvData, r, &product) || !product.Transpose())
+  if (!dense || !IsValidMatrix() || r.GetNRows() != fNRows || !ScaleRows(fvData, r, &product) ||
+      !product.Transpose())
     return false;
   *dense = std::move(product);
   return true;
@@ -187,9 +165,9 @@ namespace {
 double PartTimesDiagonal(const std::vector<double>& line, int first, int count,
                          const std::vector<double>& d) {
   if (count < 0 || static_cast<std::size_t>(count) > d.size() ||
-      !internal::HoldsRun(line.size(), first, static_cast<std::size_t>(count)))
+      !HoldsRun(line.size(), first, static_cast<std::size_t>(count)))
     return NQMV::Missing();
-  return internal::DotProduct(static_cast<std::size_t>(count), line.data() + first, d.data());
+  return DotProduct(static_cast<std::size_t>(count), line.data() + first, d.data());
 }
 
 }  // namespace
@@ -214,9 +192,7 @@ bool NQDiagMatrix::ExtractFirstNRows(INQSymMatrix& out) const {
 }
 
 bool NQDiagMatrix::ExtractSubmatrix(const std::vector<int>& indices, INQSymMatrix& out) const {
-  if (!internal::AllBelow(fNRows, indices) ||
-      !internal::FitsInt(static_cast<long long>(indices.size())))
-    return false;
+  if (!AllBelow(fNRows, indices) || !FitsInt(static_cast<long long>(indices.size()))) return false;
   const auto order = static_cast<int>(indices.size());
   const auto at = [&](int a) { return indices[static_cast<std::size_t>(a)]; };
   if (NQDiagMatrix* diagonal = AsDiagonal(out)) {

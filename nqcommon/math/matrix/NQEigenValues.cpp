@@ -135,17 +135,14 @@ void NQEigenValues::TriDiag() {
 int NQEigenValues::EigenValuesTQLI() {
   const auto n = static_cast<std::size_t>(std::max(fNRows, 0));
   if (n < 1 || fvDiag3.size() != n || fvSubdiag3.size() != n) return -1;
-  if (fComputeVectors) {
-    if (!fmEigenVectors.SetNRowsCols(fNRows, fNRows, true)) return -1;
-    fmEigenVectors.AddToDiagonal(1);
-    internal::RotationBatch rotations(fmEigenVectors.GetRowPtr(0), n);
-    fNEigenVal = static_cast<int>(internal::QlEigenvalues(fvDiag3.data(), fvSubdiag3.data(), n,
-                                                          fTolerance, fMaxIter, &rotations));
-    rotations.Apply();
-  } else {
-    fNEigenVal = static_cast<int>(internal::QlEigenvalues(fvDiag3.data(), fvSubdiag3.data(), n,
-                                                          fTolerance, fMaxIter, nullptr));
-  }
+  // Without vectors there is no matrix for rotations, and none are made.
+  if (fComputeVectors && !fmEigenVectors.SetNRowsCols(fNRows, fNRows, true)) return -1;
+  fmEigenVectors.AddToDiagonal(1);
+  internal::RotationBatch rotations(fmEigenVectors.GetRowPtr(0), n);
+  fNEigenVal =
+      static_cast<int>(internal::QlEigenvalues(fvDiag3.data(), fvSubdiag3.data(), n, fTolerance,
+                                               fMaxIter, fComputeVectors ? &rotations : nullptr));
+  rotations.Apply();
   return fNEigenVal == fNRows ? 0 : fNEigenVal + 1;
 }
 

@@ -7,7 +7,10 @@
 #include <utility>
 
 #include <nqcommon/common/NQMV.h>
+#include <nqcommon/common/display.h>
+#include <nqcommon/common/memory_guard.h>
 #include <nqcommon/math/kernels/strided.h>
+#include <nqcommon/math/matrix/internal/argument_checks.h>
 #include <nqcommon/math/matrix/internal/sparse_run.h>
 
 namespace NQMath_940 {
@@ -158,7 +161,7 @@ bool NQRectMatrix::ZeroOutCol(int j) {
 }
 
 bool NQRectMatrix::ZeroOutRowPart(int i, int first, int count) {
-  if (!HasRow(i) || first < 0 || count < 0 || count > fNCols - first) return false;
+  if (!HasRow(i) || !internal::IsRun(fNCols, first, count)) return false;
   std::fill_n(GetRowPtr(i) + first, count, 0.0);
   return true;
 }
@@ -186,6 +189,18 @@ long long NQRectMatrix::CheckForOnes(double eps) {
     ++ones;
   }
   return ones;
+}
+
+// ---- Diagnostic display ------------------------------------------------------------------------
+
+void NQRectMatrix::Display() const {
+  NQCommon_940::GuardMemory([&] {
+    NQDisplay_940::DisplayText(1, "NQRectMatrix display start");
+    NQDisplay_940::DisplayI("The number of rows", fNRows);
+    NQDisplay_940::DisplayI("The number of columns", fNCols);
+    for (int i = 0; i < fNRows; ++i) NQDisplay_940::DisplayDAS(GetRowPtr(i), fNCols);
+    NQDisplay_940::DisplayText(1, "NQRectMatrix display end");
+  });
 }
 
 }  // namespace NQMath_940

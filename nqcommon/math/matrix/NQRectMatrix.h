@@ -23,13 +23,12 @@ class NQSymMatrix;
 //           throws.
 // Threads   one object, one thread at a time.
 //
-// Contents  NQRectMatrix.cpp               shape, elements, norms, mechanical operations
+// Contents  NQRectMatrix.cpp               shape, elements, norms, mechanical operations, display
 //           NQRectMatrix_copy.cpp          rows, columns and parts in and out
 //           NQRectMatrix_product.cpp       products, traces
 //           NQRectMatrix_solve.cpp         linear systems, least squares, projection
 //           NQRectMatrix_qr.cpp            QR decomposition
 //           NQRectMatrix_estimability.cpp  redundancies, estimable functions, contrast rows
-//           NQRectMatrix_display.cpp       diagnostic display
 class NQ_API NQRectMatrix : public INQRectMatrix, private MatrixStorage<RectShape> {
  public:
   // ---- Life cycle and shape (NQRectMatrix.cpp) -------------------------------------------------
@@ -89,7 +88,6 @@ class NQ_API NQRectMatrix : public INQRectMatrix, private MatrixStorage<RectShap
   // ---- Rows, columns and parts (NQRectMatrix_copy.cpp) -----------------------------------------
 
   bool GetRow(int i, std::vector<double>& out) const override;
-  bool GetCol(int j, std::vector<double>& out) const override;
   bool SetRow(int i, const NQSparseVector& v) override;
   bool CopyRows(const INQRectMatrix& src, int first, int count) override;
   bool CopyRowToRow(int from, int to, INQRectMatrix& dst) const override;
@@ -211,10 +209,9 @@ class NQ_API NQRectMatrix : public INQRectMatrix, private MatrixStorage<RectShap
   // row i for k != i, then row i <- 0. Column j is exactly 0 afterwards. False when r(i,j) is 0.
   bool ZeroOutPivotRow(int i, int j);
 
-  // ---- Diagnostic display (NQRectMatrix_display.cpp) -------------------------------------------
+  // ---- Diagnostic display (NQRectMatrix.cpp) ---------------------------------------------------
 
   void Display() const override;
-  void DisplayF() const override;
 
  private:
   std::size_t Rows() const { return fNRows > 0 ? static_cast<std::size_t>(fNRows) : 0; }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <numeric>
 
 #include <nqcommon/common/memory_guard.h>
 #include <nqcommon/math/matrix/internal/argument_checks.h>
@@ -10,11 +11,7 @@
 
 namespace NQMath_940 {
 
-using internal::AsDenseRect;
-using internal::Displaced;
-using internal::IsRun;
-using internal::Make;
-using internal::MembersOf;
+using namespace internal;
 using NQCommon_940::GuardMemory;
 
 // ---- One row or column -------------------------------------------------------------------------
@@ -23,17 +20,11 @@ bool NQRectMatrix::GetRow(int i, std::vector<double>& out) const {
   return HasRow(i) && GuardMemory([&] { out.assign(GetRowPtr(i), GetRowPtr(i) + fNCols); });
 }
 
-bool NQRectMatrix::GetCol(int j, std::vector<double>& out) const {
-  if (!HasCol(j) || !GuardMemory([&] { out.resize(Rows()); })) return false;
-  for (int i = 0; i < fNRows; ++i) out[static_cast<std::size_t>(i)] = GetElem(i, j);
-  return true;
-}
-
 bool NQRectMatrix::SetRow(int i, const NQSparseVector& v) {
-  if (!HasRow(i) || !internal::FitsIn(v, Cols())) return false;
+  if (!HasRow(i) || !FitsIn(v, Cols())) return false;
   double* row = GetRowPtr(i);
   std::fill_n(row, fNCols, 0.0);
-  internal::RunOf(v).ForEach([row](std::size_t j, double x) { row[j] = x; });
+  RunOf(v).ForEach([row](std::size_t j, double x) { row[j] = x; });
   return true;
 }
 
@@ -83,13 +74,10 @@ bool NQRectMatrix::CopyRows(const INQRectMatrix& src, int first, int count) {
 }
 
 bool NQRectMatrix::CopyColumns(const INQRectMatrix& src, int first, int count) {
-  NQRectMatrix row(1, src.GetNCols(), false);
-  return src.IsValidMatrix() && IsRun(src.GetNCols(), first, count) && row.IsValidMatrix() &&
-         Make(src.GetNRows(), count, this, [&](NQRectMatrix& result) {
-           for (int i = 0; i < result.fNRows; ++i) {
-             src.CopyRowToRow(i, 0, row);
-             std::copy_n(row.GetRowPtr(0) + first, count, result.GetRowPtr(i));
-           }
+  return IsRun(src.GetNCols(), first, count) && GuardMemory(false, [&] {
+           std::vector<int> columns(static_cast<std::size_t>(count));
+           std::iota(columns.begin(), columns.end(), first);
+           return src.ExtractColumns(columns, *this);
          });
 }
 

@@ -36,12 +36,9 @@ int NQRectMatrix::FindRedundancies(double eps, NQBitSet& nonRedundant, bool byRo
 }
 
 int NQRectMatrix::FindNonRedunIndices(double eps, std::vector<int>& indices, bool byRows) const {
-  return GuardMemory(-1, [&] {
-    NQSymMatrix s;
-    std::vector<double> t;
-    if (!(eps >= 0) || !CrossProducts(*this, byRows, s, t)) return -1;
-    return s.CholIndNonRed(0, eps * eps, indices);
-  });
+  NQBitSet nonRedundant;
+  const int redundant = FindRedundancies(eps, nonRedundant, byRows);
+  return redundant >= 0 && nonRedundant.GetMembers(indices) ? redundant : -1;
 }
 
 int NQRectMatrix::ExtractFullRank(double eps, NQRectMatrix& out, std::vector<int>& indices,

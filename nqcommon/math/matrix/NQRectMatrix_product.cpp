@@ -13,17 +13,7 @@
 
 namespace NQMath_940 {
 
-using internal::AddScaled;
-using internal::AsDenseRect;
-using internal::AsSparse;
-using internal::ColsOf;
-using internal::DotProduct;
-using internal::Entries;
-using internal::FitsIn;
-using internal::MultiplyInto;
-using internal::RowsAt;
-using internal::RowsOf;
-using internal::TransposeOf;
+using namespace internal;
 using NQCommon_940::GuardMemory;
 using NQCommon_940::NQMV;
 
@@ -32,7 +22,7 @@ using NQCommon_940::NQMV;
 bool NQRectMatrix::ComputeMatrixProduct(const INQRectMatrix& b, INQRectMatrix& out) const {
   if (!IsValidMatrix() || b.GetNRows() != fNCols) return false;
   if (const NQSparseRectMatrix* sparse = AsSparse(b))
-    return internal::TimesSparse(*this, *sparse, AsDenseRect(out));
+    return TimesSparse(*this, *sparse, AsDenseRect(out));
   const Entries B(b);
   return B.AreThere() && MultiplyInto(RowsAt(fvData.data(), Cols()), B.Rows(), Rows(), Cols(),
                                       ColsOf(b), AsDenseRect(out));
@@ -45,7 +35,7 @@ bool NQRectMatrix::ComputeMatrixProduct(const INQSymMatrix& b, INQRectMatrix& ou
 bool NQRectMatrix::ComputeProductMatrixTrans(const INQRectMatrix& b, INQRectMatrix& out) const {
   if (!IsValidMatrix() || b.GetNCols() != fNCols) return false;
   if (const NQSparseRectMatrix* sparse = AsSparse(b))
-    return internal::TimesSparseTrans(*this, *sparse, AsDenseRect(out));
+    return TimesSparseTrans(*this, *sparse, AsDenseRect(out));
   const Entries B(b);
   return B.AreThere() && MultiplyInto(RowsAt(fvData.data(), Cols()), B.Transpose(), Rows(), Cols(),
                                       RowsOf(b), AsDenseRect(out));
@@ -57,8 +47,7 @@ bool NQRectMatrix::ComputeBlockDiagSR(const INQSymMatrix& s, NQRectMatrix& out) 
   NQRectMatrix result(fNRows, fNCols, false);
   return IsValidMatrix() && wholeBlocks && result.IsValidMatrix() && GuardMemory([&] {
            for (int first = 0; first < fNRows; first += n)
-             internal::SymmetricTimes(s, RowsAt(GetRowPtr(first), Cols()), Cols(),
-                                      result.GetRowPtr(first));
+             SymmetricTimes(s, RowsAt(GetRowPtr(first), Cols()), Cols(), result.GetRowPtr(first));
            out = std::move(result);
          });
 }
@@ -73,12 +62,11 @@ bool NQRectMatrix::ComputeR1TransSR2(const INQSymMatrix& s, const NQRectMatrix& 
 }
 
 bool NQRectMatrix::ComputeRDiagV(const std::vector<double>& v, NQRectMatrix& out) const {
-  return IsValidMatrix() && v.size() == Cols() && internal::ScaleColumns(*this, v, &out);
+  return IsValidMatrix() && v.size() == Cols() && ScaleColumns(*this, v, &out);
 }
 
 bool NQRectMatrix::ComputeDiagR(const NQDiagMatrix& d, NQRectMatrix& out) const {
-  return IsValidMatrix() && d.GetNRows() == fNRows &&
-         internal::ScaleRows(d.AsVectorConst(), *this, &out);
+  return IsValidMatrix() && d.GetNRows() == fNRows && ScaleRows(d.AsVectorConst(), *this, &out);
 }
 
 bool NQRectMatrix::ComputeAXpY(double a, NQRectMatrix& y) const {
@@ -128,21 +116,19 @@ bool NQRectMatrix::TraceOfProductSubMatSym(int row, int col, const INQSymMatrix&
 // ---- Vectors -----------------------------------------------------------------------------------
 
 bool NQRectMatrix::ComputeRV(const std::vector<double>& v, std::vector<double>& out) const {
-  std::vector<double> product;
-  if (!IsValidMatrix() || v.size() != Cols() || !internal::MakeZeros(Rows(), product)) return false;
-  internal::Multiply(RowsAt(v.data(), 0), TransposeOf(fvData.data(), Cols()), 1, Cols(), Rows(),
-                     product.data());
-  out = std::move(product);
-  return true;
+  return IsValidMatrix() && v.size() == Cols() &&
+         MakeVector(Rows(), out, [&](std::vector<double>& product) {
+           Multiply(RowsAt(v.data(), 0), TransposeOf(fvData.data(), Cols()), 1, Cols(), Rows(),
+                    product.data());
+         });
 }
 
 bool NQRectMatrix::ComputeVR(const std::vector<double>& v, std::vector<double>& out) const {
-  std::vector<double> product;
-  if (!IsValidMatrix() || v.size() != Rows() || !internal::MakeZeros(Cols(), product)) return false;
-  internal::Multiply(RowsAt(v.data(), 0), RowsAt(fvData.data(), Cols()), 1, Rows(), Cols(),
-                     product.data());
-  out = std::move(product);
-  return true;
+  return IsValidMatrix() && v.size() == Rows() &&
+         MakeVector(Cols(), out, [&](std::vector<double>& product) {
+           Multiply(RowsAt(v.data(), 0), RowsAt(fvData.data(), Cols()), 1, Rows(), Cols(),
+                    product.data());
+         });
 }
 
 double NQRectMatrix::ComputeVRW(const std::vector<double>& v, const std::vector<double>& w) const {
@@ -154,8 +140,8 @@ double NQRectMatrix::ComputeVRW(const std::vector<double>& v, const std::vector<
 double NQRectMatrix::ComputeSpVRSpW(const NQSparseVector& v, const NQSparseVector& w) const {
   if (!IsValidMatrix() || !FitsIn(v, Rows()) || !FitsIn(w, Cols())) return NQMV::Missing();
   double sum = 0;
-  internal::RunOf(v).ForEach([&](std::size_t i, double x) {
-    sum += x * DotProduct(internal::RunOf(w), fvData.data() + i * Cols());
+  RunOf(v).ForEach([&](std::size_t i, double x) {
+    sum += x * DotProduct(RunOf(w), fvData.data() + i * Cols());
   });
   return sum;
 }
@@ -167,7 +153,7 @@ double NQRectMatrix::DotProductCol(int j1, int j2) const { return DotProductColC
 double NQRectMatrix::DotProductColCol(int j, const INQRectMatrix& b, int k) const {
   std::vector<double> column;
   if (!HasCol(j) || b.GetNRows() != fNRows || !b.GetCol(k, column)) return NQMV::Missing();
-  return internal::Dot(fNRows, GetColPtr(j), fNCols, column.data(), 1);
+  return Dot(fNRows, GetColPtr(j), fNCols, column.data(), 1);
 }
 
 double NQRectMatrix::DotProductRowCol(int i, const INQRectMatrix& b, int j) const {

@@ -13,10 +13,7 @@
 namespace NQMath_940 {
 namespace {
 
-using internal::AddScaled;
-using internal::Operand;
-using internal::RowsAt;
-using internal::TransposeOf;
+using namespace internal;
 
 // The Householder reflections I - tau v v' of an m x n matrix, m >= n, in panels of neighbouring
 // columns. With the vectors v of a panel as the columns of V, the product of its reflections is

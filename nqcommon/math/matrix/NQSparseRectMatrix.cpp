@@ -8,20 +8,18 @@
 #include <nqcommon/common/display.h>
 #include <nqcommon/common/memory_guard.h>
 #include <nqcommon/math/matrix/internal/argument_checks.h>
-#include <nqcommon/math/matrix/internal/display_rows.h>
 #include <nqcommon/math/matrix/internal/sparse_run.h>
 
 namespace NQMath_940 {
 
-using internal::RunOf;
-using internal::SparseRun;
-using internal::StoredIn;
+using namespace internal;
 using NQCommon_940::GuardMemory;
 
 // ---- Life cycle and shape ----------------------------------------------------------------------
 
-NQSparseRectMatrix::NQSparseRectMatrix(int capacity, int columns, int k)
-    : fNCols(columns), fNEntries(k) {
+NQSparseRectMatrix::NQSparseRectMatrix(int capacity, int columns, int k) {
+  fNCols = columns;
+  fNEntries = k;
   if (k < 1 || k > columns) {
     Fail();
   } else {
@@ -29,51 +27,24 @@ NQSparseRectMatrix::NQSparseRectMatrix(int capacity, int columns, int k)
   }
 }
 
-NQSparseRectMatrix::NQSparseRectMatrix(const NQSparseRectMatrix& other) : INQRectMatrix() {
-  *this = other;
-}
-
-NQSparseRectMatrix& NQSparseRectMatrix::operator=(const NQSparseRectMatrix& other) {
-  if (this == &other) return *this;
-  fNRows = other.fNRows;
-  fCapacity = other.fCapacity;
-  fNCols = other.fNCols;
-  fNEntries = other.fNEntries;
-  if (!GuardMemory([&] {
-        fvElems = other.fvElems;
-        fvIndices = other.fvIndices;
-        fvRowElems = other.fvRowElems;
-        fvRowIndices = other.fvRowIndices;
-      }))
-    Fail();
+NQSparseRectMatrix& NQSparseRectMatrix::operator=(const NQSparseRectMatrix& other) noexcept {
+  if (this != &other && !GuardMemory([&] { SparseFields::operator=(other); })) Fail();
   return *this;
-}
-
-NQSparseRectMatrix::NQSparseRectMatrix(NQSparseRectMatrix&& other) noexcept : INQRectMatrix() {
-  *this = std::move(other);
 }
 
 NQSparseRectMatrix& NQSparseRectMatrix::operator=(NQSparseRectMatrix&& other) noexcept {
   if (this == &other) return *this;
-  fNRows = std::exchange(other.fNRows, 0);
-  fCapacity = std::exchange(other.fCapacity, 0);
-  fNCols = other.fNCols;
-  fNEntries = other.fNEntries;
-  fvElems = std::exchange(other.fvElems, {});
-  fvIndices = std::exchange(other.fvIndices, {});
-  fvRowElems = std::exchange(other.fvRowElems, {});
-  fvRowIndices = std::exchange(other.fvRowIndices, {});
+  SparseFields without;
+  without.fNCols = other.fNCols;
+  without.fNEntries = other.fNEntries;
+  SparseFields::operator=(std::exchange<SparseFields>(other, std::move(without)));
   return *this;
 }
 
-NQSparseRectMatrix::~NQSparseRectMatrix() = default;
-
 // Fail makes the matrix what a failed allocation leaves, and returns false.
 bool NQSparseRectMatrix::Fail() {
+  SparseFields::operator=({});
   fNRows = fNCols = -1;
-  fCapacity = fNEntries = 0;
-  fvElems = fvRowElems = {};
-  fvIndices = fvRowIndices = {};
   return false;
 }
 
@@ -148,7 +119,7 @@ int NQSparseRectMatrix::AppendRow(const SparseRun& run, int start) {
 int NQSparseRectMatrix::AddRow() { return AppendRow({nullptr, nullptr, 0}, 0); }
 
 int NQSparseRectMatrix::AddRow(const NQSparseVector& v) {
-  if (fNRows < 0 || v.GetNElements() != fNEntries || !internal::FitsIn(v, At(fNCols))) return -1;
+  if (fNRows < 0 || v.GetNElements() != fNEntries || !FitsIn(v, At(fNCols))) return -1;
   return AppendRow(RunOf(v), 0);
 }
 
@@ -158,14 +129,14 @@ int NQSparseRectMatrix::AddRow(const NQSparseVector& v, int start, int first) {
   if (first < 0)
     first =
         static_cast<int>(std::lower_bound(indices.begin(), indices.end(), start) - indices.begin());
-  if (!internal::IsRun(v.GetNElements(), first, fNEntries) || indices[At(first)] < start ||
+  if (!IsRun(v.GetNElements(), first, fNEntries) || indices[At(first)] < start ||
       indices[At(first) + Entries() - 1] - start >= fNCols)
     return -1;
   return AppendRow({indices.data() + first, v.GetValues().data() + first, Entries()}, start);
 }
 
 bool NQSparseRectMatrix::SetRow(int i, const NQSparseVector& v) {
-  if (!HasRow(i) || v.GetNElements() > fNEntries || !internal::FitsIn(v, At(fNCols))) return false;
+  if (!HasRow(i) || v.GetNElements() > fNEntries || !FitsIn(v, At(fNCols))) return false;
   Store(i, RunOf(v), 0);
   return true;
 }
@@ -217,16 +188,10 @@ bool NQSparseRectMatrix::GetRow(int i, std::vector<double>& out) const {
   return true;
 }
 
-bool NQSparseRectMatrix::GetCol(int j, std::vector<double>& out) const {
-  if (!HasCol(j) || !GuardMemory([&] { out.resize(At(fNRows)); })) return false;
-  for (int i = 0; i < fNRows; ++i) out[At(i)] = GetElem(i, j);
-  return true;
-}
-
 void NQSparseRectMatrix::Clear() { std::fill(fvElems.begin(), fvElems.end(), 0.0); }
 
 bool NQSparseRectMatrix::ZeroOutRowPart(int i, int first, int count) {
-  if (!HasRow(i) || !internal::IsRun(fNCols, first, count)) return false;
+  if (!HasRow(i) || !IsRun(fNCols, first, count)) return false;
   for (std::size_t at = At(i) * Entries(), end = at + Entries(); at < end; ++at) {
     if (fvIndices[at] >= first && fvIndices[at] - first < count) fvElems[at] = 0;
   }
@@ -257,10 +222,6 @@ void NQSparseRectMatrix::Display() const {
     }
     DisplayText(1, "NQSparseRectMatrix display end");
   });
-}
-
-void NQSparseRectMatrix::DisplayF() const {
-  GuardMemory([&] { internal::DisplayAllRows("NQSparseRectMatrix", *this); });
 }
 
 }  // namespace NQMath_940

@@ -16,6 +16,18 @@ namespace internal {
 struct SparseRun;
 }
 
+// What NQSparseRectMatrix keeps, private to it.
+struct NQ_API SparseFields {
+  int fNRows = 0;
+  int fCapacity = 0;
+  int fNCols = 0;
+  int fNEntries = 0;
+  std::vector<double> fvElems;
+  std::vector<int> fvIndices;
+  std::vector<double> fvRowElems;  // scratch: a row being assembled
+  std::vector<int> fvRowIndices;
+};
+
 // Matrix of m rows and n columns whose rows each store k entries, k fixed at construction.
 //
 // Layout    row i has the places i k .. i k + k-1 of two parallel arrays, values and column
@@ -39,18 +51,19 @@ struct SparseRun;
 // Contents  NQSparseRectMatrix.cpp          shape, rows, elements, display
 //           NQSparseRectMatrix_copy.cpp     rows, columns and parts out
 //           NQSparseRectMatrix_product.cpp  norms and products
-class NQ_API NQSparseRectMatrix : public INQRectMatrix {
+class NQ_API NQSparseRectMatrix : public INQRectMatrix, private SparseFields {
  public:
   // ---- Life cycle and shape (NQSparseRectMatrix.cpp) -------------------------------------------
 
   // No rows, storage for `capacity` of them.
   NQSparseRectMatrix(int capacity, int columns, int k);
-  NQSparseRectMatrix(const NQSparseRectMatrix& other);
-  NQSparseRectMatrix& operator=(const NQSparseRectMatrix& other);
+  NQSparseRectMatrix(const NQSparseRectMatrix& other) noexcept { *this = other; }
+  NQSparseRectMatrix& operator=(const NQSparseRectMatrix& other) noexcept;
   // The source is left without rows and capacity.
-  NQSparseRectMatrix(NQSparseRectMatrix&& other) noexcept;
+  NQSparseRectMatrix(NQSparseRectMatrix&& other) noexcept {
+    *this = static_cast<NQSparseRectMatrix&&>(other);
+  }
   NQSparseRectMatrix& operator=(NQSparseRectMatrix&& other) noexcept;
-  ~NQSparseRectMatrix() override;
 
   int GetMatrixType() const override { return 1; }
   bool IsValidMatrix() const override { return fNRows >= 0 && fCapacity >= 1; }
@@ -92,13 +105,11 @@ class NQ_API NQSparseRectMatrix : public INQRectMatrix {
   bool GetRow(int i, const int*& indices, const double*& values) const;
   bool GetRow(int i, std::vector<int>& indices, std::vector<double>& values) const;
   bool GetRow(int i, std::vector<double>& out) const override;
-  bool GetCol(int j, std::vector<double>& out) const override;
   // Values 0; the slots stay.
   void Clear() override;
   bool ZeroOutRowPart(int i, int first, int count) override;
   bool IsRowZero(int i) const override;
   void Display() const override;
-  void DisplayF() const override;
 
   // ---- Rows, columns and parts (NQSparseRectMatrix_copy.cpp) -----------------------------------
 
@@ -153,15 +164,6 @@ class NQ_API NQSparseRectMatrix : public INQRectMatrix {
   int AppendRow(const internal::SparseRun& run, int start);
   template <class Place>
   bool Scatter(long long m, long long n, INQRectMatrix& out, Place place) const;
-
-  int fNRows = 0;
-  int fCapacity = 0;
-  int fNCols = 0;
-  int fNEntries = 0;
-  std::vector<double> fvElems;
-  std::vector<int> fvIndices;
-  std::vector<double> fvRowElems;  // scratch: a row being assembled
-  std::vector<int> fvRowIndices;
 };
 
 }  // namespace NQMath_940

@@ -9,9 +9,7 @@
 
 namespace NQMath_940 {
 
-using internal::IsRun;
-using internal::SparseRun;
-using internal::StoredIn;
+using namespace internal;
 using NQCommon_940::GuardMemory;
 
 // ---- Rows and columns --------------------------------------------------------------------------
@@ -65,8 +63,8 @@ bool NQSparseRectMatrix::CopyRows(const INQRectMatrix& src, int first, int count
   if (fNRows < 0 || !src.IsValidMatrix() || !IsRun(src.GetNRows(), first, count) ||
       src.GetNCols() < fNEntries)
     return false;
-  const NQSparseRectMatrix* sparse = internal::AsSparse(src);
-  const NQRectMatrix* dense = internal::AsDenseRect(src);
+  const NQSparseRectMatrix* sparse = AsSparse(src);
+  const NQRectMatrix* dense = AsDenseRect(src);
   const std::size_t n = At(src.GetNCols());
   NQSparseRectMatrix result(std::max(count, 1), src.GetNCols(), fNEntries);
   if (!result.IsValidMatrix()) return false;
@@ -89,8 +87,8 @@ bool NQSparseRectMatrix::CopyRows(const INQRectMatrix& src, int first, int count
 bool NQSparseRectMatrix::CopyRowToRow(int from, int to, INQRectMatrix& dst) const {
   if (!HasRow(from) || to < 0 || to >= dst.GetNRows() || dst.GetNCols() != fNCols) return false;
   const SparseRun run = StoredIn(*this, from);
-  if (NQSparseRectMatrix* sparse = internal::AsSparse(dst)) return sparse->StoreWhatFits(to, run);
-  double* row = internal::AsDenseRect(dst)->GetRowPtr(to);
+  if (NQSparseRectMatrix* sparse = AsSparse(dst)) return sparse->StoreWhatFits(to, run);
+  double* row = AsDenseRect(dst)->GetRowPtr(to);
   std::fill_n(row, fNCols, 0.0);
   run.ForEach([row](std::size_t j, double x) { row[j] = x; });
   return true;
@@ -117,8 +115,7 @@ bool NQSparseRectMatrix::GetSparseMatrixColumns(std::vector<std::vector<int>>& i
 // Scatter makes `out` m x n zeros, in which place(out, i, j, x) puts every stored entry.
 template <class Place>
 bool NQSparseRectMatrix::Scatter(long long m, long long n, INQRectMatrix& out, Place place) const {
-  return IsValidMatrix() &&
-         internal::Make(m, n, internal::AsDenseRect(out), [&](NQRectMatrix& result) {
+  return IsValidMatrix() && Make(m, n, AsDenseRect(out), [&](NQRectMatrix& result) {
            for (int i = 0; i < fNRows; ++i) {
              StoredIn(*this, i).ForEach(
                  [&](std::size_t j, double x) { place(result, i, static_cast<int>(j), x); });
@@ -154,7 +151,7 @@ bool NQSparseRectMatrix::ShiftRows(int k, INQRectMatrix& out) const {
 
 bool NQSparseRectMatrix::ExpandSquare(const NQBitSet& set, NQRectMatrix& out) const {
   return fNRows == fNCols && set.InSet() == fNRows && GuardMemory(false, [&] {
-           const std::vector<int> members = internal::MembersOf(set);
+           const std::vector<int> members = MembersOf(set);
            return Scatter(set.Size(), set.Size(), out,
                           [&](NQRectMatrix& to, int i, int j, double x) {
                             to.SetElem(members[At(i)], members[At(j)], x);

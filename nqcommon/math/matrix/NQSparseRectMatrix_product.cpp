@@ -1,7 +1,5 @@
 #include <nqcommon/math/matrix/NQSparseRectMatrix.h>
 
-#include <utility>
-
 #include <nqcommon/common/NQMV.h>
 #include <nqcommon/math/kernels/strided.h>
 #include <nqcommon/math/matrix/internal/matrix_results.h>
@@ -9,21 +7,19 @@
 
 namespace NQMath_940 {
 
-using internal::AsDenseRect;
-using internal::AsSparse;
-using internal::StoredIn;
+using namespace internal;
 using NQCommon_940::NQMV;
 
 // ---- Norms -------------------------------------------------------------------------------------
 
 double NQSparseRectMatrix::ColNorm(int j) const {
   std::vector<double> column;
-  return GetCol(j, column) ? internal::Nrm2(fNRows, column.data(), 1) : NQMV::Missing();
+  return GetCol(j, column) ? Nrm2(fNRows, column.data(), 1) : NQMV::Missing();
 }
 
 double NQSparseRectMatrix::RowNorm(int i) const {
   if (!HasRow(i)) return NQMV::Missing();
-  return internal::Nrm2(fNEntries, fvElems.data() + At(i) * Entries(), 1);
+  return Nrm2(fNEntries, fvElems.data() + At(i) * Entries(), 1);
 }
 
 // ---- Matrices ----------------------------------------------------------------------------------
@@ -33,14 +29,14 @@ bool NQSparseRectMatrix::ComputeMatrixProduct(const INQRectMatrix& b, INQRectMat
   if (!IsValidMatrix() || !b.IsValidMatrix() || b.GetNRows() != fNCols) return false;
   const NQSparseRectMatrix* sparse = AsSparse(b);
   const NQRectMatrix* dense = AsDenseRect(b);
-  return internal::Make(fNRows, b.GetNCols(), AsDenseRect(out), [&](NQRectMatrix& result) {
+  return Make(fNRows, b.GetNCols(), AsDenseRect(out), [&](NQRectMatrix& result) {
     for (int i = 0; i < fNRows; ++i) {
       double* row = result.GetRowPtr(i);
       StoredIn(*this, i).ForEach([&](std::size_t j, double x) {
         if (sparse) {
-          internal::AddScaled(StoredIn(*sparse, static_cast<int>(j)), x, row);
+          AddScaled(StoredIn(*sparse, static_cast<int>(j)), x, row);
         } else {
-          internal::AddScaled(internal::ColsOf(b), x, dense->GetRowPtr(static_cast<int>(j)), row);
+          AddScaled(ColsOf(b), x, dense->GetRowPtr(static_cast<int>(j)), row);
         }
       });
     }
@@ -50,7 +46,7 @@ bool NQSparseRectMatrix::ComputeMatrixProduct(const INQRectMatrix& b, INQRectMat
 bool NQSparseRectMatrix::ComputeProductMatrixTrans(const INQRectMatrix& b,
                                                    INQRectMatrix& out) const {
   if (!IsValidMatrix() || !b.IsValidMatrix() || b.GetNCols() != fNCols) return false;
-  return internal::Make(fNRows, b.GetNRows(), AsDenseRect(out), [&](NQRectMatrix& result) {
+  return Make(fNRows, b.GetNRows(), AsDenseRect(out), [&](NQRectMatrix& result) {
     for (int i = 0; i < fNRows; ++i) {
       for (int k = 0; k < b.GetNRows(); ++k) result.SetElem(i, k, DotProductRowRow(i, b, k));
     }
@@ -58,23 +54,18 @@ bool NQSparseRectMatrix::ComputeProductMatrixTrans(const INQRectMatrix& b,
 }
 
 bool NQSparseRectMatrix::ComputeRV(const std::vector<double>& v, std::vector<double>& out) const {
-  std::vector<double> product;
-  if (!IsValidMatrix() || v.size() != At(fNCols) || !internal::MakeZeros(At(fNRows), product))
-    return false;
-  for (int i = 0; i < fNRows; ++i)
-    product[At(i)] = internal::DotProduct(StoredIn(*this, i), v.data());
-  out = std::move(product);
-  return true;
+  return IsValidMatrix() && v.size() == At(fNCols) &&
+         MakeVector(At(fNRows), out, [&](std::vector<double>& product) {
+           for (int i = 0; i < fNRows; ++i)
+             product[At(i)] = DotProduct(StoredIn(*this, i), v.data());
+         });
 }
 
 bool NQSparseRectMatrix::ComputeVR(const std::vector<double>& v, std::vector<double>& out) const {
-  std::vector<double> product;
-  if (!IsValidMatrix() || v.size() != At(fNRows) || !internal::MakeZeros(At(fNCols), product))
-    return false;
-  for (int i = 0; i < fNRows; ++i)
-    internal::AddScaled(StoredIn(*this, i), v[At(i)], product.data());
-  out = std::move(product);
-  return true;
+  return IsValidMatrix() && v.size() == At(fNRows) &&
+         MakeVector(At(fNCols), out, [&](std::vector<double>& product) {
+           for (int i = 0; i < fNRows; ++i) AddScaled(StoredIn(*this, i), v[At(i)], product.data());
+         });
 }
 
 // ---- Dot products of rows and columns ----------------------------------------------------------
@@ -97,8 +88,8 @@ double NQSparseRectMatrix::DotProductRowCol(int i, const INQRectMatrix& b, int j
 double NQSparseRectMatrix::DotProductRowRow(int i, const INQRectMatrix& b, int k) const {
   if (!HasRow(i) || b.GetNCols() != fNCols || k < 0 || k >= b.GetNRows()) return NQMV::Missing();
   if (const NQSparseRectMatrix* sparse = AsSparse(b))
-    return internal::DotProduct(StoredIn(*this, i), StoredIn(*sparse, k));
-  return internal::DotProduct(StoredIn(*this, i), AsDenseRect(b)->GetRowPtr(k));
+    return DotProduct(StoredIn(*this, i), StoredIn(*sparse, k));
+  return DotProduct(StoredIn(*this, i), AsDenseRect(b)->GetRowPtr(k));
 }
 
 }  // namespace NQMath_940

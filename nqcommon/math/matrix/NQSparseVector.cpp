@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <limits>
-#include <utility>
 
 #include <nqcommon/common/NQMV.h>
 #include <nqcommon/math/matrix/NQSymMatrix.h>
@@ -18,7 +17,7 @@ using NQCommon_940::NQMV;
 
 namespace {
 
-bool MakeVector(const std::vector<int>& indices, const std::vector<double>& values) {
+bool AreVector(const std::vector<int>& indices, const std::vector<double>& values) {
   const auto stays = [](int a, int b) { return a >= b; };
   return !indices.empty() && indices.size() == values.size() &&
          indices.size() <= static_cast<std::size_t>(std::numeric_limits<int>::max()) &&
@@ -32,7 +31,7 @@ NQSparseVector::NQSparseVector(const std::vector<int>& indices, const std::vecto
     : fNElements(static_cast<int>(indices.size())),
       fpIndices(&indices),
       fpValues(&values),
-      fValid(MakeVector(indices, values)) {}
+      fValid(AreVector(indices, values)) {}
 
 int NQSparseVector::GetMinVecSize() const {
   if (!IsValid()) return 0;
@@ -53,12 +52,11 @@ double NQSparseVector::GetValue(int i) const {
 // ---- Dense vectors -----------------------------------------------------------------------------
 
 bool NQSparseVector::ConvertToRegularVector(std::vector<double>& out) const {
-  std::vector<double> dense;
-  if (!IsValid() || !internal::MakeZeros(static_cast<std::size_t>(fpIndices->back()) + 1, dense))
-    return false;
-  RunOf(*this).ForEach([&](std::size_t i, double x) { dense[i] = x; });
-  out = std::move(dense);
-  return true;
+  return IsValid() && internal::MakeVector(
+                          static_cast<std::size_t>(fpIndices->back()) + 1, out,
+                          [this](std::vector<double>& dense) {
+                            RunOf(*this).ForEach([&](std::size_t i, double x) { dense[i] = x; });
+                          });
 }
 
 bool NQSparseVector::IncrementPart(std::vector<double>& v, int offset, double a) const {
@@ -125,23 +123,22 @@ bool NQSparseVector::ComputeProbabilities(int nClasses, std::vector<double>& out
   if (nClasses < 0 || !FitsIn(*this, static_cast<std::size_t>(nClasses)) ||
       std::any_of(fpValues->begin(), fpValues->end(), NQMV::IsMissing))
     return false;
-  std::vector<double> shares;
-  if (!internal::MakeZeros(static_cast<std::size_t>(nClasses), shares)) return false;
-  RunOf(*this).ForEach([&](std::size_t i, double x) { shares[i] = x; });
-  const double largest = *std::max_element(shares.begin(), shares.end());
-  double sum = 0;
-  for (double& share : shares) {
-    // An infinite share minus itself would be NaN.
-    if (share == largest) {
-      share = 1;
-    } else {
-      NQPower::Exponent(share - largest, share);
-    }
-    sum += share;
-  }
-  for (double& share : shares) share /= sum;
-  out = std::move(shares);
-  return true;
+  return internal::MakeVector(
+      static_cast<std::size_t>(nClasses), out, [this](std::vector<double>& shares) {
+        RunOf(*this).ForEach([&](std::size_t i, double x) { shares[i] = x; });
+        const double largest = *std::max_element(shares.begin(), shares.end());
+        double sum = 0;
+        for (double& share : shares) {
+          // An infinite share minus itself would be NaN.
+          if (share == largest) {
+            share = 1;
+          } else {
+            NQPower::Exponent(share - largest, share);
+          }
+          sum += share;
+        }
+        for (double& share : shares) share /= sum;
+      });
 }
 
 }  // namespace NQMath_940

@@ -283,10 +283,6 @@ void NQSymBlockDiagMatrix::Clear() {
   ForEachBlock([](INQSymMatrix& block, int) { block.Clear(); });
 }
 
-void NQSymBlockDiagMatrix::AddToDiagonal(double x) {
-  ForEachBlock([x](INQSymMatrix& block, int) { block.AddToDiagonal(x); });
-}
-
 void NQSymBlockDiagMatrix::ChangeSign() {
   ForEachBlock([](INQSymMatrix& block, int) { block.ChangeSign(); });
 }

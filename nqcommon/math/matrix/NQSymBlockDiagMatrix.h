@@ -53,6 +53,7 @@ class NQ_API NQSymBlockDiagMatrix : public INQSymMatrix {
   // Some overloads of these are bodies of the interface.
   using INQSymMatrix::ComputeLTransV;
   using INQSymMatrix::ComputeLV;
+  using INQSymMatrix::ComputeRowDotProductS;
   using INQSymMatrix::ComputeRVD;
   using INQSymMatrix::ComputeSV;
   using INQSymMatrix::ComputeVSWParts;
@@ -139,7 +140,6 @@ class NQ_API NQSymBlockDiagMatrix : public INQSymMatrix {
   // ---- Mechanical operations (NQSymBlockDiagMatrix.cpp) ----------------------------------------
 
   void Clear() override;
-  void AddToDiagonal(double x) override;
   void ChangeSign() override;
   void MultiplyByNumber(double x) override;
   bool ComputeAXpY(double a, const INQSymMatrix& x) override;
@@ -150,7 +150,6 @@ class NQ_API NQSymBlockDiagMatrix : public INQSymMatrix {
 
   // ---- Rows, parts and display (NQSymBlockDiagMatrix_rows.cpp) ---------------------------------
 
-  void GetDiagonal(std::vector<double>& out) const override;
   bool GetRow(int i, std::vector<double>& out) const override;
   bool PutRow(int i, const std::vector<double>& v) override;
   bool SetRowColToConst(int i, double x) override;
@@ -164,7 +163,6 @@ class NQ_API NQSymBlockDiagMatrix : public INQSymMatrix {
   // out = the dense expansion.
   bool FillDenseMatrix(NQSymMatrix& out) const;
   void Display() const override;
-  void DisplayF() const override;
 
   // ---- Cholesky (NQSymBlockDiagMatrix_cholesky.cpp) --------------------------------------------
 
@@ -175,11 +173,6 @@ class NQ_API NQSymBlockDiagMatrix : public INQSymMatrix {
   void LTLTransL() override;
   int LTSolve(const std::vector<double>& b, double eps, std::vector<double>& x) override;
   bool ComputeDeterminant(double eps, NQDeterminant& det) const override;
-  int CholInverse(const std::vector<double>& t, double eps, INQSymMatrix& out) const override;
-  int CholInverse(const std::vector<double>& t, double eps, INQSymMatrix& out,
-                  NQBitSet& nonRedundant) const override;
-  int CholInverse(const std::vector<double>& t, double eps, INQSymMatrix& out,
-                  double& minPivot) const override;
 
   // ---- Products (NQSymBlockDiagMatrix_product.cpp) ---------------------------------------------
 
@@ -193,7 +186,6 @@ class NQ_API NQSymBlockDiagMatrix : public INQSymMatrix {
   bool ComputeLTransV(const std::vector<double>& v, std::vector<double>& out) const override;
   bool ComputeLV(const std::vector<double>& v, std::vector<double>& out) const override;
   double ComputeRowDotProductS(int i, const INQSymMatrix& other, int j) const override;
-  double ComputeRowDotProductS(int i, const std::vector<double>& v) const override;
   bool ComputeRS(const INQRectMatrix& r, INQRectMatrix& out) const override;
   bool ComputeRTransS(const INQRectMatrix& r, INQRectMatrix& out) const override;
   double ComputeRVD(int r, const double* x, int inc) const override;
@@ -263,12 +255,10 @@ class NQ_API NQSymBlockDiagMatrix : public INQSymMatrix {
   template <class Matrix>
   int Append(Matrix block);
   std::size_t Factor(const double* t, double eps, std::vector<bool>& aliased);
-  template <class FactorCopy>
-  int InvertInto(INQSymMatrix& out, FactorCopy factor) const;
   const NQSymBlockDiagMatrix* CutAlike(const INQSymMatrix& x, NQSymBlockDiagMatrix& cut) const;
   bool TakeLeadingBlocks(const NQSymBlockDiagMatrix& from, int n);
-  template <class F>
-  bool PutEachBlock(const NQSymBlockDiagMatrix& x, INQSymMatrix& out, F f) const;
+  template <class F, class Otherwise>
+  bool PutEachBlock(const INQSymMatrix& x, INQSymMatrix& out, F f, Otherwise otherwise) const;
   template <class F>
   bool MapVector(const std::vector<double>& v, std::vector<double>& out, F f) const;
 

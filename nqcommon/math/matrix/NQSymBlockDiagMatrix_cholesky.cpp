@@ -1,17 +1,13 @@
 #include <nqcommon/math/matrix/NQSymBlockDiagMatrix.h>
 
 #include <algorithm>
-#include <utility>
 
-#include <nqcommon/common/NQMV.h>
 #include <nqcommon/math/kernels/packed_algebra.h>
 #include <nqcommon/math/kernels/packed_cholesky.h>
 #include <nqcommon/math/matrix/internal/factor_rules.h>
-#include <nqcommon/math/matrix/internal/matrix_results.h>
+#include <nqcommon/math/matrix/internal/matrix_casts.h>
 
 namespace NQMath_940 {
-
-using NQCommon_940::NQMV;
 
 // ---- Factor ------------------------------------------------------------------------------------
 
@@ -76,40 +72,6 @@ bool NQSymBlockDiagMatrix::ComputeDeterminant(double eps, NQDeterminant& det) co
   }
   det = product.first == 0 ? NQDeterminant{0, 0} : product;
   return true;
-}
-
-// InvertInto inverts the blocks in a copy, which factor(copy) factors and `out` takes at the end.
-template <class FactorCopy>
-int NQSymBlockDiagMatrix::InvertInto(INQSymMatrix& out, FactorCopy factor) const {
-  NQSymBlockDiagMatrix inverse(*this);
-  if (out.GetType() == 1 || !inverse.IsValidMatrix()) return -1;
-  const int aliased = factor(inverse);
-  if (aliased < 0) return aliased;
-  inverse.LTInverse();
-  inverse.LTLTransL();
-  const int rank = fNRows - aliased;
-  return internal::PutBlocks(std::move(inverse), out) ? rank : -1;
-}
-
-int NQSymBlockDiagMatrix::CholInverse(const std::vector<double>& t, double eps,
-                                      INQSymMatrix& out) const {
-  return InvertInto(out, [&](NQSymBlockDiagMatrix& m) { return m.LTChol(t, eps, false); });
-}
-
-int NQSymBlockDiagMatrix::CholInverse(const std::vector<double>& t, double eps, INQSymMatrix& out,
-                                      NQBitSet& nonRedundant) const {
-  return InvertInto(out,
-                    [&](NQSymBlockDiagMatrix& m) { return m.LTChol(t, eps, nonRedundant, false); });
-}
-
-int NQSymBlockDiagMatrix::CholInverse(const std::vector<double>& t, double eps, INQSymMatrix& out,
-                                      double& minPivot) const {
-  minPivot = NQMV::Missing();
-  return InvertInto(out, [&](NQSymBlockDiagMatrix& m) {
-    const int aliased = m.LTChol(t, eps, false);
-    if (aliased >= 0) minPivot = internal::SmallestPivot(m);
-    return aliased;
-  });
 }
 
 // ---- Solve -------------------------------------------------------------------------------------

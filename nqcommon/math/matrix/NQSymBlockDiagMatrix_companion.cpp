@@ -8,8 +8,7 @@
 
 namespace NQMath_940 {
 
-using internal::ForEachInColumn;
-using internal::IsRun;
+using namespace internal;
 using NQCommon_940::GuardMemory;
 using NQCommon_940::NQMV;
 
@@ -27,7 +26,7 @@ class GrowingRun {
 
  private:
   std::size_t Position(std::size_t k) const {
-    return fFirst + k * fInc + (k > 0 ? internal::RowStart(k - 1) : 0);
+    return fFirst + k * fInc + (k > 0 ? RowStart(k - 1) : 0);
   }
 
   const std::vector<double>& fvValues;
@@ -48,11 +47,10 @@ int NQSymBlockDiagMatrix::GetIndexFirstInRow(int i) const {
 bool NQSymBlockDiagMatrix::ComputeProductLAndSquare(const NQRectMatrix& square,
                                                     NQRectMatrix& out) const {
   return IsValidMatrix() && square.GetNRows() == fNRows && square.GetNCols() == fNRows &&
-         internal::Make(fNRows, fNRows, &out, [&](NQRectMatrix& result) {
+         Make(fNRows, fNRows, &out, [&](NQRectMatrix& result) {
            for (int i = 0; i < fNRows; ++i) {
              for (int k = GetIndexFirstInRow(i); k <= i; ++k)
-               internal::AddScaled(Order(), *FindBlock(i, k), square.GetRowPtr(k),
-                                   result.GetRowPtr(i));
+               AddScaled(Order(), *FindBlock(i, k), square.GetRowPtr(k), result.GetRowPtr(i));
            }
          });
 }
@@ -65,7 +63,7 @@ bool NQSymBlockDiagMatrix::ComputeSymRowByL(const INQSymMatrix& s, int i,
 
 bool NQSymBlockDiagMatrix::ComputeVecPartByL(const std::vector<double>& v, int first,
                                              std::vector<double>& out) const {
-  if (!IsValidMatrix() || !internal::HoldsRun(v.size(), first, Order())) return false;
+  if (!IsValidMatrix() || !HoldsRun(v.size(), first, Order())) return false;
   std::vector<double> part;
   return GuardMemory([&] { part.assign(v.begin() + first, v.begin() + first + fNRows); }) &&
          ComputeLTransV(part, out);
@@ -76,9 +74,11 @@ bool NQSymBlockDiagMatrix::ComputeVecIIncrPartByL(const std::vector<double>& v, 
   const GrowingRun run(v, first, inc, Order());
   if (!IsValidMatrix() || !run.Fits()) return false;
   std::vector<double> x;
-  if (!internal::MakeZeros(Order(), x)) return false;
-  for (int k = 0; k < fNRows; ++k) x[At(k)] = run.GetAt(k);
-  return ComputeLTransV(x, out);
+  return MakeVector(Order(), x,
+                    [&](std::vector<double>& values) {
+                      for (int k = 0; k < fNRows; ++k) values[At(k)] = run.GetAt(k);
+                    }) &&
+         ComputeLTransV(x, out);
 }
 
 // ---- Dot products with columns and rows --------------------------------------------------------
@@ -112,8 +112,7 @@ double NQSymBlockDiagMatrix::DotProductLColDenseRowPart(int j, const NQRectMatri
 
 double NQSymBlockDiagMatrix::ComputeRVDParts(int r, int first, int count,
                                              const std::vector<double>& x, int inc) const {
-  if (!HasRow(r) || !IsRun(fNRows, first, count) ||
-      !internal::HoldsStrided(x.size(), At(count), inc))
+  if (!HasRow(r) || !IsRun(fNRows, first, count) || !HoldsStrided(x.size(), At(count), inc))
     return NQMV::Missing();
   const double* at = x.data() + (inc >= 0 ? 0 : (1 - std::ptrdiff_t{count}) * inc);
   double sum = 0;

@@ -1,6 +1,7 @@
 #include <nqcommon/math/matrix/NQSymBlockDiagMatrix.h>
 
 #include <algorithm>
+#include <functional>
 #include <utility>
 
 #include <nqcommon/common/NQMV.h>
@@ -13,13 +14,7 @@
 
 namespace NQMath_940 {
 
-using internal::AsDenseRect;
-using internal::AsDenseSym;
-using internal::ColsOf;
-using internal::Entries;
-using internal::ForEachInColumn;
-using internal::Operand;
-using internal::RowsOf;
+using namespace internal;
 using NQCommon_940::NQMV;
 
 // ---- Rows and vectors --------------------------------------------------------------------------
@@ -29,10 +24,6 @@ double NQSymBlockDiagMatrix::ComputeRowDotProductS(int i, const INQSymMatrix& ot
   double sum = 0;
   ForEachInColumn(*this, i, 0, [&](int k, double s) { sum += s * other.GetElem(j, k); });
   return sum;
-}
-
-double NQSymBlockDiagMatrix::ComputeRowDotProductS(int i, const std::vector<double>& v) const {
-  return HasOrder(v.size()) ? ComputeRVD(i, v.data(), 1) : NQMV::Missing();
 }
 
 double NQSymBlockDiagMatrix::ComputeRVD(int r, const double* x, int inc) const {
@@ -91,8 +82,7 @@ bool NQSymBlockDiagMatrix::ComputeLTransV(const std::vector<double>& v,
 // Each block takes its share of the rows and of the columns.
 double NQSymBlockDiagMatrix::ComputeVSWParts(const double* v, int nv, int row, const double* w,
                                              int nw, int col) const {
-  if (!internal::IsRun(fNRows, row, nv) || !internal::IsRun(fNRows, col, nw))
-    return NQMV::Missing();
+  if (!IsRun(fNRows, row, nv) || !IsRun(fNRows, col, nw)) return NQMV::Missing();
   double sum = 0;
   ForEachBlock([&](const INQSymMatrix& block, int first) {
     const int end = first + block.GetNRows();
@@ -126,7 +116,7 @@ double NQSymBlockDiagMatrix::TraceOfProductOfThree(const INQSymMatrix& a,
 // diagonal x; null for any other x.
 const NQSymBlockDiagMatrix* NQSymBlockDiagMatrix::CutAlike(const INQSymMatrix& x,
                                                            NQSymBlockDiagMatrix& cut) const {
-  if (const NQSymBlockDiagMatrix* blocks = internal::AsBlockDiag(x)) {
+  if (const NQSymBlockDiagMatrix* blocks = AsBlockDiag(x)) {
     const bool alike =
         std::equal(fvBlocks.begin(), fvBlocks.end(), blocks->fvBlocks.begin(),
                    blocks->fvBlocks.end(), [](const PlacedBlock& mine, const PlacedBlock& theirs) {
@@ -134,7 +124,7 @@ const NQSymBlockDiagMatrix* NQSymBlockDiagMatrix::CutAlike(const INQSymMatrix& x
                    });
     return alike ? blocks : nullptr;
   }
-  const NQDiagMatrix* diagonal = internal::AsDiagonal(x);
+  const NQDiagMatrix* diagonal = AsDiagonal(x);
   if (!diagonal) return nullptr;
   for (int b = 0; b < GetNBlocks() && cut.IsValidMatrix(); ++b) {
     NQDiagMatrix part(GetBlockSize(b), false);
@@ -145,80 +135,66 @@ const NQSymBlockDiagMatrix* NQSymBlockDiagMatrix::CutAlike(const INQSymMatrix& x
   return &cut;
 }
 
-// out <- the blocks f(block, block of x, result), diagonal where both are.
-template <class F>
-bool NQSymBlockDiagMatrix::PutEachBlock(const NQSymBlockDiagMatrix& x, INQSymMatrix& out,
-                                        F f) const {
-  NQSymBlockDiagMatrix result;
-  for (int b = 0; b < GetNBlocks() && x.IsValidMatrix() && result.IsValidMatrix(); ++b) {
+// out <- the blocks f(block, block of x, result), diagonal where both are; where x has not the
+// blocks here, what otherwise() answers.
+template <class F, class Otherwise>
+bool NQSymBlockDiagMatrix::PutEachBlock(const INQSymMatrix& x, INQSymMatrix& out, F f,
+                                        Otherwise otherwise) const {
+  if (x.GetNRows() != fNRows || !IsValidMatrix()) return false;
+  NQSymBlockDiagMatrix cut, result;
+  const NQSymBlockDiagMatrix* blocks = CutAlike(x, cut);
+  if (!blocks) return otherwise();
+  for (int b = 0; b < GetNBlocks() && blocks->IsValidMatrix() && result.IsValidMatrix(); ++b) {
     const auto append = [&](auto block) {
-      if (!f(Block(b), x.Block(b), block)) return false;
+      if (!f(Block(b), blocks->Block(b), block)) return false;
       result.Append(std::move(block));
       return true;
     };
-    const bool isDiagonal = GetIsBlockDiagonal(b) && x.GetIsBlockDiagonal(b);
+    const bool isDiagonal = GetIsBlockDiagonal(b) && blocks->GetIsBlockDiagonal(b);
     if (!(isDiagonal ? append(NQDiagMatrix()) : append(NQSymMatrix()))) return false;
   }
-  return x.IsValidMatrix() && internal::PutBlocks(std::move(result), out);
+  return blocks->IsValidMatrix() && PutBlocks(std::move(result), out);
 }
 
 bool NQSymBlockDiagMatrix::ComputeGMG(const INQSymMatrix& m, INQSymMatrix& out) const {
-  if (m.GetNRows() != fNRows || !IsValidMatrix()) return false;
-  NQSymBlockDiagMatrix cut;
-  if (const NQSymBlockDiagMatrix* blocks = CutAlike(m, cut)) {
-    return PutEachBlock(
-        *blocks, out, [](const INQSymMatrix& g, const INQSymMatrix& middle, INQSymMatrix& result) {
-          return g.ComputeGMG(middle, result);
-        });
-  }
-  NQRectMatrix gm, gmg;
-  return AsDenseSym(out) && ComputeSS(m, gm) && ComputeRS(gm, gmg) && internal::PutLower(gmg, out);
+  return PutEachBlock(m, out, std::mem_fn(&INQSymMatrix::ComputeGMG), [&] {
+    NQRectMatrix gm, gmg;
+    return AsDenseSym(out) && ComputeSS(m, gm) && ComputeRS(gm, gmg) && PutLower(gmg, out);
+  });
 }
 
 bool NQSymBlockDiagMatrix::ComputeGSG(const INQSymMatrix& g, INQSymMatrix& out) const {
-  if (g.GetNRows() != fNRows || !IsValidMatrix()) return false;
-  NQSymBlockDiagMatrix cut;
-  const NQSymBlockDiagMatrix* blocks = CutAlike(g, cut);
-  return blocks ? blocks->ComputeGMG(*this, out) : g.ComputeGMG(*this, out);
+  return PutEachBlock(g, out, std::mem_fn(&INQSymMatrix::ComputeGSG),
+                      [&] { return g.ComputeGMG(*this, out); });
 }
 
 bool NQSymBlockDiagMatrix::ComputeLSLTrans(const INQSymMatrix& l, INQSymMatrix& out) const {
-  if (l.GetNRows() != fNRows || !IsValidMatrix()) return false;
-  NQSymBlockDiagMatrix cut;
-  const NQSymBlockDiagMatrix* blocks = CutAlike(l, cut);
-  if (!blocks) return INQSymMatrix::ComputeLSLTrans(l, out);
-  return PutEachBlock(*blocks, out,
-                      [](const INQSymMatrix& s, const INQSymMatrix& lower, INQSymMatrix& result) {
-                        return s.ComputeLSLTrans(lower, result);
-                      });
+  return PutEachBlock(l, out, std::mem_fn(&INQSymMatrix::ComputeLSLTrans),
+                      [&] { return INQSymMatrix::ComputeLSLTrans(l, out); });
 }
 
 bool NQSymBlockDiagMatrix::ComputeLTransSL(const INQSymMatrix& l, INQSymMatrix& out) const {
-  if (l.GetNRows() != fNRows || !IsValidMatrix()) return false;
-  NQSymBlockDiagMatrix cut;
-  const NQSymBlockDiagMatrix* blocks = CutAlike(l, cut);
-  if (!blocks) return INQSymMatrix::ComputeLTransSL(l, out);
-  return PutEachBlock(*blocks, out,
-                      [](const INQSymMatrix& s, const INQSymMatrix& lower, INQSymMatrix& result) {
-                        return s.ComputeLTransSL(lower, result);
-                      });
+  return PutEachBlock(l, out, std::mem_fn(&INQSymMatrix::ComputeLTransSL),
+                      [&] { return INQSymMatrix::ComputeLTransSL(l, out); });
 }
 
 bool NQSymBlockDiagMatrix::ComputeSTransS(INQSymMatrix& out) const {
-  return IsValidMatrix() &&
-         PutEachBlock(*this, out, [](const INQSymMatrix& s, const INQSymMatrix&, auto& result) {
-           return s.ComputeSTransS(result);
-         });
+  return PutEachBlock(
+      *this, out,
+      [](const INQSymMatrix& s, const INQSymMatrix&, auto& result) {
+        return s.ComputeSTransS(result);
+      },
+      [] { return false; });
 }
 
 bool NQSymBlockDiagMatrix::ComputeSS(const INQSymMatrix& b, INQRectMatrix& out) const {
   NQRectMatrix square;
   return b.GetNRows() == fNRows && IsValidMatrix() &&
-         internal::PutRows(fNRows, fNRows, &square,
-                           [&](int i, std::vector<double>& row) { return b.GetRow(i, row); }) &&
-         internal::Make(fNRows, fNRows, AsDenseRect(out), [&](NQRectMatrix& result) {
-           internal::SymmetricTimes(*this, internal::RowsAt(square.GetRowPtr(0), Order()), Order(),
-                                    result.GetRowPtr(0));
+         PutRows(fNRows, fNRows, &square,
+                 [&](int i, std::vector<double>& row) { return b.GetRow(i, row); }) &&
+         Make(fNRows, fNRows, AsDenseRect(out), [&](NQRectMatrix& result) {
+           SymmetricTimes(*this, RowsAt(square.GetRowPtr(0), Order()), Order(),
+                          result.GetRowPtr(0));
          });
 }
 
@@ -248,27 +224,27 @@ namespace {
 // out <- (S X)', p x n.
 bool PutTransposedProduct(const INQSymMatrix& s, const Operand& x, std::size_t p,
                           NQRectMatrix* out) {
-  return internal::PutFilled(NQRectMatrix(s.GetNRows(), static_cast<int>(p), false), out,
-                             [&](NQRectMatrix& result) {
-                               internal::SymmetricTimes(s, x, p, result.GetRowPtr(0));
-                               return result.Transpose();
-                             });
+  return PutFilled(NQRectMatrix(s.GetNRows(), static_cast<int>(p), false), out,
+                   [&](NQRectMatrix& result) {
+                     SymmetricTimes(s, x, p, result.GetRowPtr(0));
+                     return result.Transpose();
+                   });
 }
 
 }  // namespace
 
 bool NQSymBlockDiagMatrix::ComputeRS(const INQRectMatrix& r, INQRectMatrix& out) const {
   if (!IsValidMatrix() || r.GetNCols() != fNRows) return false;
-  if (const NQSparseRectMatrix* sparse = internal::AsSparse(r))
-    return internal::SparseTimes(*sparse, *this, AsDenseRect(out));
+  if (const NQSparseRectMatrix* sparse = AsSparse(r))
+    return SparseTimes(*sparse, *this, AsDenseRect(out));
   const Entries R(r);
   return R.AreThere() && PutTransposedProduct(*this, R.Transpose(), RowsOf(r), AsDenseRect(out));
 }
 
 bool NQSymBlockDiagMatrix::ComputeRTransS(const INQRectMatrix& r, INQRectMatrix& out) const {
   if (!IsValidMatrix() || r.GetNRows() != fNRows) return false;
-  if (const NQSparseRectMatrix* sparse = internal::AsSparse(r))
-    return internal::SparseTransTimes(*sparse, *this, AsDenseRect(out));
+  if (const NQSparseRectMatrix* sparse = AsSparse(r))
+    return SparseTransTimes(*sparse, *this, AsDenseRect(out));
   const Entries R(r);
   return R.AreThere() && PutTransposedProduct(*this, R.Rows(), ColsOf(r), AsDenseRect(out));
 }

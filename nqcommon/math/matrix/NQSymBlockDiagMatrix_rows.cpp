@@ -6,7 +6,6 @@
 #include <nqcommon/common/display.h>
 #include <nqcommon/common/memory_guard.h>
 #include <nqcommon/math/matrix/internal/block_columns.h>
-#include <nqcommon/math/matrix/internal/display_rows.h>
 #include <nqcommon/math/matrix/internal/matrix_results.h>
 
 namespace NQMath_940 {
@@ -14,13 +13,6 @@ namespace NQMath_940 {
 using NQCommon_940::GuardMemory;
 
 // ---- Rows --------------------------------------------------------------------------------------
-
-void NQSymBlockDiagMatrix::GetDiagonal(std::vector<double>& out) const {
-  out.clear();
-  internal::MakeVector(Order(), out, [this](std::vector<double>& diagonal) {
-    for (int i = 0; i < fNRows; ++i) diagonal[At(i)] = *FindBlock(i, i);
-  });
-}
 
 bool NQSymBlockDiagMatrix::GetRow(int i, std::vector<double>& out) const {
   if (!HasRow(i) || !GuardMemory([&] { out.assign(Order(), 0.0); })) return false;
@@ -146,10 +138,6 @@ void NQSymBlockDiagMatrix::Display() const {
     ForEachBlock([](const INQSymMatrix& block, int) { block.Display(); });
     DisplayText(1, "NQSymBlockDiagMatrix display end");
   });
-}
-
-void NQSymBlockDiagMatrix::DisplayF() const {
-  internal::DisplayAllRows("NQSymBlockDiagMatrix", *this);
 }
 
 }  // namespace NQMath_940

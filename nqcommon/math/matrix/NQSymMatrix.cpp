@@ -4,6 +4,7 @@
 #include <cassert>
 #include <cmath>
 
+#include <nqcommon/common/display.h>
 #include <nqcommon/common/memory_guard.h>
 #include <nqcommon/math/kernels/packed_triangle.h>
 #include <nqcommon/math/kernels/scaling.h>
@@ -13,11 +14,7 @@
 
 namespace NQMath_940 {
 
-using internal::DiagIndex;
-using internal::Extremes;
-using internal::ForEachInRow;
-using internal::LargestFromZero;
-using internal::RowStart;
+using namespace internal;
 using NQCommon_940::GuardMemory;
 
 // ---- Life cycle and shape -----------------------------------------------------------------------
@@ -30,7 +27,7 @@ NQSymMatrix::NQSymMatrix(int nBlocks, int blockSize, bool /*zero*/) {
   fNBlocks = some ? nBlocks : 0;
   fBlockSize = some ? blockSize : 0;
   const long long n = static_cast<long long>(fNBlocks) * fBlockSize;
-  fNRows = internal::FitsInt(n) ? static_cast<int>(n) : -1;
+  fNRows = FitsInt(n) ? static_cast<int>(n) : -1;
   Allocate();
 }
 
@@ -61,7 +58,7 @@ namespace {
 
 std::size_t PositionOf(int i, int j) {
   assert(i >= 0 && j >= 0);
-  return internal::SymIndex(static_cast<std::size_t>(i), static_cast<std::size_t>(j));
+  return SymIndex(static_cast<std::size_t>(i), static_cast<std::size_t>(j));
 }
 
 }  // namespace
@@ -90,13 +87,6 @@ bool NQSymMatrix::SetElem(std::ptrdiff_t k, double x) {
   if (k < 0 || static_cast<std::size_t>(k) >= fvData.size()) return false;
   fvData[static_cast<std::size_t>(k)] = x;
   return true;
-}
-
-void NQSymMatrix::GetDiagonal(std::vector<double>& out) const {
-  out.clear();
-  internal::MakeVector(Order(), out, [this](std::vector<double>& diagonal) {
-    for (std::size_t i = 0; i < diagonal.size(); ++i) diagonal[i] = fvData[DiagIndex(i)];
-  });
 }
 
 bool NQSymMatrix::GetRow(int i, std::vector<double>& out) const {
@@ -163,8 +153,8 @@ void NQSymMatrix::MultiplyByNumber(double x) {
 
 bool NQSymMatrix::ComputeAXpY(double a, const INQSymMatrix& x) {
   if (x.GetNRows() != fNRows || !IsValidMatrix()) return false;
-  if (const NQSymMatrix* dense = internal::AsDenseSym(x)) {
-    internal::AddScaled(fvData.size(), a, dense->fvData.data(), fvData.data());
+  if (const NQSymMatrix* dense = AsDenseSym(x)) {
+    AddScaled(fvData.size(), a, dense->fvData.data(), fvData.data());
     return true;
   }
   for (int i = 0; i < fNRows; ++i) {
@@ -173,10 +163,8 @@ bool NQSymMatrix::ComputeAXpY(double a, const INQSymMatrix& x) {
   return true;
 }
 
-void NQSymMatrix::AddToDiagonal(double x) { AddToDiagonalPart(0, fNRows, x); }
-
 bool NQSymMatrix::AddToDiagonalPart(int first, int count, double x) {
-  if (first < 0 || count < 0 || count > fNRows - first) return false;
+  if (!IsRun(fNRows, first, count)) return false;
   for (int i = first; i < first + count; ++i) fvData[PositionOf(i, i)] += x;
   return true;
 }
@@ -202,7 +190,7 @@ void NQSymMatrix::ZeroOutNonDiag(double eps) {
   if (!(eps > 0)) return;
   const auto sizeOf = [this](std::size_t i) { return std::fabs(fvData[DiagIndex(i)]); };
   ForEachOffDiag(fvData.data(), Order(), [&](std::size_t i, std::size_t j, double& s) {
-    if (std::fabs(s) <= eps * internal::GeometricMean(sizeOf(i), sizeOf(j))) s = 0;
+    if (std::fabs(s) <= eps * GeometricMean(sizeOf(i), sizeOf(j))) s = 0;
   });
 }
 
@@ -251,6 +239,21 @@ bool NQSymMatrix::AdjustOffDiagCorr(double x) {
     }
   });
   return true;
+}
+
+// ---- Diagnostic display -------------------------------------------------------------------------
+
+void NQSymMatrix::Display() const {
+  GuardMemory([this] {
+    NQDisplay_940::DisplayText(1, "NQSymMatrix display start");
+    NQDisplay_940::DisplayI("The number of rows", fNRows);
+    NQDisplay_940::DisplayI("The number of blocks", fNBlocks);
+    NQDisplay_940::DisplayI("The block size", fBlockSize);
+    NQDisplay_940::DisplayText(1, "Lower triangular");
+    const double* row = fvData.data();
+    for (int i = 0; i < fNRows; row += ++i) NQDisplay_940::DisplayDAS(row, i + 1);
+    NQDisplay_940::DisplayText(1, "NQSymMatrix display end");
+  });
 }
 
 }  // namespace NQMath_940

@@ -27,6 +27,7 @@ class NQ_API NQSymMatrix : public INQSymMatrix, private MatrixStorage<TriangleSh
  public:
   // Some overloads of these are bodies of the interface.
   using INQSymMatrix::ComputeLV;
+  using INQSymMatrix::ComputeRowDotProductS;
   using INQSymMatrix::ComputeRVD;
   using INQSymMatrix::ComputeSV;
   using INQSymMatrix::ComputeVSV;
@@ -60,7 +61,6 @@ class NQ_API NQSymMatrix : public INQSymMatrix, private MatrixStorage<TriangleSh
   // The packed array itself. Its length is the matrix's: do not resize it.
   std::vector<double>& AsVector() { return fvData; }
   const std::vector<double>& AsVectorConst() const { return fvData; }
-  void GetDiagonal(std::vector<double>& out) const override;
   bool GetRow(int i, std::vector<double>& out) const override;
   bool PutRow(int i, const std::vector<double>& v) override;
   bool SetRowColToConst(int i, double x) override;
@@ -73,7 +73,6 @@ class NQ_API NQSymMatrix : public INQSymMatrix, private MatrixStorage<TriangleSh
   void ChangeSign() override;
   void MultiplyByNumber(double x) override;
   bool ComputeAXpY(double a, const INQSymMatrix& x) override;
-  void AddToDiagonal(double x) override;
   bool AddToDiagonalPart(int first, int count, double x);  // rows first .. first+count-1
   void MaxMinDiagOffDiag(double& maxDiag, double& minDiag, double& maxOff,
                          double& minOff) const override;
@@ -149,11 +148,6 @@ class NQ_API NQSymMatrix : public INQSymMatrix, private MatrixStorage<TriangleSh
   void LTLLTrans() override;
   void LTLTransL() override;
   bool ComputeDeterminant(double eps, NQDeterminant& det) const override;
-  int CholInverse(const std::vector<double>& t, double eps, INQSymMatrix& out) const override;
-  int CholInverse(const std::vector<double>& t, double eps, INQSymMatrix& out,
-                  NQBitSet& nonRedundant) const override;
-  int CholInverse(const std::vector<double>& t, double eps, INQSymMatrix& out,
-                  double& minPivot) const override;
 
   // ---- Solves (NQSymMatrix_solve.cpp) ----------------------------------------------------------
 
@@ -219,7 +213,6 @@ class NQ_API NQSymMatrix : public INQSymMatrix, private MatrixStorage<TriangleSh
                       std::vector<double>& out) const override;
   bool ComputeLV(const std::vector<double>& v, std::vector<double>& out) const override;
   double ComputeRowDotProductS(int i, const INQSymMatrix& other, int j) const override;
-  double ComputeRowDotProductS(int i, const std::vector<double>& v) const override;
   double ComputeRVD(int r, const double* x, int inc) const override;
   bool ComputeSTransS(INQSymMatrix& out) const override;
   bool ComputeSV(const std::vector<double>& v, int nRows, std::vector<double>& out) const override;
@@ -331,10 +324,9 @@ class NQ_API NQSymMatrix : public INQSymMatrix, private MatrixStorage<TriangleSh
   bool GetRegression(const NQBitSet& set, const std::vector<double>& means, double sumOfWeights,
                      std::vector<double>& coefficients, NQSymMatrix& inverse) const;
 
-  // ---- Diagnostic display (NQSymMatrix_display.cpp) --------------------------------------------
+  // ---- Diagnostic display (NQSymMatrix.cpp) ----------------------------------------------------
 
   void Display() const override;
-  void DisplayF() const override;
 
  private:
   std::size_t Order() const { return fNRows > 0 ? static_cast<std::size_t>(fNRows) : 0; }

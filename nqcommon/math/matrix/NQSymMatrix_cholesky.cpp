@@ -1,15 +1,11 @@
 #include <nqcommon/math/matrix/NQSymMatrix.h>
 
-#include <nqcommon/common/NQMV.h>
 #include <nqcommon/math/kernels/packed_cholesky.h>
 #include <nqcommon/math/kernels/triangular.h>
 #include <nqcommon/math/matrix/internal/factor_rules.h>
-#include <nqcommon/math/matrix/internal/matrix_casts.h>
 #include <nqcommon/math/numeric/NQMathFun.h>
 
 namespace NQMath_940 {
-
-using NQCommon_940::NQMV;
 
 // ---- Factor -------------------------------------------------------------------------------------
 
@@ -38,7 +34,7 @@ void NQSymMatrix::LTLLTrans() { internal::TriangleTimesTrans(fvData.data(), Orde
 
 void NQSymMatrix::LTLTransL() { NQMathFun::LTGltl(fNRows, fvData); }
 
-// ---- Determinant and inverses of the matrix -----------------------------------------------------
+// ---- Determinant of the matrix -----------------------------------------------------------------
 
 bool NQSymMatrix::ComputeDeterminant(double eps, NQDeterminant& det) const {
   if (fNRows < 1) return false;
@@ -50,45 +46,6 @@ bool NQSymMatrix::ComputeDeterminant(double eps, NQDeterminant& det) const {
   factor.LTDetInverse(det, 1);
   internal::MultiplyScaled(det, NQDeterminant(det));
   return true;
-}
-
-namespace {
-
-// Copies s into `out`, factors it there with `factor`, and inverts.
-template <class Factor>
-int InvertInto(const NQSymMatrix& s, NQSymMatrix* out, Factor factor) {
-  if (!out) return -1;
-  *out = s;
-  if (!out->IsValidMatrix()) return -1;
-  const int aliased = factor(*out);
-  if (aliased < 0) return aliased;
-  NQDeterminant det;
-  out->LTDetInverse(det, 10);
-  out->LTLTransL();
-  return out->GetNRows() - aliased;
-}
-
-}  // namespace
-
-int NQSymMatrix::CholInverse(const std::vector<double>& t, double eps, INQSymMatrix& out) const {
-  return InvertInto(*this, internal::AsDenseSym(out),
-                    [&](NQSymMatrix& m) { return m.LTChol(t, eps, false); });
-}
-
-int NQSymMatrix::CholInverse(const std::vector<double>& t, double eps, INQSymMatrix& out,
-                             NQBitSet& nonRedundant) const {
-  return InvertInto(*this, internal::AsDenseSym(out),
-                    [&](NQSymMatrix& m) { return m.LTChol(t, eps, nonRedundant, false); });
-}
-
-int NQSymMatrix::CholInverse(const std::vector<double>& t, double eps, INQSymMatrix& out,
-                             double& minPivot) const {
-  minPivot = NQMV::Missing();
-  return InvertInto(*this, internal::AsDenseSym(out), [&](NQSymMatrix& m) {
-    const int aliased = m.LTChol(t, eps, false);
-    if (aliased >= 0) minPivot = internal::SmallestPivot(m);
-    return aliased;
-  });
 }
 
 }  // namespace NQMath_940

@@ -152,9 +152,11 @@ bool SolvesInRange(const double* l, std::vector<double>& x) {
 // element to the first, take the columns of L to those of the new factor.
 bool NQSymMatrix::LTCholDowndate(const std::vector<double>& v) {
   std::vector<double> a, removed;
-  if (!HasOrder(v.size()) || !internal::MakeZeros(Order(), removed) ||
-      !GuardMemory([&] { a = v; }) || !SolvesInRange(fvData.data(), a))
-    return false;
+  const auto copy = [&] {
+    a = v;
+    removed.resize(Order());
+  };
+  if (!HasOrder(v.size()) || !GuardMemory(copy) || !SolvesInRange(fvData.data(), a)) return false;
   const double norm = Blas1::DNrm2(fNRows, a.data(), 1);
   if (!(norm < 1)) return false;
   double alpha = std::sqrt((1 - norm) * (1 + norm));

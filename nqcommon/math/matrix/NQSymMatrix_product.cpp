@@ -12,10 +12,7 @@
 
 namespace NQMath_940 {
 
-using internal::AddScaled;
-using internal::DotProduct;
-using internal::MakeVector;
-using internal::RowStart;
+using namespace internal;
 using NQCommon_940::NQMV;
 
 namespace {
@@ -24,8 +21,8 @@ namespace {
 double PartOfRowTimes(const std::vector<double>& s, int i, std::size_t first, std::size_t count,
                       const double* v) {
   double sum = 0;
-  internal::ForEachInRowPart(s.data(), static_cast<std::size_t>(i), first, first + count,
-                             [&](std::size_t, double x) { sum += x * *v++; });
+  ForEachInRowPart(s.data(), static_cast<std::size_t>(i), first, first + count,
+                   [&](std::size_t, double x) { sum += x * *v++; });
   return sum;
 }
 
@@ -38,12 +35,6 @@ double NQSymMatrix::ComputeRowDotProductS(int i, const INQSymMatrix& other, int 
   return ComputeRowDotProductS(i, other, j, fNRows, before, after) ? before : NQMV::Missing();
 }
 
-double NQSymMatrix::ComputeRowDotProductS(int i, const std::vector<double>& v) const {
-  double before = 0, after = 0;
-  const bool fits = HasOrder(v.size()) && ComputeRowDotProductS(i, v, 0, fNRows, before, after);
-  return fits ? before : NQMV::Missing();
-}
-
 bool NQSymMatrix::ComputeRowDotProductS(int i, const INQSymMatrix& other, int j, int split,
                                         double& before, double& after) const {
   std::vector<double> row;
@@ -53,7 +44,7 @@ bool NQSymMatrix::ComputeRowDotProductS(int i, const INQSymMatrix& other, int j,
 
 bool NQSymMatrix::ComputeRowDotProductS(int i, const std::vector<double>& v, int first, int split,
                                         double& before, double& after) const {
-  if (!HasRow(i) || !internal::HoldsRun(Order(), first, v.size())) return false;
+  if (!HasRow(i) || !HoldsRun(Order(), first, v.size())) return false;
   const auto start = static_cast<std::size_t>(first);
   const std::size_t nBefore =
       split <= first ? 0 : std::min(static_cast<std::size_t>(split) - start, v.size());
@@ -66,9 +57,9 @@ double NQSymMatrix::ComputeRVD(int r, const double* x, int inc) const {
   if (!HasRow(r)) return NQMV::Missing();
   const std::ptrdiff_t first = inc >= 0 ? 0 : (1 - static_cast<std::ptrdiff_t>(fNRows)) * inc;
   double sum = 0;
-  internal::ForEachInRow(
-      fvData.data(), Order(), static_cast<std::size_t>(r),
-      [&](std::size_t j, double s) { sum += s * x[first + static_cast<std::ptrdiff_t>(j) * inc]; });
+  ForEachInRow(fvData.data(), Order(), static_cast<std::size_t>(r), [&](std::size_t j, double s) {
+    sum += s * x[first + static_cast<std::ptrdiff_t>(j) * inc];
+  });
   return sum;
 }
 
@@ -76,26 +67,25 @@ bool NQSymMatrix::ComputeSV(const std::vector<double>& v, int nRows,
                             std::vector<double>& out) const {
   return HasOrder(v.size()) && nRows >= 0 && nRows <= fNRows &&
          MakeVector(static_cast<std::size_t>(nRows), out, [&](std::vector<double>& product) {
-           internal::SymTimesVector(fvData.data(), Order(), v.data(), product.size(),
-                                    product.data());
+           SymTimesVector(fvData.data(), Order(), v.data(), product.size(), product.data());
          });
 }
 
 bool NQSymMatrix::ComputeLV(const std::vector<double>& v, std::vector<double>& out) const {
   return HasOrder(v.size()) && MakeVector(Order(), out, [&](std::vector<double>& product) {
-           internal::LowerTimesVector(fvData.data(), Order(), v.data(), product.data());
+           LowerTimesVector(fvData.data(), Order(), v.data(), product.data());
          });
 }
 
 bool NQSymMatrix::ComputeLTransV(const std::vector<double>& v, std::vector<double>& out) const {
   return HasOrder(v.size()) && MakeVector(Order(), out, [&](std::vector<double>& product) {
-           internal::LowerTransTimesVector(fvData.data(), Order(), v.data(), product.data());
+           LowerTransTimesVector(fvData.data(), Order(), v.data(), product.data());
          });
 }
 
 bool NQSymMatrix::ComputeLTransV(const std::vector<int>& indices, const std::vector<double>& values,
                                  std::vector<double>& out) const {
-  if (!IsValidMatrix() || indices.size() != values.size() || !internal::AllBelow(fNRows, indices))
+  if (!IsValidMatrix() || indices.size() != values.size() || !AllBelow(fNRows, indices))
     return false;
   return MakeVector(Order(), out, [&](std::vector<double>& product) {
     for (std::size_t k = 0; k < indices.size(); ++k) {
@@ -119,8 +109,7 @@ double NQSymMatrix::ComputeVSW(const std::vector<double>& v, const std::vector<d
 
 double NQSymMatrix::ComputeVSWParts(const double* v, int nv, int row, const double* w, int nw,
                                     int col) const {
-  if (!internal::IsRun(fNRows, row, nv) || !internal::IsRun(fNRows, col, nw))
-    return NQMV::Missing();
+  if (!IsRun(fNRows, row, nv) || !IsRun(fNRows, col, nw)) return NQMV::Missing();
   double sum = 0;
   for (int i = 0; i < nv; ++i)
     sum += v[i] * PartOfRowTimes(fvData, row + i, static_cast<std::size_t>(col),
@@ -132,9 +121,8 @@ double NQSymMatrix::ComputeVSWParts(const double* v, int nv, int row, const doub
 
 bool NQSymMatrix::ComputeGMG(const INQSymMatrix& m, INQSymMatrix& out) const {
   if (m.GetNRows() != fNRows || !IsValidMatrix()) return false;
-  const internal::Entries M(m);
-  return M.AreThere() &&
-         internal::Conjugate(internal::TriangleAt(fvData.data()), M.Triangle(), Order(), out);
+  const Entries M(m);
+  return M.AreThere() && Conjugate(TriangleAt(fvData.data()), M.Triangle(), Order(), out);
 }
 
 // A diagonal or block-diagonal G knows better how to multiply.
@@ -147,10 +135,10 @@ double NQSymMatrix::TraceOfProductOfThree(const INQSymMatrix& a, const INQSymMat
   if (a.GetNRows() != fNRows || b.GetNRows() != fNRows || !IsValidMatrix()) return NQMV::Missing();
   double sum = 0;
   NQRectMatrix sa;
-  const NQSymMatrix* dense = internal::AsDenseSym(a);
-  const bool isMade = dense && internal::MultiplyInto(internal::TriangleAt(fvData.data()),
-                                                      internal::TriangleAt(dense->fvData.data()),
-                                                      Order(), Order(), Order(), &sa);
+  const NQSymMatrix* dense = AsDenseSym(a);
+  const bool isMade =
+      dense && MultiplyInto(TriangleAt(fvData.data()), TriangleAt(dense->fvData.data()), Order(),
+                            Order(), Order(), &sa);
   std::vector<double> row, product;
   for (int i = 0; i < fNRows; ++i) {
     if (!isMade && !(GetRow(i, row) && a.ComputeSV(row, product))) return NQMV::Missing();

@@ -6,16 +6,7 @@
 
 namespace NQMath_940 {
 
-using internal::AsDenseRect;
-using internal::AsDenseSym;
-using internal::AsSparse;
-using internal::ColsOf;
-using internal::Entries;
-using internal::MultiplyInto;
-using internal::Operand;
-using internal::RowsAt;
-using internal::RowsOf;
-using internal::TriangleAt;
+using namespace internal;
 
 namespace {
 
@@ -65,7 +56,7 @@ bool NQSymMatrix::ComputeGMGNG(const INQSymMatrix& m, const INQSymMatrix& n,
 bool NQSymMatrix::ComputeRS(const INQRectMatrix& r, INQRectMatrix& out) const {
   if (!IsValidMatrix() || r.GetNCols() != fNRows) return false;
   if (const NQSparseRectMatrix* sparse = AsSparse(r))
-    return internal::SparseTimes(*sparse, *this, AsDenseRect(out));
+    return SparseTimes(*sparse, *this, AsDenseRect(out));
   const Entries R(r);
   return R.AreThere() && MultiplyInto(R.Rows(), TriangleAt(fvData.data()), RowsOf(r), Order(),
                                       Order(), AsDenseRect(out));
@@ -74,7 +65,7 @@ bool NQSymMatrix::ComputeRS(const INQRectMatrix& r, INQRectMatrix& out) const {
 bool NQSymMatrix::ComputeRTransS(const INQRectMatrix& r, INQRectMatrix& out) const {
   if (!IsValidMatrix() || r.GetNRows() != fNRows) return false;
   if (const NQSparseRectMatrix* sparse = AsSparse(r))
-    return internal::SparseTransTimes(*sparse, *this, AsDenseRect(out));
+    return SparseTransTimes(*sparse, *this, AsDenseRect(out));
   const Entries R(r);
   return R.AreThere() && MultiplyInto(R.Transpose(), TriangleAt(fvData.data()), ColsOf(r), Order(),
                                       Order(), AsDenseRect(out));
@@ -83,9 +74,9 @@ bool NQSymMatrix::ComputeRTransS(const INQRectMatrix& r, INQRectMatrix& out) con
 bool NQSymMatrix::ComputeRTransByR(const INQRectMatrix& r) {
   if (!r.IsValidMatrix()) return false;
   if (const NQSparseRectMatrix* sparse = AsSparse(r)) {
-    return internal::PutFilled(NQSymMatrix(r.GetNCols(), true), this, [&](NQSymMatrix& sum) {
+    return PutFilled(NQSymMatrix(r.GetNCols(), true), this, [&](NQSymMatrix& sum) {
       for (int i = 0; i < r.GetNRows(); ++i)
-        internal::AddOuter(internal::StoredIn(*sparse, i), 0, 1.0, sum.fvData.data());
+        AddOuter(StoredIn(*sparse, i), 0, 1.0, sum.fvData.data());
     });
   }
   const Entries R(r);
@@ -95,16 +86,15 @@ bool NQSymMatrix::ComputeRTransByR(const INQRectMatrix& r) {
 bool NQSymMatrix::ComputeRByRTrans(const INQRectMatrix& r) {
   if (!r.IsValidMatrix()) return false;
   NQRectMatrix square;
-  if (AsSparse(r))
-    return r.ComputeProductMatrixTrans(r, square) && internal::PutLower(square, *this);
+  if (AsSparse(r)) return r.ComputeProductMatrixTrans(r, square) && PutLower(square, *this);
   const Entries R(r);
   return R.AreThere() && MultiplyInto(R.Rows(), R.Transpose(), RowsOf(r), ColsOf(r), this);
 }
 
 bool NQSymMatrix::ExpandSymToRect(NQRectMatrix& out) const {
-  return IsValidMatrix() &&
-         internal::PutRows(fNRows, fNRows, &out,
-                           [this](int i, std::vector<double>& row) { return GetRow(i, row); });
+  return IsValidMatrix() && PutRows(fNRows, fNRows, &out, [this](int i, std::vector<double>& row) {
+           return GetRow(i, row);
+         });
 }
 
 }  // namespace NQMath_940

@@ -36,10 +36,6 @@ bool MakeVector(std::size_t n, std::vector<double>& out, Fill fill) {
   });
 }
 
-inline bool MakeZeros(std::size_t n, std::vector<double>& out) {
-  return MakeVector(n, out, [](const std::vector<double>&) {});
-}
-
 // out = the vector of n values with out[indices[k]] += values[k]. False, out unchanged, where the
 // lists do not make one or there is no memory.
 inline bool Densify(const std::vector<int>& indices, const std::vector<double>& values, int n,

@@ -14,31 +14,30 @@
 namespace NQMath_940::internal {
 
 // Each cast gives null when the matrix is of another type. M is the interface, const or not.
+template <class To, class M>
+auto* CastIf(bool isTo, M& m) {
+  using Target = std::conditional_t<std::is_const_v<M>, const To, To>;
+  return isTo ? static_cast<Target*>(&m) : nullptr;
+}
 template <class M>
 auto* AsDenseSym(M& m) {
-  using To = std::conditional_t<std::is_const_v<M>, const NQSymMatrix, NQSymMatrix>;
-  return m.GetType() == 0 ? static_cast<To*>(&m) : nullptr;
+  return CastIf<NQSymMatrix>(m.GetType() == 0, m);
 }
 template <class M>
 auto* AsDiagonal(M& m) {
-  using To = std::conditional_t<std::is_const_v<M>, const NQDiagMatrix, NQDiagMatrix>;
-  return m.GetType() == 1 ? static_cast<To*>(&m) : nullptr;
+  return CastIf<NQDiagMatrix>(m.GetType() == 1, m);
 }
 template <class M>
 auto* AsBlockDiag(M& m) {
-  using To =
-      std::conditional_t<std::is_const_v<M>, const NQSymBlockDiagMatrix, NQSymBlockDiagMatrix>;
-  return m.GetType() == 2 ? static_cast<To*>(&m) : nullptr;
-}
-template <class M>
-auto* AsSparse(M& m) {
-  using To = std::conditional_t<std::is_const_v<M>, const NQSparseRectMatrix, NQSparseRectMatrix>;
-  return m.GetMatrixType() == 1 ? static_cast<To*>(&m) : nullptr;
+  return CastIf<NQSymBlockDiagMatrix>(m.GetType() == 2, m);
 }
 template <class M>
 auto* AsDenseRect(M& m) {
-  using To = std::conditional_t<std::is_const_v<M>, const NQRectMatrix, NQRectMatrix>;
-  return m.GetMatrixType() == 0 ? static_cast<To*>(&m) : nullptr;
+  return CastIf<NQRectMatrix>(m.GetMatrixType() == 0, m);
+}
+template <class M>
+auto* AsSparse(M& m) {
+  return CastIf<NQSparseRectMatrix>(m.GetMatrixType() == 1, m);
 }
 
 // The dimensions for loops and sizes; 0 for an invalid matrix.

@@ -127,6 +127,8 @@ inline bool PutDiagonal(NQDiagMatrix result, INQSymMatrix& out) {
                  [&](int i, std::vector<double>& row) { return result.GetRow(i, row); });
 }
 
+inline bool TakesBlocks(const INQSymMatrix& out) { return out.GetType() != 1; }
+
 // out <- the block-diagonal matrix, block-diagonal or dense.
 inline bool PutBlocks(NQSymBlockDiagMatrix result, INQSymMatrix& out) {
   if (!result.IsValidMatrix()) return false;
