@@ -315,13 +315,9 @@ TEST(NQSymBlockMatrix, SymmetricBlocksMakeASymmetricMatrix) {
 
 TEST(NQSymBlockMatrix, Shapes) {
   for (const auto& [nb, bs, wantedBlocks, wantedSize, order, stored] :
-       // Blocks and their order asked for, blocks, order of each and of all, blocks stored.
-       std::vector<std::array<int, 6>>{{3, 2, 3, 2, 6, 6},
-                                       {-2, 4, 0, 4, 0, 0},
-                                       {3, -1, 3, 0, 0, 6},
-                                       {0, 0, 0, 0, 0, 0},
-                                       {INT_MAX, 1, -1, -1, -1, 0},
-                                       {1, INT_MAX, -1, -1, -1, 0}}) {
+       std::vector<std::array<int, 6>>{
+#include "math/matrix/block_shapes_cases.inc"
+       }) {
     const NQSymBlockMatrix blocks(nb, bs);
     NQSymMatrix out;
     EXPECT_EQ((std::array{blocks.GetNBlocks(), blocks.GetBlockSize(), blocks.CopyToSymMatrix(out),
