@@ -244,10 +244,6 @@ std::vector<double> RangesOf(const ModelData& data, const std::vector<Column>& c
 
 }  // namespace
 
-double Probability(double eta) {
-  return eta >= 0 ? 1 / (1 + std::exp(-eta)) : std::exp(eta) / (1 + std::exp(eta));
-}
-
 std::vector<State> Iterate(const ModelData& data, const std::vector<Column>& columns, int event,
                            const FitOptions& options, support::Team& team) {
   std::vector<State> states(static_cast<std::size_t>(data.NInputs()) + 1);

@@ -10,6 +10,8 @@
 
 #include "iteration.h"
 
+using NQCommon_940::NQStatus;
+using NQCommon_940::NQWarnings;
 using NQMath_940::NQDistFun;
 using support::CaseReader;
 using support::Chunk;
@@ -52,10 +54,10 @@ FittedPart ReadFitted(const ModelData& data, int event, const LogisticFit& fit,
   CaseReader taken(data);
   taken.Start(chunk);
   while (taken.Next()) {
-    const double p = Probability(fit.LinearPredictor(taken.Values()));
+    const double logOdds = fit.LinearPredictor(taken.Values());
     const bool isEvent = taken.Values()[data.TargetPosition()] == event;
-    part.ranking.Add(isEvent, taken.Frequency(), p);
-    part.table[isEvent][p > options.cutoff] += taken.Frequency();
+    part.ranking.Add(isEvent, taken.Frequency(), logOdds);
+    part.table[isEvent][Probability(logOdds) > options.cutoff] += taken.Frequency();
     if (options.summaries) part.summaries.Add(taken);
   }
   return part;
@@ -64,7 +66,7 @@ FittedPart ReadFitted(const ModelData& data, int event, const LogisticFit& fit,
 // ---- The figures --------------------------------------------------------------------------------
 
 double SignificanceOfChi(double chiSquare, double df) {
-  return df > 0 ? NQDistFun::SigChi(std::max(chiSquare, 0.0), df) : kUndefined;
+  return df > 0 ? NQDistFun::SigChi(chiSquare, df) : kUndefined;
 }
 
 // Twice the log-likelihood of a share, with its sign turned.
@@ -75,19 +77,20 @@ double DevianceOfShare(double events, double n) {
 
 Coefficient Described(Coefficient c, double estimate, double variance) {
   static const double kWidth = NQDistFun::IdfNorm(0.975, 0, 1);
-  c.estimate = estimate;
+  c.estimate = estimate + 0.0;  // no -0
   c.stdError = std::sqrt(variance);
   c.z = estimate / c.stdError;
   c.sig = 2 * NQDistFun::CdfNorm(-std::fabs(c.z), 0, 1);
   c.oddsRatio = std::exp(estimate);
-  c.lower = std::exp(estimate - kWidth * c.stdError);
-  c.upper = std::exp(estimate + kWidth * c.stdError);
+  c.margin = kWidth * c.stdError;
+  c.lower = std::exp(estimate - c.margin);
+  c.upper = std::exp(estimate + c.margin);
   return c;
 }
 
 Coefficient Redundant(Coefficient c) {
   c.redundant = true;
-  c.stdError = c.z = c.sig = c.oddsRatio = c.lower = c.upper = kUndefined;
+  c.stdError = c.z = c.sig = c.margin = c.oddsRatio = c.lower = c.upper = kUndefined;
   return c;
 }
 
@@ -101,17 +104,20 @@ void SetPredictor(LogisticFit& fit, const State& state, const std::vector<Column
   fit.covariance = state.inverse;
 }
 
+// Where the columns have their weighted means, origins included.
+std::vector<double> CentreOf(const LogisticFit& fit) {
+  std::vector<double> centre = fit.centre;
+  for (std::size_t k = 0; k < centre.size(); ++k) centre[k] += fit.columns[k].origin;
+  return centre;
+}
+
 // At the zero of all inputs, which the scaled columns have at minus their origins.
 Coefficient Intercept(const LogisticFit& fit) {
   Coefficient intercept;
   intercept.name = support::kInterceptName;
   double estimate = fit.constant;
-  std::vector<double> distances;
-  for (std::size_t k = 0; k < fit.b.size(); ++k) {
-    estimate -= fit.b[k] * fit.columns[k].origin;
-    distances.push_back(fit.centre[k] + fit.columns[k].origin);
-  }
-  return Described(intercept, estimate, fit.Variance(distances));
+  for (std::size_t k = 0; k < fit.b.size(); ++k) estimate -= fit.b[k] * fit.columns[k].origin;
+  return Described(intercept, estimate, fit.Variance(CentreOf(fit)));
 }
 
 void Describe(LogisticFit& fit, const ModelData& data, const std::vector<Column>& columns,
@@ -135,6 +141,8 @@ void Describe(LogisticFit& fit, const ModelData& data, const std::vector<Column>
       fit.coefficients.push_back(Redundant(c));
     }
   }
+  fit.covariances = support::Covariances(fit.covariance, 1, fit.columns, 0, CentreOf(fit),
+                                         fit.coefficients.front().stdError);
   if (state.converged) return;
   for (k = 0; k < state.columns.size(); ++k) {
     const std::string& name =
@@ -146,17 +154,17 @@ void Describe(LogisticFit& fit, const ModelData& data, const std::vector<Column>
 
 void TestTerms(LogisticFit& fit, const ModelData& data, const std::vector<State>& states) {
   const double n = fit.n;
-  fit.deviance = states[0].deviance;
   fit.nullDeviance = DevianceOfShare(fit.events, n);
+  fit.deviance = fit.b.empty() ? fit.nullDeviance : states[0].deviance;
   fit.dfModel = static_cast<double>(fit.b.size());
   fit.dfResidual = n - 1 - fit.dfModel;
   fit.aic = fit.deviance + 2 * (fit.dfModel + 1);
   fit.bic = fit.deviance + std::log(n) * (fit.dfModel + 1);
   fit.mcFadden = 1 - fit.deviance / fit.nullDeviance;
   fit.nagelkerke =
-      std::expm1((fit.deviance - fit.nullDeviance) / n) / std::expm1(-fit.nullDeviance / n);
+      std::expm1((fit.deviance - fit.nullDeviance) / n) / std::expm1(-fit.nullDeviance / n) + 0.0;
   const auto test = [&](int variable, double deviance, double df) {
-    const double chiSquare = deviance - fit.deviance;
+    const double chiSquare = std::max(deviance - fit.deviance, 0.0);
     return Test{variable, df, df > 0 ? chiSquare : kUndefined, SignificanceOfChi(chiSquare, df)};
   };
   fit.model = test(-1, fit.nullDeviance, fit.dfModel);
@@ -165,6 +173,25 @@ void TestTerms(LogisticFit& fit, const ModelData& data, const std::vector<State>
     fit.terms.push_back(
         test(i, without.deviance, fit.dfModel - static_cast<double>(without.b.size())));
   }
+}
+
+void Warn(LogisticFit& fit) {
+  const auto warn = [&](NQStatus status, const std::vector<std::string>& names) {
+    fit.warnings.AddWarning(status, NQWarnings::ToBoth);
+    for (const std::string& name : names) fit.warnings.AddParameter(status, name);
+  };
+  NQStatus notConverged(kNotConverged, true);
+  notConverged.SetDiscreteDatum(0, fit.iterations);
+  std::vector<std::string> redundant;
+  for (const Coefficient& c : fit.coefficients) {
+    if (c.redundant) redundant.push_back(c.name);
+  }
+  if (!fit.separated.empty()) {
+    warn(NQStatus(kSeparated, true), fit.separated);
+  } else if (!fit.converged) {
+    warn(notConverged, {});
+  }
+  if (!redundant.empty()) warn(NQStatus(kRedundant, true), redundant);
 }
 
 }  // namespace
@@ -224,6 +251,7 @@ LogisticFit Fit(const ModelData& data, int event, const FitOptions& options, sup
   fit.converged = whole.converged;
   SetPredictor(fit, whole, columns);
   Describe(fit, data, columns, whole);
+  Warn(fit);
   FittedPart fitted = team.Gather<FittedPart>(
       data.File(), [&](Chunk& chunk) { return ReadFitted(data, event, fit, options, chunk); });
   fit.ranking = std::move(fitted.ranking);

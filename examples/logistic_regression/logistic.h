@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include <nqcommon/common/NQWarnings.h>
 #include <nqcommon/math/matrix/NQSymMatrix.h>
 #include <nqcommon/math/stats/NQIterationReporter.h>
 
@@ -20,9 +21,17 @@ namespace logistic {
 // Undefined figures are NaN.
 struct Coefficient : support::Coefficient {
   double z = 0;
+  double margin = 0;  // half the width of the estimate's 95% confidence bounds
   double oddsRatio = 0;
   double lower = 0;  // 95% confidence bounds of the odds ratio
   double upper = 0;
+};
+
+// Codes of warnings. Names of inputs and coefficients are their parameters in NQWarnings.
+enum Warning : long {
+  kSeparated = 1,  // the inputs
+  kNotConverged,   // the first discrete datum is the number of iterations
+  kRedundant,      // the coefficients
 };
 
 // A likelihood-ratio test: of an input, or of all of them.
@@ -51,6 +60,7 @@ struct LogisticFit {
   // Inputs along which the likelihood grows for ever: some combination of theirs tells the events
   // from the rest, of all cases or of some. Their estimates are where the iteration stood.
   std::vector<std::string> separated;
+  NQCommon_940::NQWarnings warnings;      // see Warning
   std::vector<Coefficient> coefficients;  // the intercept; by input
   std::vector<Test> terms;                // by input
   Test model;
@@ -64,10 +74,11 @@ struct LogisticFit {
   std::vector<support::Column> columns;
   std::vector<double> b;
   double constant = 0;
-  std::vector<double> centre;          // weighted means of the columns
-  double varianceAtCentre = 0;         // of the linear predictor there
-  NQMath_940::NQSymMatrix covariance;  // of b
-  support::InputSummaries summaries;   // when asked for
+  std::vector<double> centre;           // weighted means of the columns
+  double varianceAtCentre = 0;          // of the linear predictor there
+  NQMath_940::NQSymMatrix covariance;   // of b
+  NQMath_940::NQSymMatrix covariances;  // of the estimates that are not redundant
+  support::InputSummaries summaries;    // when asked for
 
   double LinearPredictor(const double* values) const;
   double StdError(const double* values) const;  // of the linear predictor
@@ -82,9 +93,6 @@ struct FitOptions {
   int maxIterations = 25;
   bool summaries = false;
 };
-
-// 1 / (1 + exp(-eta)), without overflow.
-double Probability(double eta);
 
 // The event's code among the target's categories: that of the text; without one "1" of "0" and "1",
 // else the last in byte order. Throws std::runtime_error unless there are two categories, one of

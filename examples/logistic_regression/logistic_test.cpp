@@ -11,6 +11,10 @@
 #include <vector>
 
 #include "json_document.h"
+#include "report_xsl.h"
+#include "statxml_document.h"
+#include "support/page.h"
+#include "support/xmllint.h"
 
 namespace logistic {
 namespace {
@@ -26,7 +30,13 @@ struct Fitted {
          int threads = 1, std::uint64_t chunkBytes = support::kChunkBytes)
       : team(threads, nullptr),
         data(Settings(path, settings), team, chunkBytes),
-        fit(Fit(data, EventCode(data, ""), {}, team)) {}
+        fit(Fit(data, EventCode(data, ""), WithSummaries(), team)) {}
+
+  static FitOptions WithSummaries() {
+    FitOptions options;
+    options.summaries = true;
+    return options;
+  }
 
   static NQXML_940::NQSettings Settings(
       const std::string& path, const std::vector<std::pair<std::string, std::string>>& given) {
@@ -138,6 +148,66 @@ TEST(Logistic, OddInputs) {
     EXPECT_THROW(FitText(text), std::runtime_error) << text;
   EXPECT_EQ(FitText("x,y\n1,no\n2,yes\n3,no\n4,yes\n5,no\n").fit.event, "yes");
   EXPECT_EQ(FitText("x,y\n1,1\n2,0\n3,1\n4,0\n5,1\n").fit.event, "1");
+}
+
+// More probabilities than are kept one by one: x itself has the same area, counted pair by pair.
+TEST(Logistic, BinsCostWhatTheySay) {
+  std::string text = "x,y\n";
+  double others = 0, events = 0, larger = 0;
+  for (int i = 0; i < 6000; ++i) {
+    const bool isEvent = i * 7919 % 6000 < i / 2;
+    text += std::to_string(i) + (isEvent ? ",1\n" : ",0\n");
+    (isEvent ? events : others) += 1;
+    if (isEvent) larger += others;
+  }
+  const LogisticFit fit = FitText(text).fit;
+  EXPECT_NEAR(fit.auc, larger / (events * others), fit.aucBinning);
+  EXPECT_GT(fit.aucBinning, 0);
+  EXPECT_LT(fit.aucBinning, 1e-3);
+  const std::vector<RocPoint> curve = fit.ranking.Curve();
+  double area = 0;
+  for (std::size_t i = 1; i < curve.size(); ++i) {
+    area += (curve[i].falsePositives - curve[i - 1].falsePositives) *
+            (curve[i].truePositives + curve[i - 1].truePositives) / 2;
+    EXPECT_LT(curve[i].probability, curve[i - 1].probability) << i;
+  }
+  EXPECT_NEAR(area, fit.auc, 1.0 / 128);
+  EXPECT_LE(curve.size(), 258u);
+  // The probabilities of a fit with an intercept add up to the events.
+  double cases = 0, sum = 0;
+  const std::vector<support::Point> groups = fit.ranking.Calibration();
+  for (const support::Point& group : groups) {
+    cases += group.frequency;
+    sum += group.frequency * group.x;
+    EXPECT_NEAR(group.x, group.y, 0.1) << group.x;
+  }
+  EXPECT_NEAR(static_cast<double>(groups.size()), 19, 1);
+  EXPECT_EQ(cases, 6000);
+  ExpectDigits(sum, events, 9, "events");
+}
+
+// Valid, without NaN and -0, and with names as they are.
+TEST(Logistic, DocumentsOfOddFits) {
+  const struct {
+    const char* what;
+    const char* text;
+    const char* page;
+  } rows[] = {
+      {"no inputs", "y\n1\n0\n1\n0\n", "area 0.500000"},
+      {"names", "g,\"x<&]]\",y\nk,1,<b>\nk,2,\"c \"\"\"\nk,2,<b>\nk,4,\"c \"\"\"\nk,1,<b>\n",
+       "redundant, left out of the fit: g=k"},
+      {"separated", "x,y\n1,0\n2,0\n3,1\n4,1\n", "no finite estimates: x"}};
+  for (const auto& row : rows) {
+    const Fitted fitted = FitText(row.text);
+    const std::string document = StatXmlDocument(fitted.data, fitted.fit);
+    const std::string page = support::HtmlPage(kReportStylesheet, document, {});
+    EXPECT_EQ(nqtest::Complaints(document, "--schema", "statxml-7-0.xsd"), "") << row.what;
+    EXPECT_NE(page.find(row.page), page.npos) << row.what << page;
+    for (const std::string& text : {document, page, JsonDocument(fitted.data, fitted.fit)}) {
+      for (const char* odd : {"NaN", "nan", "\"-0\"", ">-0<", " -0 ", " -0,", "−0<"})
+        EXPECT_EQ(text.find(odd), text.npos) << row.what << ' ' << odd << text;
+    }
+  }
 }
 
 TEST(Logistic, ThreadsChangeNothing) {

@@ -7,6 +7,8 @@
 #include "pmml_document.h"
 #include "prediction.h"
 #include "report.h"
+#include "report_xsl.h"
+#include "statxml_document.h"
 #include "support/program.h"
 #include "support/text.h"
 #include "version.h"
@@ -26,8 +28,9 @@ void Tell(const NQMath_940::NQIterationReporter& report) {
 
 int Main(int argc, char** argv, support::Ranks* ranks) {
   const support::Builder<LogisticFit> builder = {
-      kProgramName, kProgramVersion, kUsualPasses,      PmmlDocument, JsonDocument, nullptr,
-      nullptr,      PrintReport,     kPredictionTitles, PredictionOf, Warnings};
+      kProgramName,      kProgramVersion, kUsualPasses,      PmmlDocument,
+      JsonDocument,      StatXmlDocument, kReportStylesheet, PrintReport,
+      kPredictionTitles, PredictionOf,    Warnings};
   Request request;
   return support::RunBuilder(
       builder, request, ranks,

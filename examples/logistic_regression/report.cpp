@@ -45,23 +45,24 @@ void PrintTests(std::ostream& out, const ModelData& data, const LogisticFit& fit
       });
 }
 
-std::string Joined(const std::vector<std::string>& names) {
-  std::string text;
-  for (const std::string& name : names) text += (text.empty() ? "" : ", ") + name;
-  return text;
-}
-
 }  // namespace
 
 std::vector<std::string> Warnings(const LogisticFit& fit) {
-  std::vector<std::string> warnings;
-  if (!fit.separated.empty()) {
-    warnings.push_back("no finite estimates: " + Joined(fit.separated) +
-                       " tell the events from the other cases, of all or of some");
-  } else if (!fit.converged) {
-    warnings.push_back("no convergence in " + std::to_string(fit.iterations) + " iterations");
+  NQCommon_940::NQWarnings warnings = fit.warnings;
+  std::vector<std::string> lines;
+  for (const NQCommon_940::NQStatus& status : fit.warnings.GetWarnings(true)) {
+    std::string names;
+    for (const auto& name : warnings.GetParameters(status))
+      names += (names.empty() ? "" : ", ") + name.ToString();
+    const long code = status.GetErrorCode();
+    lines.push_back(
+        code == kSeparated ? "no finite estimates: " + names +
+                                 " tell the events from the other cases, of all or of some"
+        : code == kNotConverged
+            ? "no convergence in " + std::to_string(status.GetDiscreteDatum(0)) + " iterations"
+            : "redundant, left out of the fit: " + names);
   }
-  return warnings;
+  return lines;
 }
 
 void PrintReport(std::ostream& out, const ModelData& data, const LogisticFit& fit) {

@@ -33,7 +33,7 @@ NQSymMatrix Covariances(const NQSymMatrix& inverse, double variance,
   if (!covariances.IsValidMatrix()) throw std::bad_alloc();
   const auto unitOf = [&](int i) { return unit - columns[static_cast<std::size_t>(i)].exponent; };
   const auto set = [&](int row, int column, double x, int unit1, int unit2) {
-    covariances.SetElem(row, column, std::scalbn(std::scalbn(x, unit1), unit2));
+    covariances.SetElem(row, column, std::scalbn(std::scalbn(x, unit1), unit2) + 0.0);  // no -0
   };
   std::vector<double> product;
   if (n > 0) inverse.ComputeSV(centre, product);

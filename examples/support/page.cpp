@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "interrupt.h"
+#include "page_xsl.h"
 
 namespace fs = std::filesystem;
 
@@ -75,7 +76,8 @@ int RunProgram(std::vector<std::string> arguments) {
 std::string HtmlPage(const std::string& stylesheet, const std::string& document,
                      const std::vector<std::pair<std::string, std::string>>& parameters) {
   const ScratchDirectory scratch;
-  const std::string sheet = scratch.File("page.xsl", stylesheet);
+  scratch.File("page.xsl", kPageStylesheet);
+  const std::string sheet = scratch.File("report.xsl", stylesheet);
   const std::string source = scratch.File("page.xml", document);
   const std::string page = scratch.File("page.html", "");
   std::vector<std::string> command = {"xsltproc", "--nonet", "-o", page};

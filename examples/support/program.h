@@ -66,7 +66,7 @@ int RunBuilder(const Builder<Fit>& builder, const Request& request, Ranks* ranks
     AgreeOnData(request.data, ranks);
     Team team(request.threads, &interrupt, builder.passes, ranks);
     ModelData data(request.settings, team);
-    const bool hasCharts = builder.statXml && !(request.statXml + request.html).empty();
+    const bool hasCharts = !(request.statXml + request.html).empty();
     if (hasCharts) RefuseForStatXml(data);
     const Fit fit = makeFit(data, hasCharts || !(request.pmml + request.save).empty(), team);
     if (!isFirst) return 0;
@@ -83,12 +83,11 @@ int RunBuilder(const Builder<Fit>& builder, const Request& request, Ranks* ranks
     add(request.json, [&] { return builder.json(data, fit); });
     add(request.save, [&] { return SavedVariables(data, fit.summaries); });
     const std::string document = hasCharts ? builder.statXml(data, fit) : "";
-    if (hasCharts) add(request.statXml, [&] { return document; });
-    if (hasCharts)
-      add(request.html, [&] {
-        const std::string program = std::string(builder.program) + " " + builder.version;
-        return HtmlPage(builder.stylesheet, document, {{"date", Today()}, {"program", program}});
-      });
+    add(request.statXml, [&] { return document; });
+    add(request.html, [&] {
+      const std::string program = std::string(builder.program) + " " + builder.version;
+      return HtmlPage(builder.stylesheet, document, {{"date", Today()}, {"program", program}});
+    });
     Deliver(builder.program, request, data, alone, outputs, builder.titles, builder.scorer(fit),
             [&](std::ostream& out) { builder.report(out, data, fit); });
     if (builder.warnings) {
