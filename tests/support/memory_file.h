@@ -20,10 +20,10 @@ class MemoryFile {
   MemoryFile(const MemoryFile&) = delete;
   ~MemoryFile() { close(fDescriptor); }
 
+  std::string Path() const { return "/proc/self/fd/" + std::to_string(fDescriptor); }
+
   // A stream of its own, at the beginning.
-  std::ifstream Open() const {
-    return std::ifstream("/proc/self/fd/" + std::to_string(fDescriptor), std::ios::binary);
-  }
+  std::ifstream Open() const { return std::ifstream(Path(), std::ios::binary); }
 
  private:
   int fDescriptor;

@@ -93,11 +93,4 @@ inline void CheckVariableListReader(const std::string& bytes) {
   if (lines != std::count(saved.begin(), saved.end(), '\n')) std::abort();
 }
 
-inline std::vector<std::string> VariableListSeeds() {
-  const std::string full = Saved(FullVariableList());
-  return {full, Saved(NQXML_940::NQVarList()), full.substr(0, full.size() / 2),
-          "<Obj name=\"NQVarList\">\n<Int value=\"2000000000\"/>\n<Int value=\"4\"/>\n",
-          "\n<Obj name=\"NQVarList\">\n<Int value=\"-1\"/>\n</Obj>\n"};
-}
-
 }  // namespace nqtest

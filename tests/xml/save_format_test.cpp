@@ -8,7 +8,7 @@
 #include <memory>
 
 #include "support/comma_locale.h"
-#include "support/save_format_checks.h"
+#include "support/memory_file.h"
 #include "support/testing.h"
 
 using namespace NQXML_940;
@@ -123,20 +123,6 @@ TEST(SaveFormat, ReadsLines) {
     EXPECT_EQ(ParseStartObj(start, "A b"), row.tags == "o") << row.text;
     EXPECT_EQ(ParseEndObj(end), row.tags == "e") << row.text;
   }
-}
-
-// The seeds of the fuzz targets, cut at every byte and with every byte changed.
-TEST(SaveFormat, AnyBytesAreRead) {
-  for (const std::string& seed : kSaveFormatSeeds)
-    for (std::size_t at = 0; at < seed.size(); ++at) {
-      std::string changed = seed;
-      changed[at] = std::string_view("\0\n\"=", 4)[at % 4];
-      for (const std::string& text : {seed.substr(0, at), changed}) {
-        CheckHeaderReader(text);
-        CheckObjectReaders(text);
-        CheckValueReaders(text);
-      }
-    }
 }
 
 }  // namespace

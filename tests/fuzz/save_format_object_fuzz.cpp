@@ -1,7 +1,0 @@
-// The readers of an object's first and last line on any bytes.
-#include "save_format_seeds.h"
-
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  nqtest::CheckObjectReaders(std::string(reinterpret_cast<const char*>(data), size));
-  return 0;
-}
