@@ -64,33 +64,26 @@ Value::Value(const std::string& text) : Value(StringType, Payload(new std::strin
 
 Value* Value::Clone() const { return new Value(*this); }
 
-Value::Payload Value::CopyPayload() const {
+// Calls `visit` with the pointer to the string, array or map that the value owns.
+template <class Visit>
+auto Value::VisitOwned(Visit visit) const {
+  assert(!IsScalar());
   switch (fType) {
     case StringType:
-      return Payload(new std::string(*fPayload.fpString));
+      return visit(fPayload.fpString);
     case ArrayType:
-      return Payload(new Array(*fPayload.fpArray));
-    case MapType:
-      return Payload(new Map(*fPayload.fpMap));
+      return visit(fPayload.fpArray);
     default:
-      return fPayload;
+      return visit(fPayload.fpMap);
   }
 }
 
+Value::Payload Value::CopyPayload() const {
+  return VisitOwned([](auto* owned) { return Payload(new auto(*owned)); });
+}
+
 void Value::DeletePayload() noexcept {
-  switch (fType) {
-    case StringType:
-      delete fPayload.fpString;
-      break;
-    case ArrayType:
-      delete fPayload.fpArray;
-      break;
-    case MapType:
-      delete fPayload.fpMap;
-      break;
-    default:
-      break;
-  }
+  VisitOwned([](const auto* owned) { delete owned; });
 }
 
 std::string Value::TextOf(const char* text) { return text ? text : ""; }
@@ -133,16 +126,8 @@ void Value::ClearValue() {
 // ---- Inspection and converting getters ----------------------------------------------------------
 
 long long Value::Size() const {
-  switch (fType) {
-    case StringType:
-      return static_cast<long long>(fPayload.fpString->size());
-    case ArrayType:
-      return static_cast<long long>(fPayload.fpArray->size());
-    case MapType:
-      return static_cast<long long>(fPayload.fpMap->size());
-    default:
-      return -1;
-  }
+  if (IsScalar()) return -1;
+  return VisitOwned([](const auto* owned) { return static_cast<long long>(owned->size()); });
 }
 
 bool Value::GetBool() const {

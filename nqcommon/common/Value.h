@@ -256,6 +256,8 @@ class NQ_API Value {
   Value(ValueType type, Payload owned) noexcept : fType(type), fPayload(owned) {}
 
   bool IsScalar() const { return fType < StringType; }
+  template <class Visit>
+  auto VisitOwned(Visit visit) const;
   Payload CopyPayload() const;
   void DeletePayload() noexcept;
   void StoreScalar(ValueType type, Payload payload) {

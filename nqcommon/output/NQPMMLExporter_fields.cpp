@@ -1,5 +1,8 @@
 #include <nqcommon/output/NQPMMLExporter.h>
 
+#include <cstddef>
+#include <iterator>
+
 #include <nqcommon/model/NQCatVar.h>
 #include <nqcommon/model/NQContVar.h>
 #include <nqcommon/model/NQVarList.h>
@@ -94,21 +97,23 @@ const std::string& OpType(const INQVariable& variable) {
   return IsOrdinal(variable) ? XML_VAL_ORDINAL : XML_VAL_CATEGORICAL;
 }
 
-const std::string& DataType(INQVariable::VariableStorage storage) {
-  switch (storage) {
-    case INQVariable::StorageInteger:
-      return XML_VAL_INTEGER;
-    case INQVariable::StorageString:
-      return XML_VAL_STRING;
-    case INQVariable::StorageDate:
-      return XML_VAL_DATEDAYSINCE1970;
-    case INQVariable::StorageTime:
-      return XML_VAL_TIMESECONDS;
-    case INQVariable::StorageTimestamp:
-      return XML_VAL_DATETIMESECONDSINCE1970;
-    default:
-      return XML_VAL_DOUBLE;
-  }
+// What a storage is called in a data dictionary and in a data model.
+struct StorageWords {
+  const std::string& fDataType;
+  const std::string& fStorage;
+};
+
+const StorageWords& WordsOf(INQVariable::VariableStorage storage) {
+  static const StorageWords words[] = {
+      {XML_VAL_DOUBLE, NQDataModelTags::XML_VAL_REAL},  // undefined
+      {XML_VAL_INTEGER, NQDataModelTags::XML_VAL_INTEGER},
+      {XML_VAL_DOUBLE, NQDataModelTags::XML_VAL_REAL},
+      {XML_VAL_STRING, NQDataModelTags::XML_VAL_STRING},
+      {XML_VAL_DATEDAYSINCE1970, NQDataModelTags::XML_VAL_DATE},
+      {XML_VAL_TIMESECONDS, NQDataModelTags::XML_VAL_TIME},
+      {XML_VAL_DATETIMESECONDSINCE1970, NQDataModelTags::XML_VAL_TIMESTAMP}};
+  const auto code = static_cast<std::size_t>(storage);  // a negative one lies past every end
+  return words[code < std::size(words) ? code : 0];
 }
 
 template <class Value>
@@ -178,7 +183,7 @@ ElementPtr NewDataField(const INQVariable& variable) {
   ElementPtr field =
       NewElement(XML_ELE_DATAFIELD, XML_ATT_NAME, variable.GetVariableName(), XML_ATT_DISPLAYNAME,
                  NonEmpty{variable.GetVariableLabel()}, XML_ATT_OPTYPE, OpType(variable),
-                 XML_ATT_DATATYPE, DataType(variable.GetVariableStorage()));
+                 XML_ATT_DATATYPE, WordsOf(variable.GetVariableStorage()).fDataType);
   const INQEncoder* encoder = variable.GetEncoder();
   if (!encoder) return field;
   if (const NQCatVar* flag = AsBinaryFlag(variable)) AddTrueValue(*field, *flag, *encoder);
@@ -191,26 +196,29 @@ ElementPtr NewDataField(const INQVariable& variable) {
 
 // ---- Mining schema ------------------------------------------------------------------------------
 
-const char* UsageType(INQVariable::VariableRole role) {
-  switch (role) {
-    case INQVariable::RoleTarget:
-    case INQVariable::RoleTargetResponse:
-      return "target";
-    case INQVariable::RoleFrequencyWeight:
-      return "frequencyWeight";
-    case INQVariable::RolePossibleInput:
-    case INQVariable::RoleUnused:
-    case INQVariable::RoleRecordID:
-      return "supplementary";
-    default:
-      return "active";
-  }
+// What a role is called in a mining schema and in a data model.
+struct RoleWords {
+  const char* fUsageType;
+  const std::string& fRole;
+};
+
+const RoleWords& WordsOf(INQVariable::VariableRole role) {
+  static const RoleWords words[] = {{"active", NQDataModelTags::XML_VAL_INPUT},  // undefined
+                                    {"target", NQDataModelTags::XML_VAL_TARGET},
+                                    {"target", NQDataModelTags::XML_VAL_TARGET},
+                                    {"frequencyWeight", NQDataModelTags::XML_VAL_FREQWEIGHT},
+                                    {"active", NQDataModelTags::XML_VAL_INPUT},
+                                    {"supplementary", NQDataModelTags::XML_VAL_INPUT},
+                                    {"supplementary", NQDataModelTags::XML_VAL_NONE},
+                                    {"supplementary", NQDataModelTags::XML_VAL_RECORDID}};
+  const auto code = static_cast<std::size_t>(role);  // a negative one lies past every end
+  return words[code < std::size(words) ? code : 0];
 }
 
 ElementPtr NewMiningField(const INQVariable& variable) {
   ElementPtr field =
       NewElement(XML_ELE_MININGFIELD, XML_ATT_MININGFIELDNAME, variable.GetVariableName(),
-                 XML_ATT_MININGFIELDUSE, UsageType(variable.GetVariableRole()));
+                 XML_ATT_MININGFIELDUSE, WordsOf(variable.GetVariableRole()).fUsageType);
   const auto* continuous = dynamic_cast<const NQContVar*>(&variable);
   if (continuous && continuous->GetOutlierHandleMethod() != NQContVar::OutlierAsIs) {
     const bool isExtreme = continuous->GetOutlierHandleMethod() == NQContVar::OutlierAsExtreme;
@@ -231,39 +239,6 @@ const std::string& Measure(const INQVariable& variable) {
   return IsOrdinal(variable) ? NQDataModelTags::XML_VAL_ORDINAL : NQDataModelTags::XML_VAL_NOMINAL;
 }
 
-const std::string& Storage(INQVariable::VariableStorage storage) {
-  switch (storage) {
-    case INQVariable::StorageInteger:
-      return NQDataModelTags::XML_VAL_INTEGER;
-    case INQVariable::StorageString:
-      return NQDataModelTags::XML_VAL_STRING;
-    case INQVariable::StorageDate:
-      return NQDataModelTags::XML_VAL_DATE;
-    case INQVariable::StorageTime:
-      return NQDataModelTags::XML_VAL_TIME;
-    case INQVariable::StorageTimestamp:
-      return NQDataModelTags::XML_VAL_TIMESTAMP;
-    default:
-      return NQDataModelTags::XML_VAL_REAL;
-  }
-}
-
-const std::string& Role(INQVariable::VariableRole role) {
-  switch (role) {
-    case INQVariable::RoleTarget:
-    case INQVariable::RoleTargetResponse:
-      return NQDataModelTags::XML_VAL_TARGET;
-    case INQVariable::RoleFrequencyWeight:
-      return NQDataModelTags::XML_VAL_FREQWEIGHT;
-    case INQVariable::RoleUnused:
-      return NQDataModelTags::XML_VAL_NONE;
-    case INQVariable::RoleRecordID:
-      return NQDataModelTags::XML_VAL_RECORDID;
-    default:
-      return NQDataModelTags::XML_VAL_INPUT;
-  }
-}
-
 void AddClone(XMLElement& parent, const XMLElement* format) {
   if (format) parent.AddElement(format->Clone());
 }
@@ -273,8 +248,8 @@ ElementPtr NewField(const INQVariable& variable) {
       NQDataModelTags::XML_ELE_FIELD, NQDataModelTags::XML_ATT_NAME, variable.GetVariableName(),
       NQDataModelTags::XML_ATT_DISPLAYLABEL, NonEmpty{variable.GetVariableLabel()},
       NQDataModelTags::XML_ATT_MEASURE, Measure(variable), NQDataModelTags::XML_ATT_STORAGE,
-      Storage(variable.GetVariableStorage()), NQDataModelTags::XML_ATT_ROLE,
-      Role(variable.GetVariableRole()));
+      WordsOf(variable.GetVariableStorage()).fStorage, NQDataModelTags::XML_ATT_ROLE,
+      WordsOf(variable.GetVariableRole()).fRole);
   AddClone(*field, variable.GetFieldFormatElement());
   return field;
 }

@@ -15,16 +15,7 @@
 
 namespace NQXML_940 {
 
-using NQDisplay_940::DisplayD;
-using NQDisplay_940::DisplayDV;
-using NQDisplay_940::DisplayI;
-using NQDisplay_940::DisplayIV;
-using NQDisplay_940::DisplayL;
-using NQDisplay_940::DisplayS;
-using NQDisplay_940::DisplaySV;
-using NQDisplay_940::DisplayText;
-using NQDisplay_940::GetOutStream;
-using NQDisplay_940::SetOutStream;
+using namespace NQDisplay_940;
 
 namespace {
 
