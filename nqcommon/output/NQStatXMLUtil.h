@@ -11,6 +11,10 @@
 #include <nqcommon/output/NQXMLRecordInfo.h>
 #include <nqcommon/xml/XMLElement.h>
 
+namespace NQMath_940 {
+class INQSymMatrix;
+}
+
 namespace NQXML_940 {
 
 // Builders of the elements of a StatXML document, in which a model builder reports its tables and
@@ -211,6 +215,8 @@ class NQ_API NQStatXMLUtil {
   static XMLElement* CreateElemMatrix(XMLElement* labels,
                                       const std::vector<std::vector<double>>& rows, int nbRows,
                                       int nbCols, const std::string& kind, bool rowMajor);
+  // The same for this matrix, whatever its storage: the rows of its lower triangle.
+  static XMLElement* CreateElemMatrix(XMLElement* labels, const NQMath_940::INQSymMatrix& matrix);
 
   // ---- Segments (NQStatXMLUtil_model.cpp) -------------------------------------------------------
 

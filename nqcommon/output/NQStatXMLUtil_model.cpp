@@ -1,5 +1,8 @@
 #include <nqcommon/output/NQStatXMLUtil.h>
 
+#include <algorithm>
+
+#include <nqcommon/math/matrix/INQSymMatrix.h>
 #include <nqcommon/output/NQPMMLTags.h>
 #include <nqcommon/output/NQStatXMLTags.h>
 #include <nqcommon/output/internal/new_element.h>
@@ -151,6 +154,19 @@ XMLElement* NQStatXMLUtil::CreateElemMatrix(XMLElement* labels,
   PassedElements passed(One(labels));
   ElementPtr element(passed.AddTo(NewMatrix({nbRows, nbCols, kind, rowMajor})));
   for (const std::vector<double>& row : rows) element->AddElement(CreateElemArray(row));
+  return element.release();
+}
+
+XMLElement* NQStatXMLUtil::CreateElemMatrix(XMLElement* labels,
+                                            const NQMath_940::INQSymMatrix& matrix) {
+  const int order = std::max(matrix.GetNRows(), 0);
+  PassedElements passed(One(labels));
+  ElementPtr element(passed.AddTo(NewMatrix({order, order, XML_VAL_SYMMETRIC, true})));
+  for (int i = 0; i < order; ++i) {
+    std::vector<double> row;
+    for (int j = 0; j <= i; ++j) row.push_back(matrix.GetElem(i, j));
+    element->AddElement(CreateElemArray(row));
+  }
   return element.release();
 }
 

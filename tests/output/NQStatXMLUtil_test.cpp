@@ -1,4 +1,5 @@
 // The bytes of the StatXML builders, and the values they are built from.
+#include <nqcommon/math/matrix/NQSymMatrix.h>
 #include <nqcommon/output/NQStatXMLUtil.h>
 
 #include "support/comma_locale.h"
@@ -27,6 +28,8 @@ TEST(NQStatXMLUtil, Bytes) {
   NQXMLRecordInfo record("7", "seven", {Ints{1, 2}, Strings{"a b"}});
   record.AddArray(Doubles{3});
   XMLElement* records = Leaf("r");
+  NQMath_940::NQSymMatrix matrix(2, true);
+  matrix.SetElem(0, 0, 4), matrix.SetElem(1, 0, 0.5), matrix.SetElem(1, 1, 1);
   U::AddRecordInfos(*records, {record, NQXMLRecordInfo("<8>")});
   const struct {
     const char* label;
@@ -47,18 +50,16 @@ TEST(NQVariateData, PartsInOrderAndCoordinatesByName) {
   data.AddCounts(NQXMLCounts(2));
   EXPECT_TRUE(data.AddStatistic("s", "1") && data.AddStatistic("t", ""));
   EXPECT_FALSE(data.AddStatistic("u", 1.0));
-  data.AddCoordinates({});                    // without values
-  std::string want[] = {"", "", "", "", ""};  // after so many others
-  for (int i = 1; i <= 4; ++i) {
-    data.AddCoordinates({"c", "", "", Ints{i}});
-    want[i] = want[i - 1] + R"(<Coordinates feature="c"><Array type="int" n="1">)" +
-              std::to_string(i) + "</Array></Coordinates>";
-  }
-  const auto filled = [&want](const std::string& name, int count) {
-    return "<" + name +
-           R"( description="d"><Counts totalFreq="2"/><Statistic name="s" value="1"/>)"
-           R"(<Statistic name="t" value=""/>)" +
-           want[count] + "</" + name + ">";
+  data.AddCoordinates({});  // without values
+  for (const char* feature : {"1", "2", "3", "4"}) data.AddCoordinates({feature, "", "", Ints()});
+  const auto filled = [](const std::string& name, int count) {
+    std::string text = "<" + name +
+                       R"( description="d"><Counts totalFreq="2"/><Statistic name="s" value="1"/>)"
+                       R"(<Statistic name="t" value=""/>)";
+    for (int i = 1; i <= count; ++i)
+      text += "<Coordinates feature=\"" + std::to_string(i) +
+              R"("><Array type="int" n="0"/></Coordinates>)";
+    return text + "</" + name + ">";
   };
   EXPECT_EQ(Text(data.GetUnivariateDataElem()), filled("UnivariateData", 1));
   EXPECT_EQ(Text(data.GetBivariateDataElem()), filled("BivariateData", 2));
