@@ -60,7 +60,7 @@ TEST(Value, TextIgnoresLocaleAndBaseButNotPrecision) {
   stream.precision(10);
   stream << std::hex << std::boolalpha << ArrayOf({255, true, 1.0 / 3});
   EXPECT_EQ(stream.str(), "{255,1,0.3333333333}");
-  const CommaLocale locale(true);
+  const CommaLocale locale;
   EXPECT_EQ(Value(ArrayOf({0.5, 1234})).GetString(), "{0.5,1234}");
 }
 

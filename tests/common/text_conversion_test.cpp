@@ -65,7 +65,7 @@ TEST(TextConversion, NoLocaleChangesIt) {
     EXPECT_EQ(ByStr2T("1.234", 0LL), "1 ");
   });
   for (const bool inGlobal : {false, true}) {
-    const nqtest::CommaLocale locale(true, inGlobal, !inGlobal);
+    const nqtest::CommaLocale locale(inGlobal, !inGlobal);
     EXPECT_EQ(ByStr2T("0,5", 0.0) + ByStr2T("1,2.5", 0.0) + ByStr2T("1.2,5", 0.0), "0.5 1.2 1.2 ");
   }
   EXPECT_EQ(ByStr2T("0,5", 1.0), "0 ") << "no comma locale";

@@ -124,27 +124,12 @@ MemoryCase Gives(const char* operation, Call call) {
   return {operation, run, true};
 }
 
-// What a stream gets is the text or, where memory ended, its beginning: then std::bad_alloc passes,
-// or the state of the stream tells.
-template <class Write>
-MemoryCase Writes(const char* operation, Write write) {
-  const auto run = [=](Injection& inject) {
-    std::ostringstream os, wanted;
-    write(wanted);
-    inject([&] { write(os); });
-    const bool isCut = (inject.Threw() || os.fail()) && wanted.str().starts_with(os.str());
-    return Verdict{isCut || os.str() == wanted.str(), os.str()};
-  };
-  return {operation, run, true};
-}
-
-// Rows by the text of the call, on an object `o` that `make` makes or to the stream `os`.
+// Rows by the text of the call, on an object `o` that `make` makes.
 #define CALL(...) [&](auto& o) -> decltype(auto) { return (o.__VA_ARGS__); }
 #define ANSWERS(make, ...) On(#__VA_ARGS__, make, CALL(__VA_ARGS__), false)
 #define THROWS(make, ...) On(#__VA_ARGS__, make, CALL(__VA_ARGS__), true)
 #define ABSORBS(make, ...) Absorbs(#__VA_ARGS__, make, CALL(__VA_ARGS__))
 #define GIVES(...) Gives(#__VA_ARGS__, [&] { return __VA_ARGS__; })
-#define WRITES(...) Writes(#__VA_ARGS__, [&](std::ostream& os) { __VA_ARGS__; })
 
 void RunAll(const char* title, const std::vector<MemoryCase>& cases) {
   std::ostream nowhere(nullptr);
@@ -233,11 +218,8 @@ TEST(Memory, WarningsAndLoading) {
     other.AddWarnings({two});
     other.AddParameter(two, kLong);
     inject([&] { warnings.AddWarnings(std::move(other)); });
-    std::string got = Text(warnings);
-    const bool isLess = got != "1c2c1a|0" + kLong + "|0" + kLong;
-    if (got.starts_with("1c2c")) got.erase(2, 2);
-    const bool isPart = "1c1a|0" + kLong + "|0" + kLong == got || "1c1a|0" + kLong == got;
-    return Verdict{isPart && (!isLess || inject.HasFailed()), got};
+    const bool isAdded = warnings.GetWarnings(true).size() == 2 && warnings.HasParameter(two);
+    return Verdict{isAdded != inject.HasFailed() && warnings.GetParameters(one).size() == 1};
   };
   const auto loads = [](Injection& inject) {
     NQDynamicLoadedLibrary absent("/no/such/" + kLong, 1);
@@ -266,11 +248,6 @@ std::unique_ptr<XMLElement> Tree() {
   root->AddElement(NewElement());
   return root;
 }
-std::unique_ptr<XMLDocType> Doctype() {
-  std::unique_ptr<XMLDocType> doctype(XMLDocType::Create(kLong, kLong + ".dtd", 0));
-  doctype->AddExtension(kLong);
-  return doctype;
-}
 JsonObject Json() {
   JsonObject object("a" + kLong, JsonObject("k", kLong));
   object.AddPair("b", true);
@@ -279,26 +256,15 @@ JsonObject Json() {
 
 TEST(Memory, XmlAndJson) {
   const auto tree = Tree();
-  const auto doctype = Doctype();
   const JsonObject part = Json();
-  const auto writeObject = [](std::ostream& os) {
-    const XMLObj writer(kLong, 1);
-    StartRoot(os, kLong);
-    writer.StartObj(os);
-    writer.WriteSubElement(os, kLong);
-    writer.EndObj(os);
-  };
-  RunAll("XML and JSON", {THROWS(Tree, get()->AddElement(NewElement())),
-                          THROWS(Tree, get()->AddElement(XMLString::Create("&" + kLong))),
-                          THROWS(Tree, get()->AddAttribute(XMLAttribute::Create("b", kLong))),
-                          THROWS(Tree, get()->AddAttribute("b" + kLong, kLong + kLong)),
-                          THROWS(Tree, get()->AddAttribute(kLong + kLong, 0.1)),
-                          GIVES(std::unique_ptr<XMLElement>(tree->Clone())),
-                          THROWS(Doctype, get()->AddExtension(kLong)),
-                          WRITES(WriteTree(os, doctype.get(), tree.get(), true)),
-                          WRITES(WriteTreeUTF8(os, doctype.get(), tree.get(), true)),
-                          THROWS(Json, AddPair("c" + kLong, part)),
-                          THROWS(Json, AddPair("b", kLong.c_str())), WRITES(writeObject(os))});
+  RunAll("XML and JSON",
+         {THROWS(Tree, get()->AddElement(NewElement())),
+          THROWS(Tree, get()->AddElement(XMLString::Create("&" + kLong))),
+          THROWS(Tree, get()->AddAttribute(XMLAttribute::Create("b", kLong))),
+          THROWS(Tree, get()->AddAttribute("b" + kLong, kLong + kLong)),
+          THROWS(Tree, get()->AddAttribute(kLong + kLong, 0.1)),
+          GIVES(std::unique_ptr<XMLElement>(tree->Clone())),
+          THROWS(Json, AddPair("c" + kLong, part)), THROWS(Json, AddPair("b", kLong.c_str()))});
 }
 
 // ---- Settings -----------------------------------------------------------------------------------

@@ -18,12 +18,12 @@
 
 namespace nqtest {
 
-// In the C++ locales while the object lives, with points between thousands where asked for. The
-// facet is our own: no locale needs to be installed.
+// In the C++ locales while the object lives, with points between thousands. The facet is our own:
+// no locale needs to be installed.
 class CommaLocale {
  public:
-  explicit CommaLocale(bool groupThousands = false, bool inGlobal = true, bool inOutput = true) {
-    const std::locale comma(std::locale(), new Comma(groupThousands));
+  explicit CommaLocale(bool inGlobal = true, bool inOutput = true) {
+    const std::locale comma(std::locale(), new Comma);
     if (inGlobal) std::locale::global(comma);
     if (inOutput) std::cout.imbue(comma);
   }
@@ -35,11 +35,9 @@ class CommaLocale {
 
  private:
   struct Comma : std::numpunct<char> {
-    explicit Comma(bool groupThousands) : fGroupThousands(groupThousands) {}
     char do_decimal_point() const override { return ','; }
     char do_thousands_sep() const override { return '.'; }
-    std::string do_grouping() const override { return fGroupThousands ? "\3" : ""; }
-    bool fGroupThousands;
+    std::string do_grouping() const override { return "\3"; }
   };
 
   std::locale fGlobal;
@@ -52,7 +50,7 @@ class CommaLocale {
 class CommaCLocale {
  public:
   explicit CommaCLocale(bool inCppToo = true) {
-    if (inCppToo) fCppLocale.emplace(true);
+    if (inCppToo) fCppLocale.emplace();
     std::filesystem::create_directories(fDirectory);
     const std::string source = fDirectory / "comma.src";
     std::ofstream(source) << "comment_char %\nescape_char /\nLC_NUMERIC\ndecimal_point \",\"\n"
@@ -81,7 +79,7 @@ template <class Check>
 void InEachCommaLocale(Check check) {
   const auto run = [&](const char* place, bool c, bool global, bool output) {
     SCOPED_TRACE(place);
-    const CommaLocale cpp(true, global, output);
+    const CommaLocale cpp(global, output);
     std::optional<CommaCLocale> inC;
     if (c) inC.emplace(false);
     check();
