@@ -245,6 +245,13 @@ def wishart(u):  # 3.5 degrees of freedom, scale matrix 4 | 2 3
     return low[0]**2, low[0] * low[1], low[1]**2 + low[2]**2
 
 
+def standard_wishart(u):  # 2 degrees of freedom, 2 x 2 identity
+    a = sqrt(2 * gamma(u, 1.0))
+    c = normal(u)
+    b = sqrt(2 * gamma(u, 0.5))
+    return a**2, a * c, c**2 + b**2
+
+
 ROWS = {}
 
 
@@ -274,7 +281,8 @@ for name, method in (("RVNor 0 1", normal), ("RVGam 1 2", lambda u: gamma(u, 1) 
                      ("RVGam 25 0.5", lambda u: 2 * gamma(u, 25.0)), ("RVGam 1e13 1", lambda u: gamma(u, 1e13)),
                      ("UniformVector", box), ("DegenerateNormal", degenerate),
                      ("StandardNormal", lambda u: (normal(u), normal(u), normal(u))),
-                     ("NormalVector", bivariate), ("Wishart", wishart)):
+                     ("NormalVector", bivariate), ("Wishart", wishart),
+                     ("StandardWishart", standard_wishart)):
     source = opened(SEED)
     row(name, lambda: method(source), {"RVNor 0 1": 120}.get(name, 6 if name.isalpha() else 8))
 source = opened(SEED)  # the last of each ten thousand: every decision and constant counts many times

@@ -51,20 +51,18 @@ double LobattoQuad::Integrate(double a, double b) {
   BoundsList intervals(this);
   if (!intervals.Initialize(a, b)) return Fail();
   double total = 0;
-  double left = a;
   bool unfinished = true;
-  while (unfinished && !StopOuterLoop(left, b, span)) {
+  while (unfinished && !StopOuterLoop(intervals.GetFirstLeft(), b, span)) {
     double integral = 0;
     if (!RefineFirst(intervals, integral)) return Fail();
     ++fNIterations;
     total += integral;
     unfinished = intervals.Remove() > 0;
-    if (unfinished) left = intervals.GetFirstLeft();
   }
   if (unfinished && fNIterations >= fMaxIter) {
     double whole = 0;
     double halves = 0;
-    intervals.Initialize(left, b);
+    intervals.Initialize(intervals.GetFirstLeft(), b);
     intervals.ComputeI0andI1(whole, halves);
     if (NQMV::IsMissing(halves)) return Fail();
     total += halves;

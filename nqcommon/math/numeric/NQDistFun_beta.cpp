@@ -11,21 +11,17 @@
 
 namespace NQMath_940 {
 
-using internal::Fail;
-using internal::kInvalidArguments;
-using internal::kSuccess;
+using namespace internal;
 using NQCommon_940::NQMV;
 
 double NQDistFun::cdfbet(const double& x, const double& a, const double& b, long& status) {
-  if (!internal::IsShape(a) || !internal::IsShape(b) || std::isnan(x))
-    return Fail(kInvalidArguments, status);
-  status = kSuccess;
+  if (IsRefused(!IsShape(a) || !IsShape(b) || std::isnan(x), status)) return NQMV::Missing();
   if (x <= 0) return 0;
   if (x >= 1) return 1;
-  const double shape1 = internal::BoundedShape(a);
-  const double shape2 = internal::BoundedShape(b);
-  const auto point = internal::BetaPointAt(x, shape1, shape2);
-  return internal::AsProbability(internal::IncompleteBeta(point, shape1, shape2).lower);
+  const double shape1 = BoundedShape(a);
+  const double shape2 = BoundedShape(b);
+  const auto point = BetaPointAt(x, shape1, shape2);
+  return AsProbability(IncompleteBeta(point, shape1, shape2).lower);
 }
 
 double NQDistFun::cbtaux(const double& u) {
@@ -34,7 +30,7 @@ double NQDistFun::cbtaux(const double& u) {
   if (u == 0) return 1;
   if (u > kSquareOverflows) return -1;
   const double e = u - 1;
-  if (std::fabs(e) > 0.25) return 1 - 2 * (u / e) * (internal::LogDefect(e, u) / e);
+  if (std::fabs(e) > 0.25) return 1 - 2 * (u / e) * (LogDefect(e, u) / e);
   // both 1s cancel near u = 1: the sum of 2 (-e)^j/((j + 1)(j + 2)), j >= 1
   double sum = 0;
   for (int j = 26; j >= 1; --j) sum = -e * (2.0 / ((j + 1) * (j + 2)) + sum);
@@ -43,9 +39,7 @@ double NQDistFun::cbtaux(const double& u) {
 
 double NQDistFun::betinv(const double& p, const double& a, const double& b, const double& /*acu*/,
                          const double& /*bound*/, long& status) {
-  if (!(p >= 0 && p <= 1) || !internal::IsShape(a) || !internal::IsShape(b))
-    return Fail(kInvalidArguments, status);
-  status = kSuccess;
+  if (IsRefused(!(p >= 0 && p <= 1) || !IsShape(a) || !IsShape(b), status)) return NQMV::Missing();
   if (p == 0 || p == 1) return p;
   if (a == b && p == 0.5) return 0.5;
   if (a == 0.5 && b == 0.5) {
@@ -53,12 +47,12 @@ double NQDistFun::betinv(const double& p, const double& a, const double& b, cons
     return root * root;
   }
   if (a == 1) return -std::expm1(std::log1p(-p) / b);
-  if (b == 1) return internal::ExpOrZero(std::log(p) / a);
-  const double shape1 = internal::BoundedShape(a);
-  const double shape2 = internal::BoundedShape(b);
-  const double ratio = internal::InverseBetaRatio({p, 1 - p}, shape1, shape2);
+  if (b == 1) return ExpOrZero(std::log(p) / a);
+  const double shape1 = BoundedShape(a);
+  const double shape2 = BoundedShape(b);
+  const double ratio = InverseBetaRatio({p, 1 - p}, shape1, shape2);
   if (ratio == 0 || std::isinf(ratio)) return ratio == 0 ? 0 : 1;
-  return internal::BetaPointOfRatio(ratio, shape1, shape2).x;
+  return BetaPointOfRatio(ratio, shape1, shape2).x;
 }
 
 double NQDistFun::CdfBeta(double x, double a, double b) {

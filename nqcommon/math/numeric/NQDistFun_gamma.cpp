@@ -11,15 +11,12 @@
 
 namespace NQMath_940 {
 
-using internal::Fail;
-using internal::kInvalidArguments;
-using internal::kNumericalFailure;
-using internal::kSuccess;
+using namespace internal;
 using NQCommon_940::NQMV;
 
 namespace {
 
-bool AreQuantileArguments(double p, double df) { return p >= 0 && p < 1 && internal::IsShape(df); }
+bool AreQuantileArguments(double p, double df) { return p >= 0 && p < 1 && IsShape(df); }
 
 // Wilson and Hilferty 1931: the cube root of a gamma variable is about normal. Far below the mean
 // the distribution function is x^a / Gamma(a + 1).
@@ -27,46 +24,43 @@ double QuantileStart(double p, double a) {
   constexpr double kNormalFrom = 0.4;
   const double root = 1 - 1 / (9 * a) + NQDistFun::probit(p) / (3 * std::sqrt(a));
   if (root > kNormalFrom) return a * root * root * root;
-  return std::exp((std::log(p) + internal::LogGamma(a + 1)) / a);
+  return std::exp((std::log(p) + LogGamma(a + 1)) / a);
 }
 
 // The gamma variable of the lower tail p, to a few epsilons.
 double Refine(double start, double p, double shape) {
-  return internal::FindLogConcaveQuantile(
-      start, {p, 1 - p}, [shape](double x) { return internal::IncompleteGammaAndSlope(x, shape); });
+  return FindLogConcaveQuantile(start, {p, 1 - p},
+                                [shape](double x) { return IncompleteGammaAndSlope(x, shape); });
 }
 
 }  // namespace
 
 double NQDistFun::dnlgam(const double& x) {
   if (!(x > 0)) return NQMV::Missing();
-  return internal::LogGamma(x);
+  return LogGamma(x);
 }
 
 double NQDistFun::tarndnlgam(double x) { return dnlgam(x); }
 
 double NQDistFun::gammad(const double& x, const double& a, bool lowerTail, long& status) {
-  if (!internal::IsShape(a) || std::isnan(x)) return Fail(kInvalidArguments, status);
-  status = kSuccess;
-  const internal::Tails tails = internal::IncompleteGamma(x, a);
-  return internal::AsProbability(lowerTail ? tails.lower : tails.upper);
+  if (IsRefused(!IsShape(a) || std::isnan(x), status)) return NQMV::Missing();
+  const Tails tails = IncompleteGamma(x, a);
+  return AsProbability(lowerTail ? tails.lower : tails.upper);
 }
 
 double NQDistFun::cdfexp(const double& x, const double& rate, long& status) {
-  if (!(rate > 0) || std::isnan(x)) return Fail(kInvalidArguments, status);
-  status = kSuccess;
+  if (IsRefused(!(rate > 0) || std::isnan(x), status)) return NQMV::Missing();
   return x <= 0 ? 0 : -std::expm1(-rate * x);
 }
 
 double NQDistFun::idfchb(const double& p, const double& df, long& status) {
   constexpr int kMaxHalvings = 40;
   constexpr double kWidth = 1e-8;
-  if (!AreQuantileArguments(p, df)) return Fail(kInvalidArguments, status);
-  status = kSuccess;
+  if (IsRefused(!AreQuantileArguments(p, df), status)) return NQMV::Missing();
   if (p == 0) return 0;
-  const double shape = internal::BoundedShape(df) / 2;
+  const double shape = BoundedShape(df) / 2;
   const auto isBelow = [&p, shape](double x) {
-    const internal::Tails tails = internal::IncompleteGamma(x, shape);
+    const Tails tails = IncompleteGamma(x, shape);
     return p <= 0.5 ? tails.lower < p : tails.upper > 1 - p;
   };
   double low = shape / 2;
@@ -85,22 +79,21 @@ double NQDistFun::idfchb(const double& p, const double& df, long& status) {
 }
 
 double NQDistFun::tarnidfchi(const double& p, const double& df, long& status) {
-  if (!AreQuantileArguments(p, df)) return Fail(kInvalidArguments, status);
-  status = kSuccess;
+  if (IsRefused(!AreQuantileArguments(p, df), status)) return NQMV::Missing();
   if (p == 0) return 0;
-  const double shape = internal::BoundedShape(df) / 2;
+  const double shape = BoundedShape(df) / 2;
   const double chi = 2 * Refine(QuantileStart(p, shape), p, shape);
   return std::isinf(chi) ? Fail(kNumericalFailure, status) : chi;
 }
 
 double NQDistFun::CdfChi(double x, double df) {
   long status = 0;
-  return gammad(x / 2, internal::BoundedShape(df) / 2, true, status);
+  return gammad(x / 2, BoundedShape(df) / 2, true, status);
 }
 
 double NQDistFun::SigChi(double x, double df) {
   long status = 0;
-  return gammad(x / 2, internal::BoundedShape(df) / 2, false, status);
+  return gammad(x / 2, BoundedShape(df) / 2, false, status);
 }
 
 double NQDistFun::IdfChi(double p, double df) {
@@ -124,16 +117,16 @@ double NQDistFun::PdfGamma(double x, double shape, double rate) {
     return shape == 1 ? rate : 0;
   }
   if (std::isinf(y)) return 0;
-  const double a = internal::BoundedShape(shape);
+  const double a = BoundedShape(shape);
   if (a < 1 && y < 1) {
     // the power itself, whose logarithm would be large
     constexpr double kLargest = 8.218407461554972e307;  // exp(NQPower::gMachineMaxExp)
-    const double density = std::pow(y, a - 1) * std::exp(-y - internal::LogGamma1p(a)) * a * rate;
+    const double density = std::pow(y, a - 1) * std::exp(-y - LogGamma1p(a)) * a * rate;
     return density <= kLargest ? density : NQMV::Missing();
   }
   double logDensity = std::log(rate) - y;
   if (a != 1) {
-    const internal::ExpTerm term = internal::PoissonTerm(y, a);
+    const ExpTerm term = PoissonTerm(y, a);
     logDensity = term.exponent + std::log(term.factor * (a / y)) + std::log(rate);
   }
   double density = 0;

@@ -11,36 +11,26 @@
 
 namespace NQMath_940 {
 
-using internal::Fail;
-using internal::IsShape;
-using internal::kInvalidArguments;
-using internal::kSuccess;
-using internal::Side;
+using namespace internal;
 using NQCommon_940::NQMV;
 
 namespace {
 
 bool IsNoncentrality(double ncp) { return ncp >= 0; }
 
-double NoncentralGamma(double y, double a, double ncp) {
-  if (ncp == 0) return internal::AsProbability(internal::IncompleteGamma(y, a).lower);
-  const double lambda = internal::BoundedShape(ncp) / 2;
-  const internal::GammaFamily family = {y, a};
-  const double cdf =
-      internal::TailByValue(Side::kLower, y < a + lambda ? Side::kLower : Side::kUpper,
-                            [&](Side side) { return internal::Mixture(side, lambda, 0, family); });
-  return internal::AsProbability(cdf);
+// The Poisson mixture of mean lambda of the lower tails of a family; isBelow tells that it is likely
+// less than a half.
+template <class Family>
+double LowerMixture(double lambda, const Family& family, bool isBelow) {
+  return AsProbability(TailByValue(Side::kLower, isBelow ? Side::kLower : Side::kUpper,
+                                   [&](Side side) { return Mixture(side, lambda, 0, family); }));
 }
 
-double NoncentralBeta(const internal::BetaPoint& point, double a, double b, double ncp) {
-  if (ncp == 0) return internal::AsProbability(internal::IncompleteBeta(point, a, b).lower);
-  const double lambda = internal::BoundedShape(ncp) / 2;
-  const internal::BetaFamily family = {point.x, point.y, a, b};
-  const bool isBelow = point.x * (a + b + lambda) < a + lambda;
-  const double cdf =
-      internal::TailByValue(Side::kLower, isBelow ? Side::kLower : Side::kUpper,
-                            [&](Side side) { return internal::Mixture(side, lambda, 0, family); });
-  return internal::AsProbability(cdf);
+double NoncentralBeta(const BetaPoint& point, double a, double b, double ncp) {
+  if (ncp == 0) return AsProbability(IncompleteBeta(point, a, b).lower);
+  const double lambda = BoundedShape(ncp) / 2;
+  return LowerMixture(lambda, BetaFamily{point.x, point.y, a, b},
+                      point.x * (a + b + lambda) < a + lambda);
 }
 
 // The ncp > 0 at which `cdf`, which falls with ncp, is `prob`: doubling or halving `start` brackets
@@ -78,19 +68,24 @@ double NQDistFun::NonCentralCdfChi(double x, double df, double ncp) {
   if (!IsShape(df) || !IsNoncentrality(ncp) || std::isnan(x)) return NQMV::Missing();
   if (x <= 0) return 0;
   if (std::isinf(x)) return 1;
-  return NoncentralGamma(x / 2, internal::BoundedShape(df) / 2, ncp);
+  if (ncp == 0) return CdfChi(x, df);
+  const double y = x / 2;
+  const double a = BoundedShape(df) / 2;
+  const double lambda = BoundedShape(ncp) / 2;
+  return LowerMixture(lambda, GammaFamily{y, a}, y < a + lambda);
 }
 
 double NQDistFun::ncdbet(const double& x, const double& a, const double& b, const double& ncp,
                          const double& tol, long& status) {
-  if (!IsShape(a) || !IsShape(b) || !IsNoncentrality(ncp) || std::isnan(x) || std::isnan(tol))
-    return Fail(kInvalidArguments, status);
-  status = kSuccess;
+  if (IsRefused(
+          !IsShape(a) || !IsShape(b) || !IsNoncentrality(ncp) || std::isnan(x) || std::isnan(tol),
+          status))
+    return NQMV::Missing();
   if (x <= 0) return 0;
   if (x >= 1) return 1;
-  const double shape1 = internal::BoundedShape(a);
-  const double shape2 = internal::BoundedShape(b);
-  return NoncentralBeta(internal::BetaPointAt(x, shape1, shape2), shape1, shape2, ncp);
+  const double shape1 = BoundedShape(a);
+  const double shape2 = BoundedShape(b);
+  return NoncentralBeta(BetaPointAt(x, shape1, shape2), shape1, shape2, ncp);
 }
 
 double NQDistFun::NonCentralCdfF(double x, double df1, double df2, double ncp, double tol) {
@@ -99,24 +94,22 @@ double NQDistFun::NonCentralCdfF(double x, double df1, double df2, double ncp, d
   if (x <= 0) return 0;
   if (std::isinf(x)) return 1;
   // The point of the ratio, where ncdbet would have to do without the digits of 1 - x.
-  const double a = internal::BoundedShape(df1) / 2;
-  const double b = internal::BoundedShape(df2) / 2;
-  return NoncentralBeta(internal::BetaPointOfRatio(x, a, b), a, b, ncp);
+  const double a = BoundedShape(df1) / 2;
+  const double b = BoundedShape(df2) / 2;
+  return NoncentralBeta(BetaPointOfRatio(x, a, b), a, b, ncp);
 }
 
 double NQDistFun::NonCentralCdfT(double x, double df, double ncp, double tol) {
   if (!IsShape(df) || std::isnan(x) || std::isnan(ncp) || std::isnan(tol)) return NQMV::Missing();
   if (std::isinf(x)) return x > 0 ? 1 : 0;
   if (std::isinf(ncp)) return ncp > 0 ? 0 : 1;
-  const double cdf = internal::NoncentralTTail(Side::kLower, x, internal::BoundedShape(df), ncp);
-  return internal::AsProbability(cdf);
+  return AsProbability(NoncentralTTail(Side::kLower, x, BoundedShape(df), ncp));
 }
 
 double NQDistFun::NonCentralPdfT(double x, double df, double ncp, long& status) {
-  if (!IsShape(df) || std::isnan(x) || std::isnan(ncp)) return Fail(kInvalidArguments, status);
-  status = kSuccess;
+  if (IsRefused(!IsShape(df) || std::isnan(x) || std::isnan(ncp), status)) return NQMV::Missing();
   if (std::isinf(x) || std::isinf(ncp)) return 0;
-  return internal::NoncentralTDensity(x, internal::BoundedShape(df), ncp);
+  return NoncentralTDensity(x, BoundedShape(df), ncp);
 }
 
 double NQDistFun::FindNCParamChi(double x, double df, double prob, double tol) {

@@ -10,6 +10,7 @@
 
 namespace NQMath_940 {
 
+using namespace internal;
 using NQCommon_940::NQMV;
 
 namespace {
@@ -47,8 +48,7 @@ constexpr Rational kFar = {
      2.04426310338993978564e-15}};
 
 double Evaluate(const Rational& rational, double x) {
-  return internal::Polynomial(rational.numerator, x) /
-         internal::Polynomial(rational.denominator, x);
+  return Polynomial(rational.numerator, x) / Polynomial(rational.denominator, x);
 }
 
 }  // namespace
@@ -57,10 +57,10 @@ double NQDistFun::derf(const double& x) { return std::erf(x); }
 
 double NQDistFun::derfc(const double& x) {
   const double value = std::erfc(x);
-  return value < internal::kMinProbability ? 0 : value;
+  return value < kMinProbability ? 0 : value;
 }
 
-double NQDistFun::prbnrm(const double& z) { return internal::NormalLower(z); }
+double NQDistFun::prbnrm(const double& z) { return NormalLower(z); }
 
 double NQDistFun::probit(const double& p) {
   if (!(p > 0 && p < 1)) return NQMV::Missing();
@@ -71,15 +71,13 @@ double NQDistFun::probit(const double& p) {
   return std::copysign(r <= 5 ? Evaluate(kMiddle, r - 1.6) : Evaluate(kFar, r - 5), q);
 }
 
-double NQDistFun::CdfStdNorm(double z) { return internal::NormalLower(z); }
+double NQDistFun::CdfStdNorm(double z) { return NormalLower(z); }
 
 double NQDistFun::CdfNorm(double x, double mean, double sd) {
-  return sd <= 0 ? NQMV::Missing() : internal::NormalLower((x - mean) / sd);
+  return sd <= 0 ? NQMV::Missing() : NormalLower((x - mean) / sd);
 }
 
-double NQDistFun::PdfNormalStandard(double z) {
-  return internal::NormalExponential(z) * internal::kInverseSqrt2Pi;
-}
+double NQDistFun::PdfNormalStandard(double z) { return NormalExponential(z) * kInverseSqrt2Pi; }
 
 double NQDistFun::PdfNormal(double x, double mean, double sd) {
   return sd == 0 ? NQMV::Missing() : PdfNormalStandard((x - mean) / sd) / sd;

@@ -12,11 +12,7 @@
 
 namespace NQMath_940 {
 
-using internal::Fail;
-using internal::kInvalidArguments;
-using internal::kNumericalFailure;
-using internal::kPowerTailFrom;
-using internal::kSuccess;
+using namespace internal;
 using NQCommon_940::NQMV;
 
 namespace {
@@ -26,16 +22,16 @@ using std::numbers::pi;
 // Above this many degrees of freedom t is taken for normal.
 constexpr double kNormalDf = 1e8;
 
-internal::Tails FTails(double x, double df1, double df2) {
-  const double a = internal::BoundedShape(df1) / 2;
-  const double b = internal::BoundedShape(df2) / 2;
+Tails FTails(double x, double df1, double df2) {
+  const double a = BoundedShape(df1) / 2;
+  const double b = BoundedShape(df2) / 2;
   if (x <= 0) return {0, 1};
   if (std::isinf(x)) return {1, 0};
-  return internal::IncompleteBeta(internal::BetaPointOfRatio(x, a, b), a, b);
+  return IncompleteBeta(BetaPointOfRatio(x, a, b), a, b);
 }
 
 // P(|T| <= |t|) and P(|T| > |t|): t^2 has an F distribution with 1 and df degrees of freedom.
-internal::Tails TwoSided(double t, double df) {
+Tails TwoSided(double t, double df) {
   const double size = std::fabs(t);
   if (size <= kPowerTailFrom) return FTails(size * size, 1, df);
   const double outer = TwoSided(kPowerTailFrom, df).upper * std::pow(size / kPowerTailFrom, -df);
@@ -43,28 +39,27 @@ internal::Tails TwoSided(double t, double df) {
 }
 
 double LowerTail(double t, double df) {
-  if (df > kNormalDf) return internal::NormalLower(t);
+  if (df > kNormalDf) return NormalLower(t);
   if (t == 0) return 0.5;
   if (df == 1) {
     if (std::fabs(t) <= 1) return 0.5 + std::atan(t) / pi;
     const double tail = std::atan(1 / std::fabs(t)) / pi;
     return t < 0 ? tail : 1 - tail;
   }
-  const internal::Tails tails = TwoSided(t, df);
+  const Tails tails = TwoSided(t, df);
   if (std::fabs(t) <= 1) return t < 0 ? 0.5 - tails.lower / 2 : 0.5 + tails.lower / 2;
   return t < 0 ? tails.upper / 2 : 1 - tails.upper / 2;
 }
 
 bool AreFArguments(double x, double df1, double df2) {
-  return internal::IsShape(df1) && internal::IsShape(df2) && !std::isnan(x);
+  return IsShape(df1) && IsShape(df2) && !std::isnan(x);
 }
 
 }  // namespace
 
 double NQDistFun::tarncdft(const double& t, const double& df, long& status) {
-  if (!internal::IsShape(df) || std::isnan(t)) return Fail(kInvalidArguments, status);
-  status = kSuccess;
-  return internal::AsProbability(LowerTail(t, df));
+  if (IsRefused(!IsShape(df) || std::isnan(t), status)) return NQMV::Missing();
+  return AsProbability(LowerTail(t, df));
 }
 
 double NQDistFun::CdfT(double x, double df) {
@@ -75,29 +70,26 @@ double NQDistFun::CdfT(double x, double df) {
 double NQDistFun::SigT(double t, double df) { return CdfT(-t, df); }
 
 double NQDistFun::PdfT(double x, double df, long& status) {
-  if (!internal::IsShape(df) || std::isnan(x)) return Fail(kInvalidArguments, status);
-  status = kSuccess;
+  if (IsRefused(!IsShape(df) || std::isnan(x), status)) return NQMV::Missing();
   if (std::isinf(x)) return 0;
-  const double shape = internal::BoundedShape(df);
+  const double shape = BoundedShape(df);
   // ln(1 + x^2/df), without a square that overflows
   constexpr double kLargeRoot = 1e100;
   const double root = std::fabs(x) / std::sqrt(shape);
   const double spread = root > kLargeRoot ? 2 * std::log(root) : std::log1p(x * x / shape);
-  const double peak = internal::GammaRatioOfHalf(shape / 2) / std::sqrt(pi * shape);
-  return internal::AsProbability(peak * std::exp(-(shape + 1) / 2 * spread));
+  const double peak = GammaRatioOfHalf(shape / 2) / std::sqrt(pi * shape);
+  return AsProbability(peak * std::exp(-(shape + 1) / 2 * spread));
 }
 
 double NQDistFun::tarnidft(const double& p, const double& df, long& status, const double& /*acu*/,
                            const double& /*bound*/) {
-  if (!(p > 0 && p < 1) || !internal::IsShape(df)) return Fail(kInvalidArguments, status);
-  status = kSuccess;
+  if (IsRefused(!(p > 0 && p < 1) || !IsShape(df), status)) return NQMV::Missing();
   if (p == 0.5) return 0;
   if (df >= kNormalDf) return IdfStdNorm(p);
   // both exact where they are small
   const double outside = p < 0.5 ? 2 * p : 2 - 2 * p;
   const double inside = p < 0.5 ? 1 - 2 * p : 2 * p - 1;
-  const double square =
-      internal::InverseBetaRatio({inside, outside}, 0.5, internal::BoundedShape(df) / 2);
+  const double square = InverseBetaRatio({inside, outside}, 0.5, BoundedShape(df) / 2);
   double size = std::sqrt(square);
   if (size > kPowerTailFrom)
     size = kPowerTailFrom * std::pow(TwoSided(kPowerTailFrom, df).upper / outside, 1 / df);
@@ -111,9 +103,8 @@ double NQDistFun::IdfT(double p, double df, double acu, double bound) {
 }
 
 double NQDistFun::tarncdff(const double& x, const double& df1, const double& df2, long& status) {
-  if (!AreFArguments(x, df1, df2)) return Fail(kInvalidArguments, status);
-  status = kSuccess;
-  return internal::AsProbability(FTails(x, df1, df2).lower);
+  if (IsRefused(!AreFArguments(x, df1, df2), status)) return NQMV::Missing();
+  return AsProbability(FTails(x, df1, df2).lower);
 }
 
 double NQDistFun::CdfF(double x, double df1, double df2) {
@@ -123,16 +114,15 @@ double NQDistFun::CdfF(double x, double df1, double df2) {
 
 double NQDistFun::SigF(double x, double df1, double df2) {
   if (!AreFArguments(x, df1, df2)) return NQMV::Missing();
-  return internal::AsProbability(FTails(x, df1, df2).upper);
+  return AsProbability(FTails(x, df1, df2).upper);
 }
 
 double NQDistFun::tarnidff(const double& p, const double& df1, const double& df2, long& status) {
-  if (!(p >= 0 && p < 1) || !AreFArguments(p, df1, df2)) return Fail(kInvalidArguments, status);
-  status = kSuccess;
+  if (IsRefused(!(p >= 0 && p < 1) || !AreFArguments(p, df1, df2), status)) return NQMV::Missing();
   if (p == 0) return 0;
-  const double a = internal::BoundedShape(df1) / 2;
-  const double b = internal::BoundedShape(df2) / 2;
-  const double quantile = internal::InverseBetaRatio({p, 1 - p}, a, b);
+  const double a = BoundedShape(df1) / 2;
+  const double b = BoundedShape(df2) / 2;
+  const double quantile = InverseBetaRatio({p, 1 - p}, a, b);
   return std::isinf(quantile) ? Fail(kNumericalFailure, status) : quantile;
 }
 

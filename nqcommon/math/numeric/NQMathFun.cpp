@@ -24,16 +24,12 @@ constexpr double kEulerGamma = 0.5772156649015329;
 
 // The coefficients of powers of 1/z^2, from the Bernoulli numbers B(2k), k = 1 .. 6: -B(2k)/(2k)
 // for psi, and B(2k) after a leading 1 for psi' (Abramowitz and Stegun 1964, 6.3.18 and 6.4.12).
-constexpr std::array<double, 6> kDigammaSeries = {-0.08333333333333333,  0.008333333333333333,
-                                                  -0.003968253968253968, 0.004166666666666667,
-                                                  -0.007575757575757576, 0.021092796092796094};
-constexpr std::array<double, 7> kTrigammaSeries = {1,
-                                                   0.16666666666666666,
-                                                   -0.03333333333333333,
-                                                   0.023809523809523808,
-                                                   -0.03333333333333333,
-                                                   0.07575757575757576,
-                                                   -0.2531135531135531};
+constexpr std::array<double, 6> kDigammaSeries = {{-0.08333333333333333, 0.008333333333333333,
+                                                   -0.003968253968253968, 0.004166666666666667,
+                                                   -0.007575757575757576, 0.021092796092796094}};
+constexpr std::array<double, 7> kTrigammaSeries = {{1, 0.16666666666666666, -0.03333333333333333,
+                                                    0.023809523809523808, -0.03333333333333333,
+                                                    0.07575757575757576, -0.2531135531135531}};
 
 template <class T>
 NQMathFun::Index FindBin(const std::vector<T>& v, NQMathFun::Index lo, NQMathFun::Index hi, T x,

@@ -9,19 +9,18 @@
 
 namespace NQMath_940 {
 
-using internal::RowStart;
-using internal::Walk;
+using namespace internal;
 using NQCommon_940::NQMV;
 
 namespace {
 
-using Index = NQMathFun::Index;
+constexpr Walk kGrowing = Walk::kGrowing;
 
 // Whether n entries from `start` on lie inside v. Growing steps that start negative are not judged.
 template <Walk walk>
 bool Holds(const std::vector<double>& v, Index n, Index start, Index inc) {
-  if (n < 1 || (walk == Walk::kGrowing && inc < 0)) return true;
-  const Index extra = walk == Walk::kGrowing ? (n - 2) * (n - 1) / 2 : 0;
+  if (n < 1 || (walk == kGrowing && inc < 0)) return true;
+  const Index extra = walk == kGrowing ? (n - 2) * (n - 1) / 2 : 0;
   const Index last = start + (n - 1) * (inc < 0 ? -inc : inc) + extra;
   return start >= 0 && last < static_cast<Index>(v.size());
 }
@@ -41,67 +40,63 @@ bool HoldsTriangle(const std::vector<double>& packed, std::size_t n) {
 
 void NQMathFun::Daxpy(Index n, double a, const std::vector<double>& x, Index startx, Index incx,
                       std::vector<double>& y, Index starty, Index incy) {
-  internal::Axpy(n, a, Run(x, n, startx, incx), incx, Run(y, n, starty, incy), incy);
+  Axpy(n, a, Run(x, n, startx, incx), incx, Run(y, n, starty, incy), incy);
 }
 
 double NQMathFun::DDot(Index n, const std::vector<double>& x, Index startx, Index incx,
                        const std::vector<double>& y, Index starty, Index incy) {
-  return internal::Dot(n, Run(x, n, startx, incx), incx, Run(y, n, starty, incy), incy);
+  return Dot(n, Run(x, n, startx, incx), incx, Run(y, n, starty, incy), incy);
 }
 
 void NQMathFun::DScal(Index n, double a, std::vector<double>& x, Index start, Index inc) {
-  internal::Scal(n, a, Run(x, n, start, inc), inc);
+  Scal(n, a, Run(x, n, start, inc), inc);
 }
 
 void NQMathFun::DLoad(Index n, double a, std::vector<double>& x, Index start, Index inc) {
-  internal::Fill(n, a, Run(x, n, start, inc), inc);
+  Fill(n, a, Run(x, n, start, inc), inc);
 }
 
 double NQMathFun::DSum(Index n, const std::vector<double>& x, Index inc) {
   const double* first = Run(x, n, 0, inc);
   if (n > 0 && inc == 0) return static_cast<double>(n) * *first;
-  return internal::Sum(n, first, inc);
+  return Sum(n, first, inc);
 }
 
 double NQMathFun::DASum(Index n, const std::vector<double>& x, Index start, Index inc) {
-  return internal::ASum(n, Run(x, n, start, inc), inc);
+  return ASum(n, Run(x, n, start, inc), inc);
 }
 
 double NQMathFun::DNrm2(Index n, const std::vector<double>& x, Index start, Index inc) {
-  return internal::Nrm2(n, Run(x, n, start, inc), inc);
+  return Nrm2(n, Run(x, n, start, inc), inc);
 }
 
 void NQMathFun::LRZero(std::vector<double>& x, Index start, Index n) {
-  internal::Fill(n, 0.0, Run(x, n, start, 1), 1);
+  Fill(n, 0.0, Run(x, n, start, 1), 1);
 }
 
 void NQMathFun::IIAxpy(Index n, double a, const std::vector<double>& x, Index sx, Index ix,
                        std::vector<double>& y, Index sy, Index iy) {
-  constexpr Walk walk = Walk::kGrowing;
-  internal::Axpy<walk>(n, a, Run<walk>(x, n, sx, ix), ix, Run<walk>(y, n, sy, iy), iy);
+  Axpy<kGrowing>(n, a, Run<kGrowing>(x, n, sx, ix), ix, Run<kGrowing>(y, n, sy, iy), iy);
 }
 
 double NQMathFun::IIDot(Index n, const std::vector<double>& x, Index sx, Index ix,
                         const std::vector<double>& y, Index sy, Index iy) {
-  constexpr Walk walk = Walk::kGrowing;
-  return internal::Dot<walk>(n, Run<walk>(x, n, sx, ix), ix, Run<walk>(y, n, sy, iy), iy);
+  return Dot<kGrowing>(n, Run<kGrowing>(x, n, sx, ix), ix, Run<kGrowing>(y, n, sy, iy), iy);
 }
 
 void NQMathFun::IIInit(Index n, double a, std::vector<double>& x, Index s, Index i) {
-  constexpr Walk walk = Walk::kGrowing;
-  internal::Fill<walk>(n, a, Run<walk>(x, n, s, i), i);
+  Fill<kGrowing>(n, a, Run<kGrowing>(x, n, s, i), i);
 }
 
 void NQMathFun::IIScal(Index n, double a, std::vector<double>& x, Index s, Index i) {
-  constexpr Walk walk = Walk::kGrowing;
-  internal::Scal<walk>(n, a, Run<walk>(x, n, s, i), i);
+  Scal<kGrowing>(n, a, Run<kGrowing>(x, n, s, i), i);
 }
 
 void NQMathFun::LTGltl(int n, std::vector<double>& L) {
   if (n < 1) return;
   const auto order = static_cast<std::size_t>(n);
   if (!HoldsTriangle(L, order)) return;
-  internal::TransTimesTriangle(L.data(), order);
+  TransTimesTriangle(L.data(), order);
 }
 
 double NQMathFun::RVD(const std::vector<double>& S, int n, int r, const std::vector<double>& x,
@@ -110,12 +105,11 @@ double NQMathFun::RVD(const std::vector<double>& S, int n, int r, const std::vec
   const auto order = static_cast<std::size_t>(n);
   if (!HoldsTriangle(S, order) || !Holds<Walk::kFixed>(x, n, 0, inc)) return NQMV::Missing();
   double sum = 0;
-  internal::Cursor<Walk::kFixed> at(n, inc);
-  internal::ForEachInRow(S.data(), order, static_cast<std::size_t>(r),
-                         [&](std::size_t, double element) {
-                           sum += element * x[static_cast<std::size_t>(*at)];
-                           ++at;
-                         });
+  Cursor<Walk::kFixed> at(n, inc);
+  ForEachInRow(S.data(), order, static_cast<std::size_t>(r), [&](std::size_t, double element) {
+    sum += element * x[static_cast<std::size_t>(*at)];
+    ++at;
+  });
   return sum;
 }
 
@@ -126,7 +120,7 @@ double NQMathFun::VSV(const std::vector<double>& S, int n, const std::vector<dou
   double sum = 0;
   for (std::size_t i = 0; i < order; ++i) {
     const double* row = S.data() + RowStart(i);
-    sum += v[i] * (2 * internal::Dot(static_cast<Index>(i), row, 1, v.data(), 1) + row[i] * v[i]);
+    sum += v[i] * (2 * Dot(static_cast<Index>(i), row, 1, v.data(), 1) + row[i] * v[i]);
   }
   return sum;
 }

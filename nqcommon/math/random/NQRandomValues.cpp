@@ -7,6 +7,7 @@
 
 #include <nqcommon/common/display.h>
 #include <nqcommon/common/memory_guard.h>
+#include <nqcommon/math/kernels/display_frame.h>
 #include <nqcommon/math/random/internal/covariance_factor.h>
 
 namespace NQMath_940 {
@@ -101,10 +102,9 @@ bool NQRandomValues::SetParamNormal(double mean, double variance) {
 
 bool NQRandomValues::SetParamNormal(int dim) {
   if (dim < 1) return false;
-  fVariance = 1;
-  fSd = 1;
-  if (dim == 1) fMean = 0;
-  SetKind(kNormal, dim, dim == 1, true);
+  if (dim == 1) return SetParamNormal(0, 1);
+  fVariance = fSd = 1;
+  SetKind(kNormal, dim, false, true);
   return true;
 }
 
@@ -156,8 +156,7 @@ bool NQRandomValues::SetParamWishart(int dim, double df, const NQSymMatrix& scal
 
 void NQRandomValues::Display() const {
   using namespace NQDisplay_940;
-  GuardMemory([&] {
-    DisplayText(1, "NQRandomValues display start");
+  internal::DisplayObject("NQRandomValues", [&] {
     DisplayS("Seed", std::to_string(fSeed));
     DisplayD("Tolerance", fTolerance);
     DisplayB("Owns the uniform source", fOwnsURNG);
@@ -181,7 +180,6 @@ void NQRandomValues::Display() const {
       DisplayText(1, "Cholesky factor of the covariance or scale matrix:");
       fpArrays->factor.Display();
     }
-    DisplayText(1, "NQRandomValues display end");
   });
 }
 

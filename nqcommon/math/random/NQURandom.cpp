@@ -7,6 +7,7 @@
 
 #include <nqcommon/common/display.h>
 #include <nqcommon/common/memory_guard.h>
+#include <nqcommon/math/kernels/display_frame.h>
 #include <nqcommon/math/random/internal/congruential.h>
 #include <nqcommon/xml/save_format.h>
 #include <nqcommon/xml/saved_object.h>
@@ -133,21 +134,17 @@ int NQURandom::WriteObjectXML(std::ostream& out, int indent) const {
 }
 
 int NQURandom::ReadObjectXML(std::ifstream& file) {
-  const auto readSeed = [&] {
-    double seed = 0;
-    if (!NQXML_940::ParseValue(file, seed)) return false;
-    fSeed = ToSeed(seed);
-    return true;
-  };
-  const auto readFlag = [&](bool& flag) {
-    int value = 0;
-    if (!NQXML_940::ParseValue(file, value)) return false;
-    flag = value == 1;
-    return true;
-  };
   const bool isRead = GuardMemory(false, [&] {
-    return NQXML_940::ParseStartObj(file, kClassName) && readSeed() && readFlag(fUsePortable) &&
-           readFlag(fUseTwister) && NQXML_940::ParseEndObj(file);
+    double seed = 0;
+    int value = 0;
+    if (!NQXML_940::ParseStartObj(file, kClassName) || !NQXML_940::ParseValue(file, seed))
+      return false;
+    fSeed = ToSeed(seed);
+    for (bool* flag : {&fUsePortable, &fUseTwister}) {
+      if (!NQXML_940::ParseValue(file, value)) return false;
+      *flag = value == 1;
+    }
+    return NQXML_940::ParseEndObj(file);
   });
   if (isRead) return kNLines;
   NQXML_940::ReportReadFailure(kClassName);
@@ -156,13 +153,11 @@ int NQURandom::ReadObjectXML(std::ifstream& file) {
 
 void NQURandom::Display() const {
   using namespace NQDisplay_940;
-  GuardMemory([&] {
-    DisplayText(1, "NQURandom display start");
+  internal::DisplayObject("NQURandom", [&] {
     DisplayS("Seed", std::to_string(fSeed));
     DisplayB("Use portable", fUsePortable);
     DisplayB("Use twister", fUseTwister);
     DisplayB("User generator", fpUserRNG != nullptr);
-    DisplayText(1, "NQURandom display end");
   });
 }
 

@@ -7,6 +7,7 @@
 #include <nqcommon/common/NQMV.h>
 #include <nqcommon/common/display.h>
 #include <nqcommon/common/memory_guard.h>
+#include <nqcommon/math/kernels/display_frame.h>
 #include <nqcommon/math/kernels/packed_triangle.h>
 #include <nqcommon/math/stats/internal/correlation.h>
 #include <nqcommon/math/stats/internal/merge_list.h>
@@ -17,8 +18,6 @@ using internal::DiagIndex;
 using internal::LowerIndex;
 using internal::RowStart;
 using NQCommon_940::GuardMemory;
-using NQDisplay_940::DisplayI;
-using NQDisplay_940::DisplayText;
 
 // ---- Life cycle ---------------------------------------------------------------------------------
 
@@ -74,17 +73,21 @@ bool NQAccumXProdPair::Update(int cell, double x, double y, double w) {
   return HasCell(cell) && AddToBatch(static_cast<std::size_t>(cell), x, y, w);
 }
 
+void NQAccumXProdPair::Batch::Add(const Batch& other) {
+  count += other.count;
+  w += other.w;
+  x += other.x;
+  y += other.y;
+  xx += other.xx;
+  yy += other.yy;
+  xy += other.xy;
+}
+
 bool NQAccumXProdPair::AddToBatch(std::size_t cell, double x, double y, double w) {
   Batch& batch = fCells->batches[cell];
   const double wx = w * x;
   const double wy = w * y;
-  batch.count += 1;
-  batch.w += w;
-  batch.x += wx;
-  batch.y += wy;
-  batch.xx += wx * x;
-  batch.yy += wy * y;
-  batch.xy += wx * y;
+  batch.Add({1, w, wx, wy, wx * x, wy * y, wx * y});
   return batch.count < fNAccum || Fold(cell);
 }
 
@@ -160,14 +163,7 @@ bool NQAccumXProdPair::Merge(const NQAccumXProdPair& other) {
     // The batch is copied because the other accumulator may be this one.
     const Batch theirs = other.fCells->batches[cell];
     MergeFolded(cell, other.fCells->stats[cell], other.fmCovar.AsVectorConst()[cell]);
-    Batch& batch = fCells->batches[cell];
-    batch.count += theirs.count;
-    batch.w += theirs.w;
-    batch.x += theirs.x;
-    batch.y += theirs.y;
-    batch.xx += theirs.xx;
-    batch.yy += theirs.yy;
-    batch.xy += theirs.xy;
+    fCells->batches[cell].Add(theirs);
     Fold(cell);
   }
   return true;
@@ -264,15 +260,15 @@ void NQAccumXProdPair::DisplayCells(const char* name, const std::vector<Cell>& c
                                     double Cell::*value) const {
   NQSymMatrix matrix(fmCovar);
   for (std::size_t k = 0; k < matrix.AsVector().size(); ++k) matrix.AsVector()[k] = cells[k].*value;
-  DisplayText(1, name);
+  NQDisplay_940::DisplayText(1, name);
   matrix.Display();
 }
 
 void NQAccumXProdPair::Display() const {
+  using namespace NQDisplay_940;
   const std::vector<Batch>& batches = fCells->batches;
   const std::vector<Stats>& stats = fCells->stats;
-  GuardMemory([&] {
-    DisplayText(1, "NQAccumXProdPair display start");
+  internal::DisplayObject("NQAccumXProdPair", [&] {
     DisplayI("Number of variables", fNVars);
     DisplayI("Number of accumulations", fNAccum);
     if (CellCount() == fmCovar.AsVectorConst().size()) {
@@ -293,7 +289,6 @@ void NQAccumXProdPair::Display() const {
     fmCovar.Display();
     DisplayText(1, "The matrix of correlations");
     fmCorr.Display();
-    DisplayText(1, "NQAccumXProdPair display end");
   });
 }
 

@@ -106,6 +106,8 @@ class NQ_API NQAccumXProdPair {
     double xx = 0;
     double yy = 0;
     double xy = 0;
+
+    void Add(const Batch& other);
   };
 
   // All cells, or none.

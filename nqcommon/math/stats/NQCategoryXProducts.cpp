@@ -7,8 +7,8 @@
 
 #include <nqcommon/common/display.h>
 #include <nqcommon/common/memory_guard.h>
+#include <nqcommon/math/kernels/display_frame.h>
 #include <nqcommon/math/kernels/packed_triangle.h>
-#include <nqcommon/math/matrix/NQRectMatrix.h>
 #include <nqcommon/math/stats/NQMeansXProdData.h>
 #include <nqcommon/math/stats/internal/case_products.h>
 
@@ -120,32 +120,15 @@ void NQCategoryXProducts::FollowMean(double w, const double* first, AddDeviation
 
 // ---- Cases --------------------------------------------------------------------------------------
 
-// The rows of a matrix that are used: values, codes and weights, the next row `step` further on.
-struct NQCategoryXProducts::Rows {
-  const double* data;
-  std::size_t count;
-  std::size_t step;
-};
-
-bool NQCategoryXProducts::TakeRows(const NQRectMatrix& cases, int nRows, Rows& rows) const {
-  const std::size_t step = fState.centre.size() + fState.levels.size() + fState.nWeights;
-  if (!cases.IsValidMatrix() || static_cast<std::size_t>(cases.GetNCols()) != step) return false;
-  const int used = nRows < 1 ? cases.GetNRows() : std::min(nRows, cases.GetNRows());
-  rows = {cases.GetRowPtr(0), static_cast<std::size_t>(used), step};
-  return true;
-}
-
-bool NQCategoryXProducts::AddRows(const Rows& rows, bool isAnew) {
+bool NQCategoryXProducts::AddRows(const NQRectMatrix& cases, int nRows, bool isAnew) {
   const std::size_t v = fState.centre.size();
   const std::size_t c = fState.levels.size();
-  const std::size_t nWeights = fState.nWeights;
-  const auto weight = [&](const double* row) {
-    return Cases{row + c, 1, v, nWeights}.Weight(0);  // weights come after the codes
-  };
+  Cases rows;  // the codes count as variables
+  if (!internal::TakeCases(cases, nRows, v + c, fState.nWeights, rows)) return false;
   double total = 0;
-  for (std::size_t k = 0; k < rows.count; ++k) {
-    const double* row = rows.data + k * rows.step;
-    total += weight(row);
+  for (std::size_t k = 0; k < rows.rows; ++k) {
+    const double* row = rows.Row(k);
+    total += rows.Weight(k);
     for (std::size_t a = 0; a < c; ++a) {
       if (!(row[v + a] >= 0 && row[v + a] < fState.levels[a])) return false;
     }
@@ -158,15 +141,15 @@ bool NQCategoryXProducts::AddRows(const Rows& rows, bool isAnew) {
     std::vector<double> gathered(c == 0 ? 0 : depth * (v + 1));
     std::vector<int> codes(depth * c);
     if (isAnew) Clear();
-    for (std::size_t first = 0; first < rows.count && total > 0; first += depth) {
-      Cases chunk{rows.data + first * rows.step, std::min(depth, rows.count - first), v, nWeights};
+    for (std::size_t first = 0; first < rows.rows && total > 0; first += depth) {
+      Cases chunk{rows.Row(first), std::min(depth, rows.rows - first), v, rows.nWeights};
       if (c > 0) {
         double* to = gathered.data();
         int* code = codes.data();
-        for (std::size_t k = 0; k < chunk.rows; ++k) {
-          const double* row = chunk.data + k * rows.step;
+        for (std::size_t k = first; k < first + chunk.rows; ++k) {
+          const double* row = rows.Row(k);
           to = std::copy(row, row + v, to);
-          *to++ = weight(row);
+          *to++ = rows.Weight(k);
           for (std::size_t a = 0; a < c; ++a) *code++ = static_cast<int>(row[v + a]);
         }
         chunk = {gathered.data(), chunk.rows, v, 1};
@@ -189,13 +172,11 @@ bool NQCategoryXProducts::AddRows(const Rows& rows, bool isAnew) {
 }
 
 bool NQCategoryXProducts::Compute(const NQRectMatrix& cases, int nRows) {
-  Rows rows;
-  return TakeRows(cases, nRows, rows) && AddRows(rows, true);
+  return AddRows(cases, nRows, true);
 }
 
 bool NQCategoryXProducts::Update(const NQRectMatrix& cases, int nRows) {
-  Rows rows;
-  return TakeRows(cases, nRows, rows) && AddRows(rows, false);
+  return AddRows(cases, nRows, false);
 }
 
 bool NQCategoryXProducts::AddCase(const std::vector<double>& x, const std::vector<int>& codes,
@@ -299,8 +280,7 @@ bool NQCategoryXProducts::GetRecord(NQMeansXProdData& record) const {
 
 void NQCategoryXProducts::Display() const {
   using namespace NQDisplay_940;
-  GuardMemory([&] {
-    DisplayText(1, "NQCategoryXProducts display start");
+  internal::DisplayObject("NQCategoryXProducts", [&] {
     DisplayI("Number of variables", GetNVars());
     DisplayIV("Numbers of levels", fState.levels);
     DisplayB("Intercept indicator", fState.intercept);
@@ -309,7 +289,6 @@ void NQCategoryXProducts::Display() const {
     DisplayDV("Weighted sums of deviations", fState.deviations, true);
     DisplayText(1, "Weighted sums of products and counts:");
     fState.table.Display();
-    DisplayText(1, "NQCategoryXProducts display end");
   });
 }
 

@@ -69,8 +69,6 @@ class NQ_API NQCategoryXProducts {
   void Display() const;
 
  private:
-  struct Rows;
-
   struct State {
     bool intercept = true;
     std::size_t nWeights = 0;
@@ -89,8 +87,7 @@ class NQ_API NQCategoryXProducts {
     void MoveCentre();
   };
 
-  bool TakeRows(const NQRectMatrix& cases, int nRows, Rows& rows) const;
-  bool AddRows(const Rows& rows, bool isAnew);
+  bool AddRows(const NQRectMatrix& cases, int nRows, bool isAnew);
   template <class AddDeviations>
   void FollowMean(double w, const double* first, AddDeviations addDeviations);
   void AddCategories(const double* x, const int* codes, double w);

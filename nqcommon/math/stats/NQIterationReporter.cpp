@@ -2,7 +2,7 @@
 
 #include <nqcommon/common/NQMV.h>
 #include <nqcommon/common/display.h>
-#include <nqcommon/common/memory_guard.h>
+#include <nqcommon/math/kernels/display_frame.h>
 
 namespace NQMath_940 {
 
@@ -46,8 +46,7 @@ const std::vector<double>* NQIterationReporter::VectorMeasure(const std::string&
 
 void NQIterationReporter::Display() const {
   using namespace NQDisplay_940;
-  NQCommon_940::GuardMemory([&] {
-    DisplayText(1, "NQIterationReporter display start");
+  internal::DisplayObject("NQIterationReporter", [&] {
     DisplayI("Iteration number", fIterNum);
     DisplayI("Number of step halving", fStepHalving);
     DisplayD("Pseudo -2 log-likelihood", fLogLik);
@@ -60,7 +59,6 @@ void NQIterationReporter::Display() const {
       DisplayDV("Parameter estimates, second vector", *fvEstimates2, true);
     if (fvEstimates3 != nullptr)
       DisplayDV("Parameter estimates, third vector", *fvEstimates3, true);
-    DisplayText(1, "NQIterationReporter display end");
   });
 }
 

@@ -22,11 +22,6 @@ namespace NQMath_940 {
 //             }
 class NQ_API NQIterationReporter {
  public:
-  NQIterationReporter() = default;
-  NQIterationReporter(const NQIterationReporter& other) = default;
-  NQIterationReporter(NQIterationReporter&& other) noexcept = default;
-  NQIterationReporter& operator=(const NQIterationReporter& other) = default;
-  NQIterationReporter& operator=(NQIterationReporter&& other) noexcept = default;
   virtual ~NQIterationReporter() = default;
 
   // Everything is zero or null.

@@ -5,6 +5,7 @@
 
 #include <nqcommon/common/display.h>
 #include <nqcommon/common/memory_guard.h>
+#include <nqcommon/math/kernels/display_frame.h>
 #include <nqcommon/math/kernels/packed_triangle.h>
 #include <nqcommon/math/kernels/strided.h>
 #include <nqcommon/math/stats/internal/case_products.h>
@@ -16,11 +17,6 @@ namespace NQMath_940 {
 using internal::DiagIndex;
 using internal::RowStart;
 using NQCommon_940::GuardMemory;
-using NQDisplay_940::DisplayB;
-using NQDisplay_940::DisplayD;
-using NQDisplay_940::DisplayDV;
-using NQDisplay_940::DisplayI;
-using NQDisplay_940::DisplayText;
 
 // ---- Life cycle ---------------------------------------------------------------------------------
 
@@ -215,15 +211,14 @@ bool NQMeansXProdData::UpdateXX(const std::vector<double>& x, double c) {
 // ---- Diagnostic display -------------------------------------------------------------------------
 
 void NQMeansXProdData::Display() const {
-  GuardMemory([&] {
-    DisplayText(1, "NQMeansXProdData display start");
+  using namespace NQDisplay_940;
+  internal::DisplayObject("NQMeansXProdData", [&] {
     DisplayI("Number of variables", GetNVars());
     DisplayB("Intercept indicator", fIntercept);
     DisplayD("Weighted number of cases", GetNCases());
     DisplayDV("Vector of means", GetMeans(), true);
     DisplayText(1, "Matrix of cross-products:");
     GetXProds().Display();
-    DisplayText(1, "NQMeansXProdData display end");
   });
 }
 

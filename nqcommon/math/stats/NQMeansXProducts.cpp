@@ -1,21 +1,16 @@
 #include <nqcommon/math/stats/NQMeansXProducts.h>
 
-#include <algorithm>
 #include <limits>
 #include <utility>
 
 #include <nqcommon/common/display.h>
 #include <nqcommon/common/memory_guard.h>
-#include <nqcommon/math/matrix/NQRectMatrix.h>
+#include <nqcommon/math/kernels/display_frame.h>
 #include <nqcommon/math/stats/internal/case_products.h>
 
 namespace NQMath_940 {
 
 using NQCommon_940::GuardMemory;
-using NQDisplay_940::DisplayB;
-using NQDisplay_940::DisplayD;
-using NQDisplay_940::DisplayDV;
-using NQDisplay_940::DisplayText;
 
 NQMeansXProducts::NQMeansXProducts(int nVars, bool intercept, bool freqWeight, bool regWeight)
     : NQMeansXProdData(nVars, intercept), fFreqWeight(freqWeight), fRegWeight(regWeight) {}
@@ -37,25 +32,12 @@ NQMeansXProducts& NQMeansXProducts::operator=(const NQMeansXProducts& other) {
   return *this;
 }
 
-NQMeansXProducts::~NQMeansXProducts() = default;
-
-// Sets `block` to the rows that are used, where they lie. False for a matrix of another width.
-bool NQMeansXProducts::TakeCases(const NQRectMatrix& cases, int nRows,
-                                 internal::Cases& block) const {
-  const int nWeights = int{fFreqWeight} + int{fRegWeight};
-  if (!cases.IsValidMatrix() || cases.GetNCols() - nWeights != GetNVars()) return false;
-  const int used = nRows < 1 ? cases.GetNRows() : std::min(nRows, cases.GetNRows());
-  block = {cases.GetRowPtr(0), static_cast<std::size_t>(used), GetMeans().size(),
-           static_cast<std::size_t>(nWeights)};
-  return true;
-}
-
 // ---- Means first --------------------------------------------------------------------------------
 
 bool NQMeansXProducts::Compute(const NQRectMatrix& cases, int nRows) {
   return GuardMemory(false, [&] {
     internal::Cases block;
-    if (!TakeCases(cases, nRows, block)) return false;
+    if (!internal::TakeCases(cases, nRows, GetMeans().size(), NWeights(), block)) return false;
     double nCases = 0;
     std::vector<double> means(block.nVars);
     const std::vector<bool> constant = internal::AddSums(block, {nCases, means});
@@ -88,7 +70,7 @@ bool NQMeansXProducts::StartUpdateOnePass() { return fRaw.SetSize(GetMeans().siz
 bool NQMeansXProducts::UpdateOnePass(const NQRectMatrix& cases, int nRows) {
   return GuardMemory(false, [&] {
     internal::Cases block;
-    if (!TakeCases(cases, nRows, block)) return false;
+    if (!internal::TakeCases(cases, nRows, GetMeans().size(), NWeights(), block)) return false;
     const std::vector<double> origin(block.nVars);
     // Raw sums of another number of variables are left from before SetNVars.
     const bool isUnderway = fRaw.nCases != 0 && fRaw.values.size() == block.nVars;
@@ -120,8 +102,8 @@ bool NQMeansXProducts::FinishUpdateOnePass() {
 // ---- Diagnostic display -------------------------------------------------------------------------
 
 void NQMeansXProducts::Display() const {
-  GuardMemory([&] {
-    DisplayText(1, "NQMeansXProducts display start");
+  using namespace NQDisplay_940;
+  internal::DisplayObject("NQMeansXProducts", [&] {
     NQMeansXProdData::Display();
     DisplayB("Frequency weight indicator", fFreqWeight);
     DisplayB("Regression weight indicator", fRegWeight);
@@ -129,7 +111,6 @@ void NQMeansXProducts::Display() const {
     DisplayDV("Weighted sums accumulated by UpdateOnePass", fRaw.values, true);
     DisplayText(1, "Weighted sums of products accumulated by UpdateOnePass");
     fRaw.products.Display();
-    DisplayText(1, "NQMeansXProducts display end");
   });
 }
 

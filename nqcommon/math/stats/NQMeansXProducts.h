@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <vector>
 
 #include <nqcommon/export.h>
@@ -9,10 +10,6 @@
 namespace NQMath_940 {
 
 class NQRectMatrix;
-
-namespace internal {
-struct Cases;
-}
 
 // Means and cross-products from blocks of cases.
 //
@@ -40,7 +37,6 @@ class NQ_API NQMeansXProducts : public NQMeansXProdData {
   NQMeansXProducts(NQMeansXProducts&& other) noexcept = default;
   NQMeansXProducts& operator=(const NQMeansXProducts& other);
   NQMeansXProducts& operator=(NQMeansXProducts&& other) noexcept = default;
-  ~NQMeansXProducts() override;
 
   void Display() const override;
 
@@ -64,7 +60,7 @@ class NQ_API NQMeansXProducts : public NQMeansXProdData {
   bool FinishUpdateOnePass();
 
  private:
-  bool TakeCases(const NQRectMatrix& cases, int nRows, internal::Cases& block) const;
+  std::size_t NWeights() const { return std::size_t{fFreqWeight} + std::size_t{fRegWeight}; }
 
   bool fFreqWeight = true;
   bool fRegWeight = false;

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include <nqcommon/common/display.h>
+#include <nqcommon/math/kernels/display_frame.h>
 #include <nqcommon/math/stats/NQHashKey.h>
 
 namespace NQMath_940 {
@@ -78,14 +79,10 @@ bool NQPackedInt::Pack(const std::vector<int>& values, std::vector<int>& packed,
   // The unit of a position has no higher index than it: one vector can be both.
   if (packed.size() < nUnits && !SetSize(packed, nUnits)) return false;
   unsigned sum = 0;
-  unsigned multiplier = 1;
   for (std::size_t i = 0; i < n; ++i) {
-    sum += (Wrap(values[i]) - Wrap(fLowerBound)) * multiplier;
-    multiplier = Wrap(positions[i].product);
-    if (!StartsUnit(i + 1)) continue;
+    const unsigned code = Wrap(values[i]) - Wrap(fLowerBound);
+    sum = StartsUnit(i) ? code : sum + code * Wrap(positions[i - 1].product);
     packed[static_cast<std::size_t>(positions[i].unit)] = static_cast<int>(sum);
-    sum = 0;
-    multiplier = 1;
   }
   packed.resize(nUnits);
   return true;
@@ -116,15 +113,13 @@ void NQPackedInt::Display() const {
     for (const Position& position : *fvPositions) values.push_back(position.*value);
     DisplayIV(name, values);
   };
-  GuardMemory([&] {
-    DisplayText(1, "NQPackedInt display start");
+  internal::DisplayObject("NQPackedInt", [&] {
     DisplayI("The sequence size", static_cast<int>(fvPositions->size()));
     DisplayI("The lower bound", fLowerBound);
     displayPositions("The vector of numbers of different values", &Position::nDiffValues);
     DisplayI("The number of packed storage units", NUnits());
     displayPositions("The vector of packed storage unit indices", &Position::unit);
     displayPositions("The vector of products", &Position::product);
-    DisplayText(1, "NQPackedInt display end");
   });
 }
 

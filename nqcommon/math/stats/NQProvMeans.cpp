@@ -1,11 +1,8 @@
 #include <nqcommon/math/stats/NQProvMeans.h>
 
-#include <nqcommon/common/display.h>
-#include <nqcommon/common/memory_guard.h>
+#include <nqcommon/math/kernels/display_frame.h>
 
 namespace NQMath_940 {
-
-NQProvMeans::~NQProvMeans() = default;
 
 bool NQProvMeans::Update(const std::vector<double>& x, double w) {
   if (w == 0) return HasValues(x);
@@ -13,11 +10,7 @@ bool NQProvMeans::Update(const std::vector<double>& x, double w) {
 }
 
 void NQProvMeans::Display() const {
-  NQCommon_940::GuardMemory([&] {
-    NQDisplay_940::DisplayText(1, "NQProvMeans display start");
-    NQMeansXProdData::Display();
-    NQDisplay_940::DisplayText(1, "NQProvMeans display end");
-  });
+  internal::DisplayObject("NQProvMeans", [&] { NQMeansXProdData::Display(); });
 }
 
 }  // namespace NQMath_940

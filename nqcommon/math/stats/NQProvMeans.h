@@ -12,11 +12,6 @@ class NQ_API NQProvMeans : public NQMeansXProdData {
  public:
   NQProvMeans() = default;
   NQProvMeans(int nVars, bool intercept) : NQMeansXProdData(nVars, intercept) {}
-  NQProvMeans(const NQProvMeans&) = default;
-  NQProvMeans(NQProvMeans&&) noexcept = default;
-  NQProvMeans& operator=(const NQProvMeans&) = default;
-  NQProvMeans& operator=(NQProvMeans&&) noexcept = default;
-  ~NQProvMeans() override;
 
   void Display() const override;
 

@@ -94,6 +94,19 @@ TEST(NQURandom, TextRecords) {
     EXPECT_EQ(ReadText(source, text.substr(0, n)), 0);
 }
 
+// Assigning an object to itself and moving it leave its stream where it stands.
+TEST(NQURandom, Copies) {
+  for (const bool useTwister : {true, false}) {
+    NQURandom source(5, true, useTwister), reference(source);
+    const NQURandom& same = source;
+    EXPECT_EQ(Draw(source, 2), Draw(reference, 2));
+    source = same;
+    EXPECT_EQ(Draw(source, 2), Draw(reference, 2));
+    NQURandom moved(std::move(source));
+    EXPECT_EQ(Draw(moved, 2), Draw(reference, 2));
+  }
+}
+
 TEST(NQURandom, Streams) {
   NQURandom source(99, true, true), copy(11, true, true), congruential(5, true, false);
   const Values fromSeed = Draw(NQURandom(source), 6), fromOther = Draw(NQURandom(copy), 3);

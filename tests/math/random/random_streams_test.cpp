@@ -101,6 +101,7 @@ Numbers Drawn(std::size_t count, const std::string& name, const Numbers& a,
   if (name == "NormalVector") values.SetParamNormal({1, -1}, covariance);
   if (name == "DegenerateNormal") values.SetParamNormal({1, 2, -1}, dependent);
   if (name == "Wishart") values.SetParamWishart(2, 3.5, covariance);
+  if (name == "StandardWishart") values.SetParamWishart(2, 2);
   Numbers drawn, out(1);
   while (drawn.size() < count) {
     for (int k = 1; k < 10000 && uniforms == "sparse"; ++k) values.RVSNor();

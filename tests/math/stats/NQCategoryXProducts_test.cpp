@@ -26,22 +26,16 @@ struct Sample {
 
   Sample(int n, double offset, double shift) {
     std::mt19937 random(static_cast<unsigned>(n));
+    const auto number = [&] { return static_cast<double>(random()) / 4294967296.0; };
     const double weights[] = {1, 0, 0.5, 2, 1};
     for (int i = 0; i < n; ++i) {
-      const auto level = [&](unsigned levels) { return random() % levels; };
-      const auto number = [&] { return static_cast<double>(random()) / 4294967296.0; };
-      const auto first = level(3), second = level(3);
-      Values row = {number(), offset + number() + static_cast<double>(first),
-                    offset + (i == 0 ? 1e6 : number())};
-      Values wide = row;
-      wide[1] -= shift;
-      wide[2] -= shift;
-      wide.resize(10);
-      wide[3 + first] = wide[6 + second] = 1;
-      row.insert(row.end(), {static_cast<double>(first) + 0.75, static_cast<double>(second)});
-      for (Values* to : {&row, &wide})
-        to->insert(to->end(), {weights[i % 5], weights[(i / 5) % 5]});
-      cases.push_back(row);
+      const std::size_t levels[] = {random() % 3, random() % 3};
+      const double first = static_cast<double>(levels[0]), second = static_cast<double>(levels[1]);
+      const double x[] = {number(), offset + number() + first, offset + (i == 0 ? 1e6 : number())};
+      const double w[] = {weights[i % 5], weights[(i / 5) % 5]};
+      cases.push_back({x[0], x[1], x[2], first + 0.75, second, w[0], w[1]});
+      Values wide = {x[0], x[1] - shift, x[2] - shift, 0, 0, 0, 0, 0, 0, 0, w[0], w[1]};
+      wide[3 + levels[0]] = wide[6 + levels[1]] = 1;
       expanded.push_back(wide);
     }
   }
@@ -78,31 +72,28 @@ TEST(CategoryXProducts, EveryWayGivesTheExpandedRecord) {
       const Sample sample(n, offset, shift);
       NQMeansXProducts dense(10, intercept, true, true);
       ASSERT_TRUE(dense.Compute(ToRect(sample.expanded), 0));
+      const NQRectMatrix cases = ToRect(sample.cases);
       NQCategoryXProducts whole = Empty(intercept), blocks = whole, single = whole, merged;
-      EXPECT_TRUE(blocks.Compute(ToRect(sample.cases), 3));  // replaced by what follows
-      for (NQCategoryXProducts* start : {&whole, &blocks})
-        EXPECT_TRUE(start->Compute(ToRect(sample.cases), start == &whole ? 0 : 1));
-      for (std::size_t first = 1; first < sample.cases.size(); first += 37) {
-        const std::size_t end = std::min(first + 37, sample.cases.size());
-        const NQRectMatrix block = ToRect(Dense(sample.cases.begin() + static_cast<long>(first),
-                                                sample.cases.begin() + static_cast<long>(end)));
+      // What blocks compute first is replaced by what follows.
+      EXPECT_EACH(true, whole.Compute(cases, 0), blocks.Compute(cases, 3),
+                  blocks.Compute(cases, 1));
+      for (auto from = sample.cases.begin() + 1; from != sample.cases.end();) {
+        const auto to = from + std::min<std::ptrdiff_t>(37, sample.cases.end() - from);
+        const NQRectMatrix block = ToRect(Dense(from, to));
+        from = to;
         NQCategoryXProducts part = Empty(intercept);
-        EXPECT_TRUE(part.Compute(block, 0));
-        EXPECT_TRUE(merged.Merge(part));
-        EXPECT_TRUE(blocks.Update(block, 0));
+        EXPECT_EACH(true, part.Compute(block, 0), merged.Merge(part), blocks.Update(block, 0));
       }
       for (const Values& x : sample.cases)
         EXPECT_TRUE(
             single.AddCase(x, {static_cast<int>(x[3]), static_cast<int>(x[4])}, x[5] * x[6]));
       NQCategoryXProducts start = Empty(intercept);
-      EXPECT_TRUE(start.Update(ToRect(sample.cases), 1));
-      EXPECT_TRUE(start.Merge(merged));
+      EXPECT_EACH(true, start.Update(cases, 1), start.Merge(merged));
       ExpectExpanded(whole, dense, shift, "at once");
       ExpectExpanded(blocks, dense, shift, "blocks");
       ExpectExpanded(single, dense, shift, "case by case");
       ExpectExpanded(start, dense, shift, "merged");
-      EXPECT_TRUE(whole.Merge(whole));
-      EXPECT_TRUE(dense.Merge(dense));
+      EXPECT_EACH(true, whole.Merge(whole), dense.Merge(dense));
       ExpectExpanded(whole, dense, shift, "twice itself");
     }
   }
@@ -119,28 +110,22 @@ TEST(CategoryXProducts, CountsAndConstants) {
 }
 
 TEST(CategoryXProducts, RefusalsChangeNothing) {
-  const Sample sample(20, 5, 0);
   NQCategoryXProducts r = Empty(true), none, raw = Empty(false), other(3, {4, 3}, true, true, true);
-  EXPECT_TRUE(r.Compute(ToRect(sample.cases), 0));
-  EXPECT_TRUE(raw.Compute(ToRect(sample.cases), 0));
+  const Values good = {5, 4, 1, 2, 3, 1, 2};
+  EXPECT_EACH(true, r.Compute(ToRect({good}), 0), raw.Compute(ToRect({good}), 0));
   const std::string before = Displayed(r);
-  Dense bad[] = {sample.cases, sample.cases, sample.cases, sample.cases, sample.expanded};
-  bad[0][19][3] = 3;
-  bad[1][19][4] = -1;
-  bad[2][19][4] = kNaN;
-  bad[3][19][5] = -1e9;
-  for (const Dense& cases : bad)
-    EXPECT_EACH(false, r.Compute(ToRect(cases), 0), r.Update(ToRect(cases), 0));
+  for (const Values& bad : {Values{1, 2, 3, 3, 0, 1, 1}, Values{1, 2, 3, 0, -1, 1, 1},
+                            Values{1, 2, 3, 0, kNaN, 1, 1}, Values{1, 2, 3, 0, 0, -3, 1}})
+    EXPECT_EACH(false, r.Compute(ToRect({good, bad}), 0), r.Update(ToRect({good, bad}), 0));
   const Values x = {1, 2, 3};
   EXPECT_EACH(false, r.AddCase(x, {0, 4}, 1), r.AddCase(x, {-1, 0}, 1), r.AddCase(x, {0}, 1),
               r.AddCase({1, 2}, {0, 0}, 1), r.AddCase(x, {0, 0}, -1), r.AddCase(x, {0, 0}, kNaN),
-              r.Merge(raw), r.Merge(other), r.Merge(none));
+              r.Update(ToRect({{1, 2, 3, 0, 0, 1}}), 0), r.Merge(raw), r.Merge(other),
+              r.Merge(none));
   EXPECT_EQ(Displayed(r), before);
-  NQCategoryXProducts cleared = r;
-  EXPECT_TRUE(cleared.Update(ToRect({{1, 2, 3, 0, 0, 0, 1}}), 0));  // a weight of 0
-  EXPECT_EQ(Displayed(cleared), before);
-  EXPECT_TRUE(cleared.Compute(ToRect({{1, 2, 3, 0, 0, 0, 1}}), 0));
-  EXPECT_EQ(Displayed(cleared), Displayed(Empty(true)));
+  const NQRectMatrix weightless = ToRect({{1, 2, 3, 0, 0, 0, 1}});
+  EXPECT_EACH(true, r.Update(weightless, 0), Displayed(r) == before, r.Compute(weightless, 0),
+              Displayed(r) == Displayed(Empty(true)));
   for (const auto& refused :
        {NQCategoryXProducts(-1, {2}, true, false, false), {1, {2, 0}, true, false, false}})
     EXPECT_EQ(refused.GetNColumns(), 0);

@@ -167,19 +167,18 @@ TEST(MeansXProdData, CasesInAndOutAndCopies) {
 TEST(MeansXProdData, CovariancesAndCorrelations) {
   NQMeansXProdData record, light(1, true);
   NQSymMatrix out;
-  EXPECT_TRUE(record.SetData(true, 5, {1, 2, 3}, {4, 6, 16, 0, 0, 0}));
-  EXPECT_TRUE(record.GetCovariances(out));
+  EXPECT_EACH(true, record.SetData(true, 5, {1, 2, 3}, {4, 6, 16, 0, 0, 0}),
+              record.GetCovariances(out));
   EXPECT_EQ(out.AsVector(), (Values{1, 1.5, 4, 0, 0, 0}));
-  EXPECT_TRUE(record.GetCorrelations(out));
+  EXPECT_EACH(true, record.GetCorrelations(out), light.AddCase({1}, 1));
   EXPECT_EQ(out.AsVector(), (Values{1, 0.75, 1, kMissing, kMissing, kMissing}));
-  EXPECT_TRUE(light.AddCase({1}, 1));
   EXPECT_EACH(false, light.GetCovariances(out), NQMeansXProdData(1, true).GetCorrelations(out));
   // Products whose ratio rounds to more than 1, and roots that only one by one stay in range.
-  EXPECT_TRUE(record.SetData(true, 5, {1, 2}, {0.1, 0.3000000000000001, 0.9}));
-  EXPECT_TRUE(record.GetCorrelations(out));
+  EXPECT_EACH(true, record.SetData(true, 5, {1, 2}, {0.1, 0.3000000000000001, 0.9}),
+              record.GetCorrelations(out));
   EXPECT_EQ(out.AsVector(), (Values{1, 1, 1}));
-  EXPECT_TRUE(record.SetData(true, 5, {1, 2}, {1e-300, 5e-301, 1e-300}));
-  EXPECT_TRUE(record.GetCorrelations(out));
+  EXPECT_EACH(true, record.SetData(true, 5, {1, 2}, {1e-300, 5e-301, 1e-300}),
+              record.GetCorrelations(out));
   EXPECT_CLOSE(out.GetElem(1, 0), 0.5, 1e-15);
 }
 

@@ -54,7 +54,6 @@ double SmoothSum(const FourfoldTable& from, const ExpTerm& end, double scale) {
   const double integral = IntegrateLine(kStep, [&](double v) {
     const double by = scale * std::exp(v - std::exp(-v));
     const FourfoldTable at = from.Down(by);
-    if (!(at.markedDrawn > 0 && at.othersLeft > 0)) return 0.0;
     // the counts round, their distance from the mean does not
     const ExpTerm term = TermAt(at, start - by);
     return std::exp(term.exponent - end.exponent) * (term.factor / end.factor) * by *

@@ -156,14 +156,10 @@ TailsAndSlope FromLower(const BetaPoint& point, double a, double b) {
   return {{lower, cancels ? UpperSmallShape(point, a, b) : 1 - lower}, slope, point.lambda};
 }
 
-// x^n.
-double PowerOfPoint(const BetaPoint& point, double n) {
-  return point.x < 0.5 ? ZeroOrMore(std::pow(point.x, n)) : PowerOfComplement(point.y, n);
-}
-
 // I_x(a, 1).
 TailsAndSlope PowerTails(const BetaPoint& point, double a) {
-  const double lower = PowerOfPoint(point, a);
+  const double lower =
+      point.x < 0.5 ? ZeroOrMore(std::pow(point.x, a)) : PowerOfComplement(point.y, a);
   return {{lower, -std::expm1(a * LogOf(point))}, a * point.y * lower, point.lambda};
 }
 

@@ -84,19 +84,6 @@ inline double PoissonWeight(double lambda, double j) {
   return j == 0 ? std::exp(-lambda) : PoissonTerm(lambda, j).Value();
 }
 
-// Sums start at the peak of w(j) step(j), whose second logarithmic derivative is -1/width^2: there
-// the exponents are small and the rounding of the ratios does not add up to a slope.
-struct MixturePeak {
-  double at;
-  double width;
-};
-
-template <class Family>
-MixturePeak PeakOf(double lambda, const Family& family) {
-  const double at = family.Peak(lambda);
-  return {at, at > 0 ? std::sqrt(1 / (1 / at + family.Curvature(at))) : 0};
-}
-
 enum class Side { kLower, kUpper };
 
 // The sum of w(j) T(j), T the lower tails, which fall by step(j) from j to j + 1, or the upper ones
@@ -105,18 +92,21 @@ enum class Side { kLower, kUpper };
 // of each weight times the steps from it to the middle: positive terms, and sums that grow, on both
 // sides. Where the weights before a step are all there are, or the indices end, one tail is the
 // rest.
-template <Side side, class Family>
+template <class Family>
 class MixtureSum {
  public:
-  MixtureSum(double lambda, double first, const Family& family)
-      : fLambda(lambda), fFirst(first), fFamily(family) {}
+  MixtureSum(Side side, double lambda, double first, const Family& family)
+      : fIsLower(side == Side::kLower), fLambda(lambda), fFirst(first), fFamily(family) {}
 
   double Value() const {
     if (fLambda > kMixturePoint) return TailAt(fLambda);
-    const MixturePeak peak = PeakOf(fLambda, fFamily);
-    if (peak.width > kMixtureWide) return Strided(peak);
-    const double j = fFirst + std::max(0.0, std::floor(peak.at - fFirst));
-    Term middle = {j, PoissonWeight(fLambda, j + kShift), fFamily.Step(j)};
+    // Sums start at the peak of w(j) step(j), whose second logarithmic derivative is -1/width^2:
+    // there the exponents are small and the rounding of the ratios does not add up to a slope.
+    const double peak = fFamily.Peak(fLambda);
+    const double width = peak > 0 ? std::sqrt(1 / (1 / peak + fFamily.Curvature(peak))) : 0;
+    if (width > kMixtureWide) return Strided(peak, width);
+    const double j = fFirst + std::max(0.0, std::floor(peak - fFirst));
+    Term middle = {j, PoissonWeight(fLambda, j + fShift), fFamily.Step(j)};
     // subnormal terms would be slow, and lose digits
     const double scale = middle.step < 1e-100 ? 0x1p400 : 1;
     middle.step *= scale;
@@ -124,9 +114,6 @@ class MixtureSum {
   }
 
  private:
-  static constexpr bool kIsLower = side == Side::kLower;
-  static constexpr double kShift = kIsLower ? 0 : 1;
-
   static bool IsNegligible(double term, double sum) {
     return !(term > kMixtureNegligible * sum + kMixtureLeast);
   }
@@ -140,16 +127,16 @@ class MixtureSum {
 
   double TailAt(double j) const {
     const Tails tails = fFamily.At(j);
-    return kIsLower ? tails.lower : tails.upper;
+    return fIsLower ? tails.lower : tails.upper;
   }
 
   void Up(Term& at) const {
     at.j += 1;
-    at.w *= fLambda / (at.j + kShift);
+    at.w *= fLambda / (at.j + fShift);
     at.step *= fFamily.Ratio(at.j);
   }
   void Down(Term& at) const {
-    at.w *= (at.j + kShift) / fLambda;
+    at.w *= (at.j + fShift) / fLambda;
     at.step /= fFamily.Ratio(at.j);
     at.j -= 1;
   }
@@ -157,7 +144,7 @@ class MixtureSum {
   // Of all indices on this side of the middle, the middle's with them.
   double WeightBefore(const Term& middle) const {
     const Tails weights = IncompleteGamma(fLambda, middle.j + 1);
-    if (!kIsLower) return weights.lower;
+    if (!fIsLower) return weights.lower;
     if (middle.j == fFirst) return middle.w;
     return fFirst > 0 ? weights.upper - IncompleteGamma(fLambda, fFirst).upper : weights.upper;
   }
@@ -170,18 +157,18 @@ class MixtureSum {
       const double term = at.step * weight;
       sum += term;
       if (IsNegligible(term, sum)) return sum;
-      kIsLower ? Up(at) : Down(at);
+      fIsLower ? Up(at) : Down(at);
       weight += at.w;
       if (at.w <= kMixtureNegligible * weight || at.j < fFirst)
-        return sum + weight * (scale * TailAt(at.j + kShift));
+        return sum + weight * (scale * TailAt(at.j + fShift));
     }
   }
 
   double BeforeMiddle(const Term& middle) const {
     double steps = 0;
     double sum = 0;
-    for (Term at = middle; !kIsLower || at.j > fFirst;) {
-      kIsLower ? Down(at) : Up(at);
+    for (Term at = middle; !fIsLower || at.j > fFirst;) {
+      fIsLower ? Down(at) : Up(at);
       steps += at.step;
       const double term = at.w * steps;
       sum += term;
@@ -191,13 +178,15 @@ class MixtureSum {
   }
 
   // Every term apart, half a width from one to the next.
-  double Strided(const MixturePeak& peak) const {
-    return IntegrateLine(peak.width / 2, [&](double v) {
-      const double j = peak.at + v;
+  double Strided(double peak, double width) const {
+    return IntegrateLine(width / 2, [&](double v) {
+      const double j = peak + v;
       return j > 0 ? PoissonWeight(fLambda, j) * TailAt(j) : 0;
     });
   }
 
+  bool fIsLower;
+  double fShift = fIsLower ? 0 : 1;
   double fLambda;
   double fFirst;
   Family fFamily;
@@ -205,8 +194,7 @@ class MixtureSum {
 
 template <class Family>
 double Mixture(Side side, double lambda, double first, const Family& family) {
-  return side == Side::kLower ? MixtureSum<Side::kLower, Family>(lambda, first, family).Value()
-                              : MixtureSum<Side::kUpper, Family>(lambda, first, family).Value();
+  return MixtureSum<Family>(side, lambda, first, family).Value();
 }
 
 // The wanted tail, from tail(side) of the side that is likely the smaller one; it is summed itself

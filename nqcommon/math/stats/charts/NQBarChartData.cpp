@@ -4,6 +4,7 @@
 #include <cstddef>
 
 #include <nqcommon/common/display.h>
+#include <nqcommon/math/kernels/display_frame.h>
 #include <nqcommon/math/stats/charts/internal/chart_bins.h>
 #include <nqcommon/output/NQStatXMLTags.h>
 
@@ -51,12 +52,10 @@ NQVariateData& NQBarChartData::GenerateNQVariateData(
 
 void NQBarChartData::Display() const {
   using namespace NQDisplay_940;
-  GuardMemory([&] {
-    DisplayText(1, "NQBarChartData display start");
+  internal::DisplayObject("NQBarChartData", [&] {
     DisplayI("The number of categories", static_cast<int>(fvWeights->size()));
     DisplayDV("N cases of each category considering frequency weight", *fvWeights, true);
     DisplayD("Total frequency weight", fTotalWeight);
-    DisplayText(1, "NQBarChartData display end");
   });
 }
 

@@ -4,6 +4,7 @@
 #include <limits>
 
 #include <nqcommon/common/display.h>
+#include <nqcommon/math/kernels/display_frame.h>
 #include <nqcommon/math/stats/charts/internal/chart_bins.h>
 #include <nqcommon/output/NQStatXMLTags.h>
 
@@ -96,8 +97,7 @@ void NQHistogramData::Display() const {
     for (const Bin& bin : *fvBins) values.push_back(bin.*value);
     DisplayDV(name, values, true);
   };
-  GuardMemory([&] {
-    DisplayText(1, "NQHistogramData display start");
+  internal::DisplayObject("NQHistogramData", [&] {
     DisplayI("The number of bins", fNBins);
     DisplayD("The length of a bin", fBinLength);
     displayBins("The means of each bin", &Bin::mean);
@@ -109,7 +109,6 @@ void NQHistogramData::Display() const {
     DisplayD("The total unweighted number of cases", fNCases);
     DisplayD("The mean of all cases", fMean);
     DisplayD("The second moment around mean", fSecondMoment);
-    DisplayText(1, "NQHistogramData display end");
   });
 }
 

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include <nqcommon/common/display.h>
+#include <nqcommon/math/kernels/display_frame.h>
 #include <nqcommon/math/stats/charts/internal/chart_bins.h>
 #include <nqcommon/output/NQStatXMLTags.h>
 
@@ -125,8 +126,7 @@ void NQScatterPlotData::Display() const {
     for (std::size_t i = 0; i < fvCells->size(); ++i) rows[i / nY].push_back((*fvCells)[i].*value);
     DisplayDVV(name, rows);
   };
-  GuardMemory([&] {
-    DisplayText(1, "NQScatterPlotData display start");
+  internal::DisplayObject("NQScatterPlotData", [&] {
     DisplayI("The number of bins for X", fNBinsX);
     DisplayI("The number of bins for Y", fNBinsY);
     DisplayD("The length of a bin for X", fBinLengthX);
@@ -138,7 +138,6 @@ void NQScatterPlotData::Display() const {
     DisplayD("Maximum X value from constructor", fMaxX);
     DisplayD("Minimum Y value from constructor", fMinY);
     DisplayD("Maximum Y value from constructor", fMaxY);
-    DisplayText(1, "NQScatterPlotData display end");
   });
 }
 

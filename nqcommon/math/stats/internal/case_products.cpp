@@ -8,6 +8,15 @@
 
 namespace NQMath_940::internal {
 
+bool TakeCases(const NQRectMatrix& matrix, int nRows, std::size_t nVars, std::size_t nWeights,
+               Cases& cases) {
+  if (!matrix.IsValidMatrix() || static_cast<std::size_t>(matrix.GetNCols()) != nVars + nWeights)
+    return false;
+  const int used = nRows < 1 ? matrix.GetNRows() : std::min(nRows, matrix.GetNRows());
+  cases = {matrix.GetRowPtr(0), static_cast<std::size_t>(used), nVars, nWeights};
+  return true;
+}
+
 // ---- Plain forms --------------------------------------------------------------------------------
 
 std::vector<bool> AddSumsPlain(const Cases& cases, CaseSums to) {

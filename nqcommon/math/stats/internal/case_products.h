@@ -6,6 +6,7 @@
 #include <vector>
 
 #include <nqcommon/math/kernels/cpu_dispatch.h>
+#include <nqcommon/math/matrix/NQRectMatrix.h>
 
 namespace NQMath_940::internal {
 
@@ -24,6 +25,11 @@ struct Cases {
     return nWeights == 0 ? 1.0 : nWeights == 1 ? w[0] : w[0] * w[1];
   }
 };
+
+// Sets `cases` to the first nRows rows of a matrix, or all when nRows < 1 or more than there are, as
+// they lie there. False, nothing changed, for a matrix of another width.
+bool TakeCases(const NQRectMatrix& matrix, int nRows, std::size_t nVars, std::size_t nWeights,
+               Cases& cases);
 
 // W, and a sum for each variable.
 struct CaseSums {
