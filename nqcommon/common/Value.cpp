@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <compare>
 #include <locale>
 #include <ostream>
 #include <sstream>
@@ -35,16 +34,6 @@ template <typename T>
 T ReadText(const std::string& text, T fallBack) {
   Str2T(text, fallBack);
   return fallBack;
-}
-
-// Lexicographic order from the three-way order of two items. Each pair of items is visited once:
-// with `<` tried in both directions the cost would double at every level of nesting.
-template <typename Items, typename OrderItem>
-int OrderItems(const Items& a, const Items& b, OrderItem orderItem) {
-  const auto order = std::lexicographical_compare_three_way(
-      a.begin(), a.end(), b.begin(), b.end(),
-      [&](const auto& p, const auto& q) { return std::compare_three_way()(orderItem(p, q), 0); });
-  return std::is_lt(order) ? -1 : int{std::is_gt(order)};
 }
 
 }  // namespace

@@ -1,6 +1,5 @@
 #include <nqcommon/model/settings/NQSettings.h>
 
-#include <algorithm>
 #include <cstddef>
 #include <iterator>
 #include <span>
@@ -15,18 +14,10 @@
 namespace NQXML_940 {
 
 using NQCommon_940::GuardMemory;
+using NQCommon_940::OrderItems;
 using NQCommon_940::Sign;
 
 namespace {
-
-// The lexicographic order, -1, 0 or 1, of two sequences whose elements compare by `order`.
-template <class Order>
-int CompareSequences(std::size_t nA, std::size_t nB, Order order) {
-  for (std::size_t i = 0; i < std::min(nA, nB); ++i) {
-    if (const int result = order(i)) return result;
-  }
-  return Sign(nA, nB);
-}
 
 // Classes that are derived from V keep their own order, so they are none here.
 template <class V>
@@ -34,8 +25,8 @@ const V* Exactly(const INQSettingValue& value) {
   return typeid(value) == typeid(V) ? static_cast<const V*>(&value) : nullptr;
 }
 
-// The order of two values. Nested settings are compared once: `<` in both directions would double
-// the cost at every level.
+// The order of two values; nested settings, for which `<` in both directions would cost double at
+// every level, by Compare.
 int CompareValues(const INQSettingValue& a, const INQSettingValue& b) {
   const auto *settingsA = Exactly<NQSettingListValue>(a),
              *settingsB = Exactly<NQSettingListValue>(b);
@@ -43,8 +34,8 @@ int CompareValues(const INQSettingValue& a, const INQSettingValue& b) {
   const auto *listA = Exactly<NQVecValue<NQSettings>>(a),
              *listB = Exactly<NQVecValue<NQSettings>>(b);
   if (!listA || !listB) return Sign(a, b);
-  const std::vector<NQSettings>&x = listA->GetVecValue(), &y = listB->GetVecValue();
-  return CompareSequences(x.size(), y.size(), [&](std::size_t i) { return x[i].Compare(y[i]); });
+  return OrderItems(listA->GetVecValue(), listB->GetVecValue(),
+                    [](const NQSettings& p, const NQSettings& q) { return p.Compare(q); });
 }
 
 }  // namespace
@@ -117,6 +108,7 @@ void NQSettings::Remove(Index::iterator first, Index::iterator last) {
 }
 
 void NQSettings::CloseGaps() const {
+  if (fNGaps == 0) return;
   std::erase(fvSettings, nullptr);
   fNGaps = 0;
   for (std::size_t i = 0; i < fvSettings.size(); ++i) fvSettings[i]->fSlot = i;
@@ -202,8 +194,10 @@ bool NQSettings::RemoveSetting(const std::string& name, bool all) {
 // ---- Order --------------------------------------------------------------------------------------
 
 int NQSettings::Compare(const NQSettings& other) const {
-  return CompareSequences(Size(), other.Size(), [&](std::size_t i) {
-    return CompareValues(*GetSettingAt(i)->GetValue(), *other.GetSettingAt(i)->GetValue());
+  CloseGaps();
+  other.CloseGaps();
+  return OrderItems(fvSettings, other.fvSettings, [](const auto& a, const auto& b) {
+    return CompareValues(*a->GetValue(), *b->GetValue());
   });
 }
 
