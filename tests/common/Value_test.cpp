@@ -38,16 +38,7 @@ static std::string Getters(const Value& value) {
 
 TEST(Value, GettersConvertFromEveryType) {
   const std::pair<Value, const char*> rows[] = {
-      {Value(), "missing 0 0 -1.79769e+308 "},
-      {true, "1 1 1 1"},
-      {-1, "1 -1 -1 -1"},
-      {-1234567.8, "1 -1234567 -1.23457e+06 -1.23457e+06"},
-      {0x1p63, "1 -9223372036854775808 9.22337e+18 9.22337e+18"},
-      {Value::REAL_VALUE, "missing 1 -9223372036854775808 -1.79769e+308 -1.79769e+308"},
-      {kNaN, "1 -9223372036854775808 nan nan"},
-      {"abc", "0 0 0 abc"},
-      {"", "0 0 -1.79769e+308 "},
-      {" 3.5x", "1 3 3.5  3.5x"},
+#include "common/getter_cases.inc"
       {MapOf({{"x", 1}, {"a", true}}), "1 2 2 [a:1,x:1]"},
       {ArrayOf({MapOf({{"k", ArrayOf({})}}), Value(), 0.5}), "1 3 3 {[k:{}],,0.5}"},
   };

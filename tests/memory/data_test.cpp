@@ -99,37 +99,10 @@ MemoryCase On(const char* operation, Make make, Call call, bool mayThrow) {
   return {operation, run, mayThrow};
 }
 
-// What there is no memory for is left out, silently.
-template <class Make, class Call>
-MemoryCase Absorbs(const char* operation, Make make, Call call) {
-  const auto run = [=](Injection& inject) {
-    auto object = make(), wanted = make();
-    const std::string before = Text(object);
-    call(wanted);
-    inject([&] { call(object); });
-    const std::string got = Text(object);
-    return Verdict{got == Text(wanted) || (inject.HasFailed() && got == before), got};
-  };
-  return {operation, run};
-}
-
-template <class Call>
-MemoryCase Gives(const char* operation, Call call) {
-  const auto run = [=](Injection& inject) {
-    const auto want = call();
-    auto result = decltype(call())();
-    inject([&] { result = call(); });
-    return Verdict{inject.Threw() || Text(result) == Text(want), Text(result)};
-  };
-  return {operation, run, true};
-}
-
 // Rows by the text of the call, on an object `o` that `make` makes.
 #define CALL(...) [&](auto& o) -> decltype(auto) { return (o.__VA_ARGS__); }
 #define ANSWERS(make, ...) On(#__VA_ARGS__, make, CALL(__VA_ARGS__), false)
 #define THROWS(make, ...) On(#__VA_ARGS__, make, CALL(__VA_ARGS__), true)
-#define ABSORBS(make, ...) Absorbs(#__VA_ARGS__, make, CALL(__VA_ARGS__))
-#define GIVES(...) Gives(#__VA_ARGS__, [&] { return __VA_ARGS__; })
 
 void RunAll(const char* title, const std::vector<MemoryCase>& cases) {
   std::ostream nowhere(nullptr);
@@ -144,6 +117,7 @@ void RunAll(const char* title, const std::vector<MemoryCase>& cases) {
 
 // ---- Values, records, warnings, loading ---------------------------------------------------------
 
+std::string NoText() { return {}; }
 Value Null() { return {}; }
 Value Nested() {
   Value value;
@@ -153,12 +127,13 @@ Value Nested() {
 
 TEST(Memory, Values) {
   const Value nested = Nested();
-  RunAll("values",
-         {THROWS(Nested, operator=(nested)), THROWS(Nested, operator[](0) = o),
-          THROWS(Nested, operator=(kLong)), THROWS(Null, SetValue(kLong)),
-          THROWS(Null, operator std::string&()), THROWS(Nested, operator[](500)),
-          THROWS(Nested, Resize(1000)), THROWS(Nested, operator[](kLong)),
-          THROWS(Null, operator[]("literal of 24 characters")), GIVES(nested.GetString())});
+  const auto getString = [&](std::string& text) { text = nested.GetString(); };
+  RunAll("values", {THROWS(Nested, operator=(nested)), THROWS(Nested, operator[](0) = o),
+                    THROWS(Nested, operator=(kLong)), THROWS(Null, SetValue(kLong)),
+                    THROWS(Null, operator std::string&()), THROWS(Nested, operator[](500)),
+                    THROWS(Nested, Resize(1000)), THROWS(Nested, operator[](kLong)),
+                    THROWS(Null, operator[]("literal of 24 characters")),
+                    On("GetString", NoText, getString, true)});
 }
 
 ValueRecord Named() {
@@ -195,10 +170,10 @@ TEST(Memory, Records) {
                      THROWS(Shared, Add("c" + kLong, kLong)),
                      THROWS(Shared, Set("b", kLong + "x", true)),
                      THROWS(Shared, Remove(kLong)),
-                     ABSORBS(NoCells, operator=(Record(5))),
-                     ABSORBS(NoCells, operator=(three)),
+                     ANSWERS(NoCells, operator=(Record(5)).Size() == 5),
+                     ANSWERS(NoCells, operator=(three).Size() == 3),
                      ANSWERS(NoCells, Resize(6) && std::fill_n(o.GetAll(), 6, 7.0)),
-                     ABSORBS(NoRawCells, operator=(raw)),
+                     ANSWERS(NoRawCells, operator=(raw).Size() == 2),
                      {"MemoryRecordIterator", iterator}});
 }
 
@@ -230,11 +205,12 @@ TEST(Memory, WarningsAndLoading) {
     return Verdict{result == -1 && !address &&
                    (hasText || (inject.HasFailed() && absent.GetErrorText().empty()))};
   };
-  RunAll("warnings and loading", {ABSORBS(Warned, AddWarning(two, NQWarnings::ToCurrent)),
-                                  ANSWERS(Warned, AddParameter(two, 7)),
-                                  ANSWERS(Warned, GetParameters(one).size() == 1),
-                                  {"NQWarnings::AddWarnings", merges},
-                                  {"NQDynamicLoadedLibrary", loads}});
+  RunAll("warnings and loading",
+         {ANSWERS(Warned, AddWarning(two, NQWarnings::ToCurrent), o.GetWarnings(true).size() == 2),
+          ANSWERS(Warned, AddParameter(two, 7)),
+          ANSWERS(Warned, GetParameters(one).size() == 1),
+          {"NQWarnings::AddWarnings", merges},
+          {"NQDynamicLoadedLibrary", loads}});
 }
 
 // ---- Trees, JSON, saved objects -----------------------------------------------------------------
@@ -255,7 +231,6 @@ JsonObject Json() {
 }
 
 TEST(Memory, XmlAndJson) {
-  const auto tree = Tree();
   const JsonObject part = Json();
   RunAll("XML and JSON",
          {THROWS(Tree, get()->AddElement(NewElement())),
@@ -263,7 +238,6 @@ TEST(Memory, XmlAndJson) {
           THROWS(Tree, get()->AddAttribute(XMLAttribute::Create("b", kLong))),
           THROWS(Tree, get()->AddAttribute("b" + kLong, kLong + kLong)),
           THROWS(Tree, get()->AddAttribute(kLong + kLong, 0.1)),
-          GIVES(std::unique_ptr<XMLElement>(tree->Clone())),
           THROWS(Json, AddPair("c" + kLong, part)), THROWS(Json, AddPair("b", kLong.c_str()))});
 }
 

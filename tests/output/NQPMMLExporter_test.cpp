@@ -29,41 +29,18 @@ const NQPMMLExporter kExporter(nullptr);
 template <class Export>
 std::string Exported(Export run) {
   auto* out = reinterpret_cast<XMLElement*>(64);
-  const NQStatus status = run(out);
+  NQStatus status;
+  if constexpr (std::is_void_v<decltype(run(out))>)
+    run(out);
+  else
+    status = run(out);
   const std::string text = Text(out);
   if (!status.IsError()) return text;
   return "error " + std::to_string(status.GetErrorCode()) + " (" +
          std::to_string(status.GetDiscreteDatum(0)) + "): " + text;
 }
+#define EXPORTED(...) Exported([&](XMLElement*& out) { return __VA_ARGS__; })
 
-std::string Header(const NQApplicInfo4XML* info, const char* text, bool withTime = false) {
-  return Exported([&](auto*& out) { return kExporter.ExportHeader(info, text, withTime, out); });
-}
-std::string Dictionary(const NQVarList& list, const Ints& indices) {
-  return Exported([&](auto*& out) { return kExporter.ExportDataDictionary(list, indices, out); });
-}
-std::string Schema(const NQVarList& list, const Ints& indices) {
-  return Exported([&](auto*& out) { return kExporter.ExportMiningSchema(list, indices, out); });
-}
-std::string Model(const NQVarList& list, const Ints& indices) {
-  return Exported([&](auto*& out) { return kExporter.ExportDataModel(list, indices, out); });
-}
-std::string Statistics(const NQUniStats& of) {
-  return Exported([&](auto*& out) { return kExporter.ExportUniStats(of, out); });
-}
-std::string Cut(const Doubles& points, const Doubles& frequencies, bool openLeft) {
-  return Exported([&](auto*& out) {
-    return ExportCutPointsFreqs(points, frequencies, openLeft, out), NQStatus();
-  });
-}
-std::string Extension(const char* name, const auto& value) {
-  return Exported(
-      [&](auto*& out) { return kExporter.ExportExtension(name, value, out), NQStatus(); });
-}
-std::string Either(double value, bool useDouble) {
-  return Exported(
-      [&](auto*& out) { return ExportExtensionImpl("n", "t", value, useDouble, out), NQStatus(); });
-}
 std::string List(const double* values, unsigned long n) {
   XMLElement* const element = XMLElement::Create("e");
   AddDoublesList(*element, values, n);
@@ -145,7 +122,7 @@ TEST(PMMLExporter, TimestampIsLocalTime) {
     std::time_t now;
     do {
       now = std::time(nullptr);
-      got = Header(nullptr, "", true);
+      got = EXPORTED(kExporter.ExportHeader(nullptr, "", true, out));
     } while (now != std::time(nullptr));
     now += ahead;
     const std::string text = std::asctime(std::gmtime(&now));

@@ -1,5 +1,4 @@
 // Documents that the library writes, against the schemas it ships.
-#include <nqcommon/math/stats/charts/NQBarChartData.h>
 #include <nqcommon/math/stats/charts/NQHistogramData.h>
 #include <nqcommon/math/stats/charts/NQScatterPlotData.h>
 #include <nqcommon/output/NQStatXMLUtil.h>
@@ -19,13 +18,10 @@ using U = NQStatXMLUtil;
 // With every element that the builders make, and every attribute.
 std::string StatXMLDocument() {
   NQMath_940::NQHistogramData histogram(4, 0, 8, true);
-  NQMath_940::NQBarChartData bars(3, true);
-  NQMath_940::NQScatterPlotData points, cells(2, 2, 0, 0, 1, 1, true);
+  NQMath_940::NQScatterPlotData points;
   for (const double x : {-5.0, 1.0, 1e300, kInf, kNaN}) {
     histogram.UpdateData(1, 0, x);
-    bars.UpdateData(2, x);
     points.UpdateData(1, 1, x, -x);
-    cells.UpdateData(1, 1, x, -x);
   }
   NQVariateData odd;
   odd.SetCounts({NQXMLCounts(), NQXMLCounts(kMissing, -kInf, kNaN, 1e300)});
@@ -39,9 +35,7 @@ std::string StatXMLDocument() {
       {U::CreateElemRowColLabels(U::Elements{U::CreateElemLabel(parameter)}, "both")});
   for (XMLElement* element : {
            histogram.GenerateNQVariateData("age").GetUnivariateDataElem(),
-           bars.GenerateNQVariateData("", {"a b", "\"<"}).GetUnivariateDataElem(),
            points.GetNQVariateData("points").GetBivariateDataElem(),
-           cells.GetNQVariateData("cells").GetBivariateDataElem(),
            odd.GetMultiVariateDataElem(),
            U::CreateElemUnivarData("u"),
            filled,
