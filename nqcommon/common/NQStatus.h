@@ -19,7 +19,7 @@ class NQ_API NQStatus {
   bool IsError() const { return fSeverity < 0; }
   bool IsWarning() const { return fSeverity > 0; }
 
-  // i is 0..2, not checked.
+  // The index i is 0, 1 or 2, and not checked.
   long GetDiscreteDatum(unsigned i) const { return fDiscreteData[i]; }
   void SetDiscreteDatum(unsigned i, long v) { fDiscreteData[i] = v; }
   double GetScaleDatum(unsigned i) const { return fScaleData[i]; }

@@ -87,9 +87,9 @@ class NQ_API NQWarnings {
 
   template <typename T>
   bool AppendParameter(const NQStatus& status, T& value);
-  // null where the code has no entry
+  // FindParameters gives null where the code has no entry.
   const Parameters* FindParameters(long code) const;
-  // the entry of the code, created empty the first time
+  // ParametersOf makes the entry of the code where there is none.
   Parameters& ParametersOf(long code);
 
   std::vector<NQStatus> fvCurrent;

@@ -312,7 +312,7 @@ void Value::Display(std::ostream& stream) const {
       stream << (fPayload.fBool ? '1' : '0');
       break;
     case IntegerType:
-      // not through the stream's own formatting: decimal and ungrouped in every base and locale
+      // An integer is decimal and ungrouped in every base and locale of the stream.
       stream << std::to_string(fPayload.fInteger);
       break;
     case RealType:

@@ -269,7 +269,7 @@ class NQ_API Value {
   void RequireArray() const;
   void SetLength(std::size_t n);
   static std::string TextOf(const char* text);
-  // -1 for a < b, 1 for b < a, else 0.
+  // Order is -1 for a < b, 1 for b < a, else 0.
   static int Order(const Value& a, const Value& b);
 
   ValueType fType = NullType;

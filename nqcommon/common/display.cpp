@@ -14,13 +14,13 @@ namespace {
 
 constexpr std::size_t kValuesPerLine = 10;
 
-// A pointer, for the stream is replaced; inside a function, so that it is set before any use.
+// OutStream holds the pointer to the display stream in a function: it is set before any use.
 std::ostream*& OutStream() {
   static std::ostream* out = &std::cout;
   return out;
 }
 
-// For numbers only: a few of them, with their labels, always fit.
+// Print is for numbers only, of which a few with their labels always fit.
 [[gnu::format(printf, 1, 2)]] std::string Print(const char* format, ...) {
   char text[128];
   std::va_list arguments;
@@ -36,7 +36,7 @@ std::string Number(double value) {
 std::string Number(int value) { return Print("%d", value); }
 std::string Number(unsigned value) { return Print("%u", value); }
 
-// The item of a value line.
+// Item gives what a value line has for a value, the blank before it included.
 template <class T>
 std::string Item(T value) {
   return " " + Number(value);
@@ -106,7 +106,7 @@ void DisplayText(const long& n, const char* text) {
 void DisplayText(const long& n, const std::string& text) {
   std::ostream& out = GetOutStream();
   for (long i = 0; i < n; ++i) out.put('\n').flush();
-  // unformatted, so that a field width left in the stream does not pad the text
+  // The write is unformatted, so that a field width left in the stream does not pad the text.
   out.write(text.data(), static_cast<std::streamsize>(text.size())).flush();
 }
 

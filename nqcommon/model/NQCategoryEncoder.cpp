@@ -88,7 +88,7 @@ double NQCategoryEncoder<T, Base>::EncodeConst(Other) const {
   return kNoCode;
 }
 
-// Null for a code without a category.
+// ValueAt gives null for a code without a category.
 template <class T, class Base>
 const T* NQCategoryEncoder<T, Base>::ValueAt(int code) const {
   const auto i = static_cast<std::size_t>(code);  // a negative code lies past every end

@@ -12,7 +12,7 @@ namespace NQXML_940 {
 
 namespace {
 
-// Null where the encoder is none, or another one.
+// AsContinuous gives null where the encoder is none, or another one.
 NQContEncoder* AsContinuous(INQEncoder* encoder) { return dynamic_cast<NQContEncoder*>(encoder); }
 
 bool HasBins(const NQContEncoder* encoder) {
@@ -45,7 +45,7 @@ INQVariable::VarStatus NQContVar::GetVarStatus() {
   return fMin > fMax ? StatusInvalid : fMin == fMax ? StatusConstant : StatusOK;
 }
 
-// Nothing else gives the encoder equal-width bins, or takes them away.
+// MakeBins alone gives the encoder equal-width bins, or takes them away.
 void NQContVar::MakeBins() {
   NQContEncoder* encoder = AsContinuous(Encoder());
   if (!encoder) return;

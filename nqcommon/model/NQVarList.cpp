@@ -29,7 +29,7 @@ std::unique_ptr<NQCatVar> MakeCatVar(const std::string& name, const std::string&
   return std::make_unique<NQCatVar>(name, label, 0, role, isOrdinal, texts);
 }
 
-// By category.
+// SumFrequencies adds the frequencies up by the code of their value.
 template <class T>
 std::vector<double> SumFrequencies(const INQEncoder& encoder, const std::vector<T>& values,
                                    const std::vector<double>& frequencies) {
@@ -41,7 +41,7 @@ std::vector<double> SumFrequencies(const INQEncoder& encoder, const std::vector<
   return sums;
 }
 
-// Null without one frequency for each value.
+// MakeCatVar gives null without one frequency for each value.
 template <class T>
 std::unique_ptr<NQCatVar> MakeCatVar(const std::string& name, const std::string& label,
                                      INQVariable::VariableRole role, bool isOrdinal,

@@ -50,7 +50,8 @@ struct NQVarList::Saved {
     int nInputs = self.GetNumInputVars(), nPossibleInputs = self.GetNumPossibleInputVars();
     archive.Value(nContinuous);
     archive.Value(nCategorical);
-    archive.Value(nInputs);  // free in a file: it is counted from the roles, as the next one
+    // The numbers of inputs are free in a file: they are counted from the roles.
+    archive.Value(nInputs);
     archive.Value(nPossibleInputs);
     archive.Require(nContinuous == self.GetNumContVar() && nCategorical == self.GetNumCatVar());
   }

@@ -16,7 +16,7 @@ namespace NQXML_940 {
 
 namespace {
 
-// Null for a code of no encoder.
+// MakeEncoder gives null for a code of no encoder.
 std::unique_ptr<INQEncoder> MakeEncoder(INQEncoder::EncoderType type) {
   switch (type) {
     case INQEncoder::EncoderContinuous:

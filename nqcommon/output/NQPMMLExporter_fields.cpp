@@ -38,7 +38,7 @@ bool IsOrdinal(const INQVariable& variable) {
   return categorical && categorical->IsOrdinal();
 }
 
-// Null for a variable that is none.
+// AsBinaryFlag gives null for a variable that is none.
 const NQCatVar* AsBinaryFlag(const INQVariable& variable) {
   const auto* categorical = dynamic_cast<const NQCatVar*>(&variable);
   return categorical && categorical->IsBinaryFlag() ? categorical : nullptr;
@@ -48,7 +48,7 @@ bool IsUsed(const INQVariable& variable) {
   return variable.GetVariableRole() != INQVariable::RoleUnused;
 }
 
-// The indices, or without any the positions of the variables to be included.
+// Selected gives the indices or, without any, the positions of the variables to be included.
 template <class Included>
 std::vector<int> Selected(const NQVarList& variables, const std::vector<int>& indices,
                           Included isIncluded) {

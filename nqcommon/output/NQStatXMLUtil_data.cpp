@@ -17,7 +17,7 @@ using internal::PassedElements;
 
 namespace {
 
-// How many coordinates, the first ones, an element has room for.
+// MaxCoordinates tells how many coordinates, the first ones, an element has room for.
 std::size_t MaxCoordinates(const std::string& name, std::size_t count) {
   if (name == XML_ELE_UNIVARIATEDATE) return std::min<std::size_t>(count, 2);
   if (name == XML_ELE_BIVARIATEDATE) return std::min<std::size_t>(count, 3);
@@ -35,7 +35,7 @@ XMLElement* Coordinates(const std::string& feature, const std::string& field,
   return element.release();
 }
 
-// No values, no coordinates.
+// Coordinates without values are no element.
 XMLElement* Coordinates(const std::string&, const std::string&, const std::string&, ElementPtr,
                         std::monostate) {
   return nullptr;

@@ -33,13 +33,13 @@ constexpr std::string_view kEndDelimiters = " \t\r\n<>";
 constexpr std::string_view kAttributeDelimiters = "=\"";
 constexpr std::string_view kTextDelimiters = "\r\n\"";
 
-// Does the next line start with this word?
+// ReadWord takes the next line, and tells whether it starts with this word.
 bool ReadWord(std::ifstream& is, std::string_view delimiters, std::string_view word) {
   SaveLine line;
   return line.Read(is) && line.Next(delimiters) == word;
 }
 
-// Reads a line up to its value: <Int value=
+// ReadToValue reads a line up to its value, as in <Int value=.
 bool ReadToValue(std::ifstream& is, const ValueKind& kind, SaveLine& line) {
   return line.Read(is) && line.Next(kStartDelimiters) == kind.fElement &&
          line.Next(kAttributeDelimiters) == kind.fAttribute;

@@ -78,7 +78,7 @@ void NQSettings::GetSettingNames(std::vector<std::string>& names) const {
 }
 
 NQSetting* NQSettings::FindSetting(const std::string& name) {
-  // not find(), which may give any one of equal names
+  // std::multimap::find may give any one of equal names.
   const auto found = fIndex.lower_bound(name);
   return found != fIndex.end() && found->first == name ? found->second : nullptr;
 }

@@ -45,14 +45,14 @@ inline void AddAttribute(XMLElement& element, const std::string& name, int value
   element.AddAttribute(name, static_cast<double>(value));
 }
 
-// Of type bool exactly, for every pointer converts to bool.
+// The value is of type bool exactly, because every pointer converts to bool.
 inline void AddAttribute(XMLElement& element, const std::string& name,
                          std::same_as<bool> auto value) {
   using namespace NQStatXMLTags;
   element.AddAttribute(name, value ? XML_VAL_TRUE : XML_VAL_FALSE);
 }
 
-// Names and values by turns.
+// AddAttributes takes names and values by turns.
 inline void AddAttributes(XMLElement& /*element*/) {}
 
 template <class Value, class... More>
@@ -96,7 +96,7 @@ class PassedElements {
   }
 
  private:
-  // To be owned from here on: AddElement does even where memory ends.
+  // The element taken has an owner from then on: AddElement owns it even where memory ends.
   static XMLElement* TakeFirst(ElementList& list) {
     XMLElement* const first = list.front();
     list = list.subspan(1);

@@ -41,10 +41,10 @@ class TreeWriter {
 
   // The start tag of an element without its brackets.
   void PutTag(const XMLElement& element, const ExportFormat& format);
-  // name="value" with a name of that length.
+  // PutAttribute writes a text name="value", of which the name has that length.
   void PutAttribute(std::string_view text, std::size_t nameLength);
 
-  // What is not markup, and so converted where the writer converts.
+  // Data writes what is not markup, and converts it where the writer converts.
   void Data(std::string_view text);
   void Tabs(int n);
 

@@ -13,7 +13,7 @@ struct ValueKind {
   const std::string& fAttribute;
 };
 
-// int, unsigned and bool
+// The first kind is that of int, unsigned and bool.
 template <class T>
 inline const ValueKind kValueKind{SaveXMLTags::XML_ELE_INT, SaveXMLTags::XML_ATT_INT};
 
