@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "json_document.h"
+#include "pmml_document.h"
 #include "report_xsl.h"
 #include "statxml_document.h"
 #include "support/page.h"
@@ -148,6 +149,20 @@ TEST(Logistic, OddInputs) {
     EXPECT_THROW(FitText(text), std::runtime_error) << text;
   EXPECT_EQ(FitText("x,y\n1,no\n2,yes\n3,no\n4,yes\n5,no\n").fit.event, "yes");
   EXPECT_EQ(FitText("x,y\n1,1\n2,0\n3,1\n4,0\n5,1\n").fit.event, "1");
+}
+
+// The logit of each table is the probability of its category.
+TEST(Logistic, PmmlHasATableOfEachCategory) {
+  const Fitted fitted = FitText("x,y,f\n0,0,40\n0,1,10\n1,0,15\n1,1,35\n", "f");
+  const std::string pmml = PmmlDocument(fitted.data, fitted.fit, {"p", "1", "", false});
+  const double b0 = fitted.At("(Intercept)").estimate, b1 = fitted.At("x").estimate;
+  for (const double sign : {1, -1}) {
+    const std::string table = "<RegressionTable intercept=\"" + support::Shortest(sign * b0) +
+                              "\" targetCategory=\"" + (sign > 0 ? "1" : "0") +
+                              "\">\n<NumericPredictor name=\"x\" coefficient=\"" +
+                              support::Shortest(sign * b1) + "\"/>\n</RegressionTable>";
+    EXPECT_NE(pmml.find(table), pmml.npos) << table << pmml;
+  }
 }
 
 // More probabilities than are kept one by one: x itself has the same area, counted pair by pair.

@@ -23,11 +23,11 @@ std::string PmmlDocument(const ModelData& data, const LogisticFit& fit,
   model->AddAttribute(XML_ATT_NORMALIZATIONMETHOD, std::string("logit"));
   Append(model, support::MiningSchema(data));
   support::AppendModelStats(model, data, fit.summaries);
-  Tree ofEvent = support::PmmlTable(data, fit.coefficients), ofOther = support::PmmlTable(0);
-  ofEvent->AddAttribute(XML_ATT_TARGETCATEGORY, fit.event);
-  ofOther->AddAttribute(XML_ATT_TARGETCATEGORY, fit.other);
-  Append(model, std::move(ofEvent));
-  Append(model, std::move(ofOther));
+  for (const int sign : {1, -1}) {
+    Tree table = support::PmmlTable(data, fit.coefficients, sign);
+    table->AddAttribute(XML_ATT_TARGETCATEGORY, sign > 0 ? fit.event : fit.other);
+    Append(model, std::move(table));
+  }
   Append(root, std::move(model));
   return support::DocumentText(root);
 }

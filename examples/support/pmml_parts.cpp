@@ -10,8 +10,6 @@
 #include <nqcommon/output/NQPMMLExporter.h>
 #include <nqcommon/output/NQPMMLTags.h>
 
-#include "text.h"
-
 using namespace NQPMMLTags;
 using NQCommon_940::NQPMMLExporter;
 using NQCommon_940::NQStatus;
@@ -99,20 +97,14 @@ void AppendModelStats(const Tree& model, const ModelData& data, const InputSumma
   Append(model, std::move(stats));
 }
 
-Tree PmmlTable(double intercept) {
-  Tree table = NewElement("RegressionTable");
-  table->AddAttribute("intercept", Shortest(intercept));
-  return table;
-}
-
-Tree PmmlPredictor(const ModelData& data, const Coefficient& c) {
+Tree PmmlPredictor(const ModelData& data, const Coefficient& c, int sign) {
   Tree predictor = NewElement(c.category < 0 ? "NumericPredictor" : "CategoricalPredictor");
   predictor->AddAttribute(XML_ATT_NAME, data.NameOf(c.variable));
   if (c.category >= 0) {
     const auto code = static_cast<std::size_t>(c.category);
     predictor->AddAttribute(XML_ATT_VALUE, data.CategoriesOf(c.variable)[code]);
   }
-  predictor->AddAttribute("coefficient", Shortest(c.estimate));
+  predictor->AddAttribute("coefficient", Shortest(sign * c.estimate + 0.0));
   return predictor;
 }
 
