@@ -57,15 +57,11 @@ TEST(NQRecordEncoder, CellsOfEveryKind) {
       const auto counts = learns ? encoder.Encode(row.cells, numbers, states)
                                  : encoder.EncodeConst(row.cells, numbers, states);
       std::ostringstream text;
-      int others = 0;
       for (int i = 0; i < 4; ++i) {
-        if (numbers[i] == kMissing)
-          text << "miss";
-        else
-          text << numbers[i];
-        text << ':' << states[i] << ' ';
-        others += states[i] != NQRecordEncoder::CellValue;
+        const bool isMissing = numbers[i] == kMissing;
+        text << (isMissing ? "miss" : Value(numbers[i]).GetString()) << ':' << states[i] << ' ';
       }
+      const auto others = 4 - std::count(states, states + 4, NQRecordEncoder::CellValue);
       EXPECT_EQ(counts.fNMissing + counts.fNUnseen + counts.fNMisfits, others) << row.label;
       EXPECT_EQ(counts.IsComplete(), others == 0) << row.label;
       return text.str();

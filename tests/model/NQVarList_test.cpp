@@ -126,16 +126,21 @@ TEST(NQVarList, CopiesShareNothing) {
   NQVarList list = FullVariableList();
   list.SetFieldFormatsElement(XMLElement::Create("Formats"));
   list.SetFieldFormatsElement(list.GetFieldFormatsElement());
+  list.GetVarAt(0)->SetFieldFormatElement(XMLElement::Create("Format"));
   list.RemoveVar(1);
   const std::string before = Displayed(list);
   NQVarList copy(list), assigned;
   assigned = list;
   assigned = *&assigned;
-  list.GetEncoderAt(2)->Encode(99);
-  list.RemoveVar(0);
+  for (int i : {0, 2, 3, 4}) {
+    list.GetEncoderAt(i)->AddDiscreteUserMissing(4, "");
+    list.GetEncoderAt(i)->AddDiscreteUserMissing("4", "");
+  }
   for (const NQVarList* other : {&copy, &assigned}) {
     EXPECT_EQ(Displayed(*other), before);
-    EXPECT_NE(other->GetFieldFormatsElement(), list.GetFieldFormatsElement());
+    const XMLElement* format = other->GetVarAt(0)->GetFieldFormatElement();
+    EXPECT_EACH(false, other->GetFieldFormatsElement() == list.GetFieldFormatsElement(),
+                format == nullptr, format == list.GetVarAt(0)->GetFieldFormatElement());
   }
   const INQVariable* const first = copy.GetVarAt(0);
   assigned = std::move(copy);
