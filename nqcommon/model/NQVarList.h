@@ -170,7 +170,7 @@ class NQ_API NQVarList {
   // Whether a file that WriteObjectXML writes with this indent can be read. It cannot where a line
   // is longer than the format's 255 bytes (a text of some 230, escaped), where a text has a NUL, or
   // where a categorical variable has no encoder of categories. The texts then read may still be
-  // escaped: XMLUtil::Unescape.
+  // escaped: UnescapeStrings.
   bool CanBeReadBack(int indent = 0) const;
 
   // Writes the list and its variables through the diagnostic display.

@@ -13,6 +13,7 @@
 #include <nqcommon/common/text_conversion.h>
 #include <nqcommon/xml/SaveXMLTags.h>
 #include <nqcommon/xml/XMLObj.h>
+#include <nqcommon/xml/XMLUtil.h>
 #include <nqcommon/xml/internal/escape.h>
 #include <nqcommon/xml/internal/save_line.h>
 #include <nqcommon/xml/internal/value_kinds.h>
@@ -84,6 +85,12 @@ double ToDouble(std::string_view text) {
   return ToNumber<double>(text);
 }
 
+// The place among the words of a stream that says whether its strings are unescaped.
+int UnescapeMark() {
+  static const int mark = std::ios_base::xalloc();
+  return mark;
+}
+
 }  // namespace
 
 // NOLINTNEXTLINE(performance-unnecessary-value-param): the form of the interface
@@ -133,8 +140,11 @@ bool ParseValue(std::ifstream& is, std::string& value) {
   const std::string_view text = line.Next(kTextDelimiters).value_or("");
   // Quotes separate, so that of value=""/> the tag's end is found instead of the text.
   value = text == "/>" && rest.substr(0, rest.find(text)).ends_with("\"\"") ? "" : text;
+  if (is.iword(UnescapeMark()) != 0) value = XMLUtil::Unescape(value);
   return true;
 }
+
+void UnescapeStrings(std::ifstream& is) { is.iword(UnescapeMark()) = 1; }
 
 bool CanBeReadBack(const std::string& value, int nTabs) {
   std::ostringstream line;

@@ -62,6 +62,12 @@ NQ_API bool ParseValue(std::ifstream& is, double& value);
 NQ_API bool ParseValue(std::ifstream& is, std::string& value);
 NQ_API bool ParseValue(std::ifstream& is, bool& value);
 
+// Marks a stream: from then on ParseValue gives each string that it reads there as
+// XMLUtil::Unescape has it, so that names, labels and levels of all objects read from the stream
+// are those that were saved. A file of an older program, whose texts were escaped once more with
+// every save, loses one such layer.
+NQ_API void UnescapeStrings(std::ifstream& is);
+
 // Whether ParseValue reads the line of this string in an object of so many tabs, and to its end:
 // what it reads is then XMLUtil::Escape(value), of which XMLUtil::Unescape makes the value. The
 // line must not be longer than 255 characters, which is about 230 of the escaped value, and have no

@@ -2,6 +2,7 @@
 #include <nqcommon/model/NQRoundEncoder.h>
 #include <nqcommon/model/NQStringEncoder.h>
 #include <nqcommon/model/NQVarList.h>
+#include <nqcommon/xml/save_format.h>
 
 #include "support/testing.h"
 #include "support/variable_list_checks.h"
@@ -59,6 +60,16 @@ TEST(VariableListSave, WhatTheFormatDoesNotKeep) {
   NQContVar continuous("", "", 0, 0, V::RoleInput, false, 0);
   ASSERT_GT(Restore(continuous, Saved(NQContVar("cut", "", 0, 9, V::RoleInput, {1, 2}))).lines, 0);
   EXPECT_EQ(continuous.GetCutPoints(), (Doubles{3, 6})) << "equal width, not 1 and 2";
+}
+
+TEST(VariableListSave, UnescapedItIsTheListThatWasSaved) {
+  NQVarList list, restored;
+  list.AddCatVar("a & b", " x", Texts{"<12 yrs", "a  b"}, V::RoleInput, false);
+  const MemoryFile file(Saved(list));
+  std::ifstream in = file.Open();
+  UnescapeStrings(in);
+  restored.ReadObjectXML(in);
+  EXPECT_EQ(Displayed(restored), Displayed(list));
 }
 
 // CanBeReadBack says beforehand what reading finds.
