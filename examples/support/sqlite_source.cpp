@@ -49,12 +49,8 @@ bool SqliteSource::TakeRow(Chunk& result) {
     return false;
   }
   const std::vector<Value>& cells = record->GetRecord();
-  const std::size_t at = result.rows * cells.size();
-  if (result.values.size() < at + cells.size()) result.values.resize(at + cells.size());
-  for (std::size_t i = 0; i < cells.size(); ++i) {
-    Digest(cells[i]);
-    result.values[at + i] = cells[i];
-  }
+  for (const Value& cell : cells) Digest(cell);
+  result.values.insert(result.values.end(), cells.begin(), cells.end());
   ++result.rows;
   ++fRow;
   return true;
@@ -67,6 +63,7 @@ bool SqliteSource::Load(std::uint64_t chunk, Chunk& result) {
   }
   result.number = chunk;
   result.isText = false;
+  result.values.clear();
   result.rows = 0;
   return fChunkCount ? LoadKnown(chunk, result) : LoadFirst(chunk, result);
 }
@@ -82,7 +79,7 @@ bool SqliteSource::LoadFirst(std::uint64_t chunk, Chunk& result) {
       return chunk < *fChunkCount;
     }
     fText.clear();
-    AppendRow(fText, &result.values[(result.rows - 1) * nColumns], nColumns,
+    AppendRow(fText, result.values.data() + result.values.size() - nColumns, nColumns,
               GetDialect().separator);
     fBytes += fText.size() + 1;
   }
