@@ -1,7 +1,4 @@
 // A table of a database gives the bytes that the same rows of a CSV file give.
-#include <sqlite3.h>
-
-#include <memory>
 #include <sstream>
 
 #include "json_document.h"
@@ -18,20 +15,6 @@ using namespace regression;
 using NQCommon_940::Value;
 
 namespace {
-
-struct Closer {
-  void operator()(sqlite3* database) const { sqlite3_close(database); }
-};
-
-// A connection to the file, which ran the statements.
-std::unique_ptr<sqlite3, Closer> Connect(const std::string& path, const std::string& statements) {
-  std::filesystem::create_directories(kDirectory);
-  sqlite3* database = nullptr;
-  EXPECT_EQ(sqlite3_open(path.c_str(), &database), SQLITE_OK);
-  EXPECT_EQ(sqlite3_exec(database, statements.c_str(), nullptr, nullptr, nullptr), SQLITE_OK)
-      << sqlite3_errmsg(database);
-  return std::unique_ptr<sqlite3, Closer>(database);
-}
 
 class Database : public ::testing::Test {
  protected:
@@ -204,6 +187,10 @@ TEST_F(Database, RefusesWithOneLineAndNoFiles) {
   refused("\"$D\" --table t", "is no SQLite database");
   refused("- --table t < \"$D/data.sqlite\"", "cannot come from standard input");
   EXPECT_EQ(ContentOf(kDatabase), before);
+  std::ofstream(kDatabase + "-journal") << "of a writer that was killed";
+  ExpectRefused(RunProgram("\"$D/data.sqlite\" --table t --target y", environment),
+                "data.sqlite has a transaction that was never finished");
+  std::filesystem::remove(kDatabase + "-journal");
   const auto writer = Connect(kDatabase, "BEGIN EXCLUSIVE");
   refused("\"$D/data.sqlite\" --table t", "data.sqlite is locked by another program");
 }

@@ -55,6 +55,11 @@ TEST(Ranks, GiveTheSameBytesAndNameTheSameLine) {
   EXPECT_EQ(ContentOf((kDirectory / "bad.txt").string()),
             "linear_regression: line 80002, column 'y': 'x' is not a number\n");
   EXPECT_FALSE(std::filesystem::exists(kDirectory / "bad.json"));
+  const std::string database = (kDirectory / "data.sqlite").string();
+  Connect(database, "CREATE TABLE t (a, g, f, r, y)");
+  EXPECT_NE(Launch(mpirun + "2 " NQ_REGRESSION_MPI_PROGRAM " --table t", "bad", database), 0);
+  EXPECT_EQ(ContentOf((kDirectory / "bad.txt").string()),
+            "linear_regression: ranks cannot share a database; one process can read it\n");
   std::filesystem::remove_all(kDirectory);
 #else
   GTEST_SKIP() << "built without MPI";

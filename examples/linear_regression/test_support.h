@@ -2,6 +2,7 @@
 #pragma once
 
 #include <gtest/gtest.h>
+#include <sqlite3.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -10,6 +11,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
@@ -34,6 +36,21 @@ inline std::string FileOf(const std::string& content) {
   std::string path = (kDirectory / "data.csv").string();
   std::ofstream(path, std::ios::binary) << content;
   return path;
+}
+
+struct Closer {
+  void operator()(sqlite3* database) const { sqlite3_close(database); }
+};
+
+// A connection to the file, which ran the statements.
+inline std::unique_ptr<sqlite3, Closer> Connect(const std::string& path,
+                                                const std::string& statements) {
+  std::filesystem::create_directories(kDirectory);
+  sqlite3* database = nullptr;
+  EXPECT_EQ(sqlite3_open(path.c_str(), &database), SQLITE_OK);
+  EXPECT_EQ(sqlite3_exec(database, statements.c_str(), nullptr, nullptr, nullptr), SQLITE_OK)
+      << sqlite3_errmsg(database);
+  return std::unique_ptr<sqlite3, Closer>(database);
 }
 
 inline std::string ContentOf(const std::string& path) {

@@ -79,7 +79,6 @@ PredictionCounts WritePredictions(const ModelData& data, const std::vector<std::
       throw std::runtime_error("cannot write the predictions");
     text.clear();
   });
-  source->CheckUnchanged();
   return counts;
 }
 

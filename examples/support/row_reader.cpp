@@ -70,7 +70,8 @@ void RowReader::Start(Chunk& chunk) {
   fLine = 1;
   fLinesOfRow = 0;
   fRows = 0;
-  fValue = chunk.isText ? nullptr : chunk.values.data();
+  fIsText = chunk.isText;
+  fValue = chunk.values.data();
   fRowCount = static_cast<std::int64_t>(chunk.rows);
 }
 

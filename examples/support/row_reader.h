@@ -45,7 +45,7 @@ class RowReader {
   // The rows of the chunk, whose bytes the reader may change: doubled quotes become single ones.
   void Start(Chunk& chunk);
   // Takes the next row; false at the end.
-  bool Next() { return fValue ? NextOfValues() : NextOfText(); }
+  bool Next() { return fIsText ? NextOfText() : NextOfValues(); }
 
   // Valid until the next row is taken.
   const std::vector<Cell>& Cells() const { return fCells; }
@@ -73,11 +73,12 @@ class RowReader {
   std::vector<Column> fWanted;
   bool fAll = false;
   bool fNumberMayBeMissing = false;  // a mark for missing cells is a number
+  bool fIsText = true;
   char* fAt = nullptr;
   char* fEnd = nullptr;
   bool fIsCut = false;
-  const NQCommon_940::Value* fValue = nullptr;  // the next, of values
-  std::int64_t fRowCount = 0;
+  const NQCommon_940::Value* fValue = nullptr;  // the next
+  std::int64_t fRowCount = 0;                   // of values
   std::vector<NumberText> fNumbers;
   std::int64_t fLine = 1;
   std::int64_t fLinesOfRow = 0;

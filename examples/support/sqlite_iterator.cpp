@@ -22,7 +22,7 @@ namespace {
 constexpr int kPatience = 1000;               // milliseconds to wait for a lock
 constexpr int kStepsBetweenAsking = 1 << 16;  // of SQLite's virtual machine
 
-// The first bytes of a database, and two of them that are 2 where it has a write-ahead log.
+// The first bytes of a database, and the place of a byte that is 2 where it has a write-ahead log.
 constexpr std::string_view kMagic("SQLite format 3\0", 16);
 constexpr std::size_t kHeadBytes = 20;
 constexpr std::size_t kWriteVersion = 18;
