@@ -34,8 +34,7 @@ MemoryCase Makes(const char* operation, Make make, Object lost) {
           }};
 }
 
-// A copy is the object, or what is documented where memory ends; a move allocates nothing, and a
-// display that ends early changes nothing.
+// A copy is the object, or what is documented where memory ends; a move allocates nothing.
 template <class Object>
 void AddObject(std::vector<MemoryCase>& rows, const char* name, Object object, Object lost) {
   rows.push_back(Makes(
@@ -48,15 +47,6 @@ void AddObject(std::vector<MemoryCase>& rows, const char* name, Object object, O
                     });
                     return Verdict{!inject.HasFailed() && Displayed(to) == Displayed(object),
                                    "a move that allocates"};
-                  }});
-  rows.push_back({name, [=](Injection& inject) {
-                    const std::string before = Displayed(object);
-                    std::ostringstream text;
-                    std::ostream& out = NQDisplay_940::GetOutStream();
-                    NQDisplay_940::SetOutStream(text);
-                    inject([&] { object.Display(); });
-                    NQDisplay_940::SetOutStream(out);
-                    return Verdict{Displayed(object) == before};
                   }});
 }
 

@@ -31,7 +31,7 @@ double NQDistFun::cbtaux(const double& u) {
   if (u > kSquareOverflows) return -1;
   const double e = u - 1;
   if (std::fabs(e) > 0.25) return 1 - 2 * (u / e) * (LogDefect(e, u) / e);
-  // both 1s cancel near u = 1: the sum of 2 (-e)^j/((j + 1)(j + 2)), j >= 1
+  // Near u = 1 the form above cancels; `sum` is that of 2 (-e)^j/((j + 1)(j + 2)), j >= 1.
   double sum = 0;
   for (int j = 26; j >= 1; --j) sum = -e * (2.0 / ((j + 1) * (j + 2)) + sum);
   return sum;

@@ -78,13 +78,13 @@ double NQDistFun::IdfBin(double q, double n, double p, long& status) {
   if (p == 0) return 0;
   if (p == 1 || q == 1) return n;
 
-  // Relative to the smaller tail, so that far quantiles are told apart too.
+  // The slack is relative to the smaller tail, so that far quantiles are told apart too.
   const double goal = q - kSlack * std::min(q, 1 - q);
   const double z = probit(q);
-  // Cornish and Fisher 1938, to the skewness
+  // `about` is the expansion of Cornish and Fisher 1938 up to the skewness.
   const double about = z * std::sqrt(n * p * (1 - p)) + n * p + (z * z - 1) * (1 - 2 * p) / 6 - 0.5;
   double k = std::clamp(std::floor(about), 0.0, n);
-  double low = -1;  // the cdf is below the goal here, and not here:
+  double low = -1;  // the cdf is below the goal at low, and not below it at high
   double high = n;
   for (double step = 1; low < k && k < high; step *= 2) {
     const bool reached = BinomialLowerTail(k, n, p) >= goal;
@@ -111,7 +111,7 @@ double NQDistFun::PdfNegBin(double k, double r, double p, long& status) {
   }
   if (k > kLargestShape) return 0;
   if (shape == 1) return ZeroOrMore(p * PowerOfComplement(p, k));
-  // C(k + r - 1, k) p^r (1-p)^k = p^r (1-p)^k / (k B(r, k)), for r < 1 too
+  // C(k + r - 1, k) p^r (1-p)^k = p^r (1-p)^k / (k B(r, k)) holds for r < 1 too.
   const auto term = BetaTerm(BetaPointAt(p, shape, k), shape, k);
   return ZeroOrMore(ExpTerm{term.exponent, term.factor / k}.Value());
 }

@@ -119,7 +119,7 @@ double NQDistFun::PdfGamma(double x, double shape, double rate) {
   if (std::isinf(y)) return 0;
   const double a = BoundedShape(shape);
   if (a < 1 && y < 1) {
-    // the power itself, whose logarithm would be large
+    // The power is taken itself, because the digits of a large logarithm would be lost.
     constexpr double kLargest = 8.218407461554972e307;  // exp(NQPower::gMachineMaxExp)
     const double density = std::pow(y, a - 1) * std::exp(-y - LogGamma1p(a)) * a * rate;
     return density <= kLargest ? density : NQMV::Missing();

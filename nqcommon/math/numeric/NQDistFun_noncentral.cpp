@@ -18,8 +18,8 @@ namespace {
 
 bool IsNoncentrality(double ncp) { return ncp >= 0; }
 
-// The Poisson mixture of mean lambda of the lower tails of a family; isBelow tells that it is likely
-// less than a half.
+// The Poisson mixture, of mean lambda, of the lower tails of a family; isBelow tells that it is
+// likely less than a half.
 template <class Family>
 double LowerMixture(double lambda, const Family& family, bool isBelow) {
   return AsProbability(TailByValue(Side::kLower, isBelow ? Side::kLower : Side::kUpper,

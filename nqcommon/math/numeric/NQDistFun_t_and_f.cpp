@@ -73,7 +73,7 @@ double NQDistFun::PdfT(double x, double df, long& status) {
   if (IsRefused(!IsShape(df) || std::isnan(x), status)) return NQMV::Missing();
   if (std::isinf(x)) return 0;
   const double shape = BoundedShape(df);
-  // ln(1 + x^2/df), without a square that overflows
+  // `spread` is ln(1 + x^2/df); the square of a large root would overflow.
   constexpr double kLargeRoot = 1e100;
   const double root = std::fabs(x) / std::sqrt(shape);
   const double spread = root > kLargeRoot ? 2 * std::log(root) : std::log1p(x * x / shape);
@@ -86,7 +86,7 @@ double NQDistFun::tarnidft(const double& p, const double& df, long& status, cons
   if (IsRefused(!(p > 0 && p < 1) || !IsShape(df), status)) return NQMV::Missing();
   if (p == 0.5) return 0;
   if (df >= kNormalDf) return IdfStdNorm(p);
-  // both exact where they are small
+  // `outside` and `inside` are exact where they are small.
   const double outside = p < 0.5 ? 2 * p : 2 - 2 * p;
   const double inside = p < 0.5 ? 1 - 2 * p : 2 * p - 1;
   const double square = InverseBetaRatio({inside, outside}, 0.5, BoundedShape(df) / 2);

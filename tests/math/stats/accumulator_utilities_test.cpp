@@ -59,8 +59,7 @@ TEST(NQHashKey, HashFollowsElementsAndOffset) {
   NQHashKey key(3), other(3), wide(51);
   for (const int i : {2, 0, 1, 2}) key[i] = 100 - i;
   other[0] = -1;
-  other[1] = key[1];
-  other[2] = key[2];
+  for (const int i : {1, 2}) other[i] = key[i];
   EXPECT_EQ(key.GetHash(), (99 * 5) ^ (98 * 7));
   EXPECT_EACH(true, other.GetHash() == key.GetHash(), other < key, key != other);
   wide[49] = INT_MAX;
@@ -74,16 +73,14 @@ TEST(NQHashKey, HashFollowsElementsAndOffset) {
   EXPECT_EQ(key.GetHash(), (90 * 5) ^ (89 * 7));
   other[0] = 100;
   EXPECT_EACH(true, other == key, other.GetHash() == key.GetHash());
-  EXPECT_EQ(NQHashKey(2).GetHash(), -9 * 5);
-  EXPECT_EQ(NQHashKey(-3).Size(), 0);
-  ASSERT_TRUE(NQHashKey::SetElementOffset(9377657 - 100));  // units of up to 100 combinations
-  Ints packed;
-  EXPECT_TRUE(NQPackedInt(3, 0, {10, 10, 2}).Pack({9, 9, 1}, packed, true));
+  EXPECT_EACH(true, NQHashKey(2).GetHash() == -9 * 5, NQHashKey(-3).Size() == 0);
+  Ints packed;  // in units of up to 100 combinations
+  EXPECT_EACH(true, NQHashKey::SetElementOffset(9377657 - 100),
+              NQPackedInt(3, 0, {10, 10, 2}).Pack({9, 9, 1}, packed, true));
   EXPECT_EQ(packed, Ints({99, 1}));
   NQHashKey empty, moved(std::move(key));
-  EXPECT_EQ(empty.GetHash(), key.GetHash());  // equal, both without elements
-  EXPECT_EQ(moved.Size(), 3);
-  ASSERT_TRUE(NQHashKey::SetElementOffset(0));
+  EXPECT_EACH(true, empty.GetHash() == key.GetHash(), moved.Size() == 3,  // key has no elements now
+              NQHashKey::SetElementOffset(0));
 }
 
 TEST(NQTimeUtil, TicksStayInRange) {
@@ -95,31 +92,31 @@ TEST(NQTimeUtil, TicksStayInRange) {
   timer.Accumulate();  // the start goes on: the same ticks again
   timer.GetTime(ticks, seconds, calls);
   EXPECT_EACH(true, ticks >= 4000, seconds == ticks / 1e6, calls == 2) << ticks;
-  const int rows[][2] = {
-      {INT_MIN, INT_MAX}, {-1, INT_MAX}, {INT_MAX, 0}, {INT_MAX, -INT_MAX}, {2, INT_MIN}};
-  for (const auto& [taken, want] : rows) {
+  for (const auto& [taken, want] : {std::pair{INT_MIN, INT_MAX},
+                                    {-1, INT_MAX},
+                                    {INT_MAX, 0},
+                                    {INT_MAX, -INT_MAX},
+                                    {2, INT_MIN}}) {
     timer.Decrement(taken);
     timer.GetTime(ticks, seconds, calls);
     EXPECT_EQ(ticks, want) << taken;
   }
   timer.Reset();
   timer.GetTime(ticks, seconds, calls);
-  EXPECT_EQ(std::pair(ticks, calls), std::pair(0, 0));
+  EXPECT_EACH(true, ticks == 0, calls == 0);
 }
 
 TEST(AccumulatorUtilities, DisplayAndNameTheirParts) {
   const std::vector<double> a = {1}, b = {2}, c = {3};
   NQIterationReporter report;
   report.SetInfo(&c, 4, 5, 6.5, 7.5);
-  EXPECT_EQ(report.VectorMeasure("paramEstim2"), nullptr);
-  EXPECT_EQ(report.ScaleMeasure("loglik"), 6.5);
-  EXPECT_EQ(report.ScaleMeasure("time"), 7.5);
+  EXPECT_EACH(true, report.VectorMeasure("paramEstim2") == nullptr,
+              report.ScaleMeasure("loglik") == 6.5, report.ScaleMeasure("time") == 7.5);
   report.SetInfo(&a, &b, &c, 8, 9.5, nqtest::kMissing);
-  EXPECT_EQ(report.DiscreteMeasure("iterNum"), 8);
-  EXPECT_EQ(report.DiscreteMeasure("stepHalving"), 5);
-  EXPECT_EACH(true, report.DiscreteMeasure("x") == -1, report.ScaleMeasure("x") == nqtest::kMissing,
-              report.VectorMeasure("x") == nullptr, report.VectorMeasure("paramEstim") == &a,
-              report.VectorMeasure("paramEstim3") == &c);
+  EXPECT_EACH(true, report.DiscreteMeasure("iterNum") == 8,
+              report.DiscreteMeasure("stepHalving") == 5, report.DiscreteMeasure("x") == -1,
+              report.ScaleMeasure("x") == nqtest::kMissing, report.VectorMeasure("x") == nullptr,
+              report.VectorMeasure("paramEstim") == &a, report.VectorMeasure("paramEstim3") == &c);
   NQTimeUtil timer("sweep");
   timer.Decrement(-7);
   NQHashKey key(2);

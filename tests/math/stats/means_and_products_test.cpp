@@ -83,8 +83,8 @@ TEST(MeansXProducts, EveryWayGivesTheExactRecord) {
     expect(record, kMeansFirst, "without factors");
     NQProvMeans single(3, row.intercept);
     for (const auto& one : row.cases) EXPECT_TRUE(single.Update(one, one.back()));
-    EXPECT_TRUE(single.Update(row.cases[0], single.GetNCases() / 2));
-    EXPECT_TRUE(single.Update(row.cases[0], -single.GetNCases() / 3));
+    EXPECT_EACH(true, single.Update(row.cases[0], single.GetNCases() / 2),
+                single.Update(row.cases[0], -single.GetNCases() / 3));
     expect(single, kRoundedMeans, "case by case");
     if (!row.intercept) continue;
     expect(InBlocks(row, true, true), kRawSums, "one pass");
@@ -136,9 +136,8 @@ TEST(MeansXProducts, RefusedAndEmptyBlocks) {
   }
   // Raw sums are of the variables that the record had then: they cannot be finished for others.
   NQMeansXProducts record(1, true, false, false);
-  EXPECT_EACH(true, record.UpdateOnePass(ToRect({{1}, {3}}), 0), record.SetNVars(2));
-  EXPECT_FALSE(record.FinishUpdateOnePass());
-  EXPECT_EACH(true, record.UpdateOnePass(ToRect({{1, 5}, {3, 5}}), 0),
+  EXPECT_EACH(true, record.UpdateOnePass(ToRect({{1}, {3}}), 0), record.SetNVars(2),
+              !record.FinishUpdateOnePass(), record.UpdateOnePass(ToRect({{1, 5}, {3, 5}}), 0),
               record.FinishUpdateOnePass());
   EXPECT_EQ(ValuesOf(record), (Values{2, 2, 5, 2, 0, 0}));
 }
@@ -262,7 +261,7 @@ TEST(AccumXProdPair, FoldsWhenTheBatchAllows) {
     EXPECT_EQ(pairs.Finish(), finished);
   }
   // A lowered size, and a batch thrown away.
-  NQAccumXProdPair pairs(2, 100);
+  NQAccumXProdPair pairs(2, 100), three(3, 9);
   for (const double x : {1, 2, 6}) EXPECT_TRUE(pairs.Update(0, x, 2 * x, 1));
   EXPECT_TRUE(pairs.Merge(pairs));
   EXPECT_DOUBLE_EQ(pairs.GetCovar().GetElem(0), 56.0 / 5);
@@ -270,13 +269,9 @@ TEST(AccumXProdPair, FoldsWhenTheBatchAllows) {
   pairs.SetNAccum(2);
   EXPECT_EACH(true, pairs.Update(0, 3, 3, 1), pairs.Update(0, 4, 4, 1));
   pairs.InitAccumCounts(0);
-  EXPECT_EACH(true, pairs.Finish(), NQAccumXProdPair(1, 1).Finish());
-  EXPECT_EQ(pairs.GetStats(0).nCases, 9);
+  EXPECT_EACH(true, pairs.Finish(), pairs.GetStats(0).nCases == 9, NQAccumXProdPair(1, 1).Finish());
   // A pair that has no cases does not keep the next one from being finished.
-  NQAccumXProdPair three(3, 9);
-  EXPECT_TRUE(three.Update(2, 1, 1, 4));
-  EXPECT_FALSE(three.Finish());
-  EXPECT_EQ(three.GetStats(2).nCases, 4);
+  EXPECT_EACH(true, three.Update(2, 1, 1, 4), !three.Finish(), three.GetStats(2).nCases == 4);
 }
 
 // Variances are those of the pair; of the covariance matrix, of the pair with most cases.
@@ -284,8 +279,7 @@ TEST(AccumXProdPair, CovarianceAndCorrelationMatrices) {
   NQAccumXProdPair pairs(3, 1);
   NQSymMatrix out;
   EXPECT_EACH(true, pairs.SetStats(0, {5, 0, 0, 4, 9}, 3), pairs.SetStats(1, {7, 0, 0, 16, 25}, 10),
-              pairs.SetStats(2, {6, 0, 0, 0, 36}, 1));
-  EXPECT_TRUE(pairs.GetCorrelationMatrix(out));
+              pairs.SetStats(2, {6, 0, 0, 0, 36}, 1), pairs.GetCorrelationMatrix(out));
   EXPECT_EQ(out.AsVector(), (Values{1, 0.5, 1, 0.5, kMissing, 1}));
   EXPECT_TRUE(pairs.GetCovarianceMatrix(out));
   EXPECT_EQ(out.AsVector(), (Values{25, 3, 36, 10, 1, 16}));

@@ -54,7 +54,9 @@ double SmoothSum(const FourfoldTable& from, const ExpTerm& end, double scale) {
   const double integral = IntegrateLine(kStep, [&](double v) {
     const double by = scale * std::exp(v - std::exp(-v));
     const FourfoldTable at = from.Down(by);
-    // the counts round, their distance from the mean does not
+    // The counts of `at` round; their distance from the mean, start - by, does not. They stay
+    // positive where terms matter: integrals are for variances from kSmoothFrom^2 on, the counts
+    // are above the variance, and the terms vanish within some 42 of its root.
     const ExpTerm term = TermAt(at, start - by);
     return std::exp(term.exponent - end.exponent) * (term.factor / end.factor) * by *
            (1 + std::exp(-v));

@@ -114,7 +114,7 @@ double LowerExpansion(double defect, double a, double b) {
     for (std::size_t i = 1; i <= k; ++i) g[k] -= d[i] * g[k - i];
     const double term = g[k] * moment;
     sum += term;
-    // the odd terms vanish for a = b
+    // Two terms decide, because the odd ones vanish for a = b.
     if (std::fabs(term) + std::fabs(last) <= 0.1 * kEpsilon * sum) break;
     last = term;
   }
@@ -136,7 +136,7 @@ ExpTerm TermAt(const BetaPoint& point, double a, double b, double& defect) {
           kInverseSqrt2Pi * std::sqrt(a / n * b)};
 }
 
-// For x up to about the mean.
+// The tails by way of the lower one, for x up to about the mean.
 TailsAndSlope FromLower(const BetaPoint& point, double a, double b) {
   double defect = 0;
   const ExpTerm term = TermAt(point, a, b, defect);
@@ -156,7 +156,7 @@ TailsAndSlope FromLower(const BetaPoint& point, double a, double b) {
   return {{lower, cancels ? UpperSmallShape(point, a, b) : 1 - lower}, slope, point.lambda};
 }
 
-// I_x(a, 1).
+// The tails for b = 1: the lower one is x^a.
 TailsAndSlope PowerTails(const BetaPoint& point, double a) {
   const double lower =
       point.x < 0.5 ? ZeroOrMore(std::pow(point.x, a)) : PowerOfComplement(point.y, a);
@@ -180,7 +180,7 @@ BetaPoint BetaPointAt(double x, double a, double b) {
 }
 
 BetaPoint BetaPointOfRatio(double ratio, double a, double b) {
-  // a small part that underflows is still not 0
+  // kSmallest stands for a part that underflows, which is still not 0.
   constexpr double kSmallest = std::numeric_limits<double>::denorm_min();
   const double odds = std::max(ratio * (a / b), kSmallest);
   if (odds <= 1) return {odds / (1 + odds), 1 / (1 + odds), a * (1 - ratio) / (1 + odds)};
@@ -196,7 +196,8 @@ ExpTerm BetaTerm(const BetaPoint& point, double a, double b) {
 TailsAndSlope IncompleteBetaAndSlope(const BetaPoint& point, double a, double b) {
   if (a == 1 && b == 1) return {{point.x, point.y}, point.x * point.y, point.lambda};
   if (b == 1) return PowerTails(point, a);
-  // x below the mean, or below (a + 1)/(a + b + 2) for the fraction and the series of small shapes
+  // isLower tells that x is below the mean, or for the fraction and the series of small shapes
+  // below (a + 1)/(a + b + 2).
   const bool isLower =
       std::min(a, b) >= kExpansionFrom ? point.lambda >= 0 : point.lambda > point.x - point.y;
   if (isLower && a != 1) return FromLower(point, a, b);

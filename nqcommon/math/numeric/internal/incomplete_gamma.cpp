@@ -26,7 +26,7 @@ constexpr double kEpsilon = std::numeric_limits<double>::epsilon();
 constexpr double kUniformFrom = 20;
 constexpr double kUniformDefect = 0.25;
 
-// Far above what the fraction needs where it is used.
+// kMaxTerms is far above what the fraction needs where it is used.
 constexpr int kMaxTerms = 10000;
 
 // eta/mu in powers of eta, where mu - ln(1 + mu) = eta^2/2: exact rationals 1, -1/3, 1/12, ...
@@ -59,7 +59,7 @@ constexpr double kTemme[] = {1.0,
                              -1.9752288294349442e-15,
                              8.099521156704561e-16};
 
-// x^a e^-x / Gamma(a + 1)
+// The term x^a e^-x / Gamma(a + 1).
 ExpTerm TermAt(double x, double a, double defect) {
   if (a < 1) return {a * std::log(x) - x - LogGamma1p(a), 1};
   return {-defect - StirlingError(a), kInverseSqrt2Pi / std::sqrt(a)};

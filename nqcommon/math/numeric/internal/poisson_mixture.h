@@ -36,7 +36,7 @@ struct GammaFamily {
   Tails At(double j) const { return IncompleteGamma(y, a + j); }
   double Step(double j) const { return PoissonTerm(y, a + j).Value(); }
   double Ratio(double j) const { return y / (a + j); }
-  // of j (a + j) = lambda y
+  // Peak solves j (a + j) = lambda y.
   double Peak(double lambda) const {
     const double root = std::sqrt(lambda) * std::sqrt(y);
     return 2 * root * (root / (a + std::hypot(a, 2 * root)));
@@ -58,7 +58,7 @@ struct BetaFamily {
     return ExpTerm{term.exponent, term.factor / (a + j)}.Value();
   }
   double Ratio(double j) const { return x * ((a + b + (j - 1)) / (a + j)); }
-  // of j (a + j) = lambda x (a + b + j - 1)
+  // Peak solves j (a + j) = lambda x (a + b + j - 1).
   double Peak(double lambda) const {
     const double c = a - lambda * x;
     const double root = std::sqrt(lambda * x) * std::sqrt(std::max(a + b - 1, 0.0));
@@ -69,7 +69,7 @@ struct BetaFamily {
   double Curvature(double j) const { return 1 / (a + j) - 1 / (a + std::max(b, 1.0) + (j - 1)); }
 };
 
-// What is left out of a sum, relative to it.
+// A term below this part of a sum is left out of it.
 inline constexpr double kMixtureNegligible = 1e-17;
 // A term below this, next to the smallest double, is left out too: a ratio above 1/2 would not make
 // it any smaller.
@@ -79,7 +79,7 @@ inline constexpr double kMixtureWide = 100;
 // From this lambda on the weights count as one at lambda: they spread by less than 1e-13 of it.
 inline constexpr double kMixturePoint = 1e26;
 
-// w(j)
+// The weight w(j).
 inline double PoissonWeight(double lambda, double j) {
   return j == 0 ? std::exp(-lambda) : PoissonTerm(lambda, j).Value();
 }
@@ -107,7 +107,7 @@ class MixtureSum {
     if (width > kMixtureWide) return Strided(peak, width);
     const double j = fFirst + std::max(0.0, std::floor(peak - fFirst));
     Term middle = {j, PoissonWeight(fLambda, j + fShift), fFamily.Step(j)};
-    // subnormal terms would be slow, and lose digits
+    // `scale` keeps terms from being subnormal: those are slow, and have fewer digits.
     const double scale = middle.step < 1e-100 ? 0x1p400 : 1;
     middle.step *= scale;
     return (FromMiddleOn(middle, scale) + BeforeMiddle(middle)) / scale;
@@ -141,7 +141,7 @@ class MixtureSum {
     at.j -= 1;
   }
 
-  // Of all indices on this side of the middle, the middle's with them.
+  // The sum of the weights of all indices on this side of the middle, with its own.
   double WeightBefore(const Term& middle) const {
     const Tails weights = IncompleteGamma(fLambda, middle.j + 1);
     if (!fIsLower) return weights.lower;
@@ -149,7 +149,7 @@ class MixtureSum {
     return fFirst > 0 ? weights.upper - IncompleteGamma(fLambda, fFirst).upper : weights.upper;
   }
 
-  // `scale` times it, as the steps are.
+  // The sum from the middle on, times `scale`, as the steps are.
   double FromMiddleOn(const Term& middle, double scale) const {
     double weight = WeightBefore(middle);
     double sum = 0;
@@ -177,7 +177,7 @@ class MixtureSum {
     return sum;
   }
 
-  // Every term apart, half a width from one to the next.
+  // The sum as an integral, by terms that are half a width apart.
   double Strided(double peak, double width) const {
     return IntegrateLine(width / 2, [&](double v) {
       const double j = peak + v;

@@ -26,12 +26,12 @@ struct Cases {
   }
 };
 
-// Sets `cases` to the first nRows rows of a matrix, or all when nRows < 1 or more than there are, as
-// they lie there. False, nothing changed, for a matrix of another width.
+// Sets `cases` to the first nRows rows of a matrix, as they lie there, or to all when nRows < 1 or
+// more than there are. False, nothing changed, for a matrix of another width.
 bool TakeCases(const NQRectMatrix& matrix, int nRows, std::size_t nVars, std::size_t nWeights,
                Cases& cases);
 
-// W, and a sum for each variable.
+// Where cases are added to: W, and a sum for each variable.
 struct CaseSums {
   double& weight;
   std::vector<double>& sums;
@@ -50,7 +50,7 @@ void AddProducts(const Cases& cases, const std::vector<double>& center, CaseSums
 void AddProducts(const double* x, double w, const std::vector<double>& center, double* s,
                  Isa isa = BestIsa());
 
-// The same in plain loops: the order of operations that the fast forms keep to the bit.
+// The plain loops: their order of operations is what the fast forms keep to the bit.
 std::vector<bool> AddSumsPlain(const Cases& cases, CaseSums to);
 void AddProductsPlain(const Cases& cases, const std::vector<double>& center, CaseSums to,
                       double* s);
