@@ -44,7 +44,8 @@ TEST(NQRandomValues, Refusals) {
   EXPECT_EQ(v.GetRandom(), untouched.RVSNor());
   EXPECT_TRUE(v.SetParamNormal({7}, FromPacked({4})));
   EXPECT_EQ(v.GetRandom(), 7 + 2 * untouched.RVSNor());
-  EXPECT_EACH(true, v.SetParamUniform(3), v.GetRandom() == kMissing, v.SetParamWishart(1, 2),
+  EXPECT_EACH(true, v.SetParamUniform(1), v.GetRandom() == untouched.RVUni(0, 1),
+              v.SetParamUniform(3), v.GetRandom() == kMissing, v.SetParamWishart(1, 2),
               v.GetRandom() == kMissing, !v.GetRandom(two));
 }
 
@@ -57,7 +58,8 @@ TEST(Variates, Parameters) {
               beta.SetParameters(2, 0), beta.SetParameters(2, 3), binomial.SetParameters(1.5, 0.5),
               binomial.SetParameters(-1, 0.5), binomial.SetParameters(kInf, 0.5),
               binomial.SetParameters(5, 1.5));
-  EXPECT_EACH(true, beta.SetParameters(0, 3), normal.SetParameters(0, 1));
+  EXPECT_EACH(true, beta.SetParameters(0, 3), normal.SetParameters(0, 1),
+              binomial.SetParameters(0, 0.5));
   EXPECT_EQ((Values{normal.GetNext(), beta.GetNext(), binomial.GetNext()}),
             (Values{standard.GetNext(), uniform.GetNext(), 0}));
   EXPECT_EQ((Values{binomial.SimpleMethod(7, 1), binomial.SimpleMethod(7, 0)}), (Values{7, 0}));
