@@ -69,7 +69,9 @@ NQBitSet Multiples(int n, int of) {
   return set;
 }
 
-// ---- Symmetric matrices, of an order that the fast forms take, which have work memory of their own
+// ---- Symmetric matrices
+
+// Of kOrder rows on, the kernels run in their fast forms, which have work memory.
 
 constexpr int kOrder = 20;
 const Indices kSizes{8, -4, 8};

@@ -1,5 +1,5 @@
-// Memory that ends at a chosen allocation, in programs that link failing_new.cpp: the operator new of
-// the whole program then counts, and throws std::bad_alloc where it is told to.
+// Memory that ends at a chosen allocation, in programs that link failing_new.cpp: the operator new
+// of the whole program then counts, and throws std::bad_alloc where it is told to.
 #pragma once
 
 #include <cstddef>
@@ -62,8 +62,9 @@ struct MemoryCase {
   bool mayThrow{false};  // std::bad_alloc passes by contract; the objects must still be whole
 };
 
-// Runs every case with its k-th allocation failing, for k = 1, 2, ... up to a run that reaches none,
-// in both modes. Reports every finding as a failure of the running test, and prints the totals.
+// Runs every case with its k-th allocation failing, for k = 1, 2, ... up to a run that reaches
+// none, in both modes. Reports every finding as a failure of the running test, and prints the
+// totals.
 void RunMemoryCases(const std::string& title, const std::vector<MemoryCase>& cases);
 
 }  // namespace nqtest

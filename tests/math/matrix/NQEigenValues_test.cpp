@@ -8,8 +8,6 @@
 #include <tuple>
 
 #include "math/matrix/matrix_support.h"
-#include "support/displayed.h"
-#include "support/each.h"
 
 namespace NQMath_940 {
 namespace {

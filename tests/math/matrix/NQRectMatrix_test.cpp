@@ -7,7 +7,6 @@
 #include <tuple>
 
 #include "math/matrix/matrix_support.h"
-#include "support/each.h"
 #include "support/known_matrices.h"
 
 namespace NQMath_940 {

@@ -12,7 +12,6 @@
 #include <tuple>
 
 #include "math/matrix/matrix_support.h"
-#include "support/each.h"
 
 namespace NQMath_940 {
 namespace {

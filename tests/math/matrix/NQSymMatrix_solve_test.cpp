@@ -85,7 +85,6 @@ TEST(NQSymMatrixCholesky, DeterminantAndInverseOfAFactor) {
   NQSymMatrix singular = FromPacked({2, 3, 0, 5, 6, 8});
   EXPECT_EQ(singular.LTDetInverse(det, 10), 1);
   EXPECT_EQ(det, NQDeterminant(7, 7)) << "job without a determinant";
-  EXPECT_EQ(Lower(ToDense(singular)), (Dense{{0.5, 0, 0}, {0, 0, 0}, {-0.3125, 0, 0.125}}));
   EXPECT_EQ(singular.LTDetInverse(det, 1), 1);
   EXPECT_EQ(det, NQDeterminant(0, 0));
 }
@@ -100,42 +99,26 @@ TEST(NQSymMatrixCholesky, Inverses) {
     EXPECT_EQ(set.InSet(), s.GetNRows()) << known.name;
     EXPECT_LE(std::max(known.InverseError(s), known.InverseError(swept)), 1) << known.name;
   }
-  // Without row 2 of RankThree the rest has the inverse of its own submatrix.
   const NQSymMatrix s = RankThree();
   const Values t = DiagonalOf(s);
-  NQSymMatrix out, part, expected;
-  NQBitSet set, swept;
-  double minPivot = 7;
-  EXPECT_EQ(s.CholInverse(t, 1e-12, out, set), 3);
-  EXPECT_TRUE(set == NQBitSet(Bits{true, true, false, true}));
-  ASSERT_TRUE(s.ExtractSubmatrix({0, 1, 3}, part));
-  part.SweepOnAll(1e-12, swept, true, false, true);
-  ASSERT_TRUE(part.ExpandSym({0, 1, 3}, 4, expected));
-  EXPECT_LE(Distance(ToDense(out), ToDense(expected)), 1e-13);
+  NQSymMatrix out;
+  NQDiagMatrix other;
+  NQBitSet set;
+  double minPivot = 7, refused = 7;
   EXPECT_EQ(s.CholInverse(t, 1e-12, out, minPivot), 3);
   EXPECT_EQ(minPivot, 0);
-
-  NQDiagMatrix other;
-  double refused = 7;
   NQ_EXPECT_REFUSED(s.CholInverse(t, 1e-12, other), s.CholInverse(t, 1e-12, other, set),
                     s.CholInverse(t, 1e-12, other, minPivot),
                     s.CholInverse({1}, 1e-12, out, refused), minPivot, refused,
                     s.ComputeSTransS(other));
 }
 
-TEST(NQSymMatrixCholesky, Solves) {
-  // Consistent right-hand sides S x of a singular S: the dropped unknown is 0.
-  const Values x{3, -2, 0, 5}, b = Trans(ToDense(RankThree()) * Column(x))[0];
+TEST(NQSymMatrixCholesky, SolvesRefused) {
   NQSymMatrix s = RankThree(), indefinite = FromPacked({-4, 1, 2});
-  Values got = b;
-  EXPECT_EQ(s.LTSolve(got, 1e-12, got), 1);
-  EXPECT_LE(Distance({got}, {x}), 1e-12);
-  EXPECT_EQ(got[2], 0);
-  s = RankThree();
-  NQ_EXPECT_REFUSED(s.LTSolve({1, 2}, 1e-12, got), s.LTSolve(b, kNaN, got));
+  Values x{1, 4};
+  EXPECT_EQ(indefinite.LTSolve(x, 2, x), 2) << "no pivot is ever the root of a negative number";
+  NQ_EXPECT_REFUSED(s.LTSolve(x, 1e-12, x), s.LTSolve(Values(4), kNaN, x));
   EXPECT_EQ(ToDense(s), ToDense(RankThree()));
-  EXPECT_EQ(indefinite.LTSolve({1, 4}, 2, got), 2)
-      << "no pivot is ever the root of a negative number";
 }
 
 // S with row k replaced is dropped there, by whatever factors: the rest is that of its submatrix.
@@ -162,6 +145,7 @@ TEST(NQSymMatrixCholesky, ADroppedRowTakesNoPart) {
       const NQSymBlockDiagMatrix blocks({&s});
       NQSymMatrix inverse, ofBlocks, factor = s;
       EXPECT_EQ(s.CholInverse({4, 5, 6, 7}, 1e-12, inverse, set), 3);
+      EXPECT_TRUE(set.GetMembers(independent) && independent == kept);
       EXPECT_EQ(blocks.CholInverse({4, 5, 6, 7}, 1e-12, ofBlocks), 3);
       for (const NQSymMatrix* out : {&inverse, &ofBlocks}) {
         EXPECT_LE(Distance(ToDense(*out), wanted), 1e-15);
@@ -173,7 +157,8 @@ TEST(NQSymMatrixCholesky, ADroppedRowTakesNoPart) {
       EXPECT_EQ(s.CholIndNonRed(1e-9, 1e-12, independent), 1);
       EXPECT_EQ(independent, kept);
 
-      EXPECT_EQ(factor.LTSolve(b, 1e-12, got), 1);
+      got = b;
+      EXPECT_EQ(factor.LTSolve(got, 1e-12, got), 1);
       EXPECT_LE(Distance({got}, {x}), 1e-15);
       // Also where the column of the dropped row is not zero, as LTChol leaves it.
       for (int i = static_cast<int>(k); i < 4; ++i) factor.SetElem(i, static_cast<int>(k), filler);

@@ -9,7 +9,6 @@
 #include <nqcommon/math/matrix/NQSymBlockMatrix.h>
 
 #include "math/matrix/matrix_support.h"
-#include "support/displayed.h"
 
 namespace NQMath_940 {
 namespace {

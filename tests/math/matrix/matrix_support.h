@@ -3,12 +3,8 @@
 // on them: the schoolbook's answer (dense.h), wherever it goes.
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include "support/compare.h"
-#include "support/each.h"
-#include "support/special_values.h"
 #include "support/structured.h"
+#include "support/testing.h"
 
 namespace nqtest {
 

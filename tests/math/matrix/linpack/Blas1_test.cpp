@@ -1,5 +1,4 @@
 // The level-1 kernels, the machine constants and the error report.
-#include <gtest/gtest.h>
 #include <unistd.h>
 
 #include <nqcommon/math/matrix/linpack/Blas1.h>
@@ -8,8 +7,6 @@
 #include <tuple>
 
 #include "math/matrix/linpack/linpack_support.h"
-#include "support/compare.h"
-#include "support/each.h"
 
 namespace NQMath_940 {
 namespace {

@@ -1,6 +1,5 @@
 // Factorisations and triangles with their solves, estimates, determinants and inverses: five kinds
 // of matrices in nine storages, one set of checks. Tridiagonal systems.
-#include <gtest/gtest.h>
 
 #include <nqcommon/math/matrix/linpack/Blas1.h>
 #include <nqcommon/math/matrix/linpack/Linpack.h>
@@ -9,8 +8,6 @@
 #include <tuple>
 
 #include "math/matrix/linpack/linpack_support.h"
-#include "support/compare.h"
-#include "support/each.h"
 #include "support/known_matrices.h"
 
 namespace NQMath_940 {

@@ -1,5 +1,4 @@
 // Pivoted and updated Cholesky factors, QR decomposition, least squares and singular values.
-#include <gtest/gtest.h>
 
 #include <nqcommon/math/matrix/linpack/Linpack.h>
 
@@ -8,8 +7,6 @@
 #include <tuple>
 
 #include "math/matrix/linpack/linpack_support.h"
-#include "support/compare.h"
-#include "support/each.h"
 
 namespace NQMath_940 {
 namespace {

@@ -1,14 +1,12 @@
 // Matrices as LINPACK wants them, the schoolbook's operations on them, and comparisons.
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <cmath>
 #include <limits>
 
 #include "support/dense.h"
-#include "support/special_values.h"
+#include "support/testing.h"
 
 namespace nqtest {
 
