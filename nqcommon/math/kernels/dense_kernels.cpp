@@ -16,8 +16,8 @@ bool IsTriangular(const Operand& a) {
   return a.layout == Layout::kLower || a.layout == Layout::kUpper;
 }
 
-// c[0 .. n-1] = a row times B, along the rows or columns of B as they lie. Element k of the row, for
-// begin <= k < end, is at(k); the others are 0 by the form of A.
+// RowTimes makes c[0 .. n-1] = a row times B, along the rows or columns of B as they lie. Element k
+// of the row, for begin <= k < end, is at(k); the others are 0 by the form of A.
 template <class At>
 void RowTimes(At at, std::size_t begin, std::size_t end, const Operand& b, std::size_t n,
               double* c) {

@@ -33,14 +33,14 @@ constexpr std::size_t PanelIndex(std::size_t depth, std::size_t p, std::size_t i
   return (i / kPanelTile * depth + p) * kPanelTile + i % kPanelTile;
 }
 
-// Doubles on a cache line boundary, where a vector never straddles two lines.
+// AlignedDoubles start on a cache line boundary, where a vector never straddles two lines.
 class AlignedDoubles {
  public:
-  // Zeroed.
+  // The constructor makes zeros.
   explicit AlignedDoubles(std::size_t size)
       : AlignedDoubles(std::make_unique<double[]>(size + kLine)) {}
 
-  // Not initialised; null when there is no memory for them.
+  // Try leaves the values as they come; null when there is no memory for them.
   static std::unique_ptr<AlignedDoubles> Try(std::size_t size) {
     std::unique_ptr<double[]> storage(new (std::nothrow) double[size + kLine]);
     if (!storage) return nullptr;
@@ -62,7 +62,8 @@ class AlignedDoubles {
   double* fpData;
 };
 
-// Vectors side by side, element i of vector p at data[i / tile * tileStep + i % tile + p * step].
+// PanelView shows vectors side by side: element i of vector p is at
+//   data[i / tile * tileStep + i % tile + p * step]
 struct PanelView {
   const double* data;
   std::size_t tile;
@@ -72,20 +73,21 @@ struct PanelView {
   const double* At(std::size_t i) const { return data + i / tile * tileStep + i % tile; }
 };
 
-// A panel in tiles of `tile` elements, as PanelIndex counts them where the tiles are kPanelTile.
+// PanelAt shows a panel in tiles of `tile` elements, as PanelIndex counts them where the tiles are
+// kPanelTile.
 inline PanelView PanelAt(const double* data, std::size_t depth, std::size_t tile = kPanelTile) {
   return {data, tile, tile * depth, tile};
 }
 
-// Vectors first .. first + count - 1 of a panel.
+// VectorRange stands for vectors first .. first + count - 1 of a panel.
 struct VectorRange {
   std::size_t first;
   std::size_t count;
 };
 
-// c(i,j) <- c(i,j) + a_0[i] b_0[j] + a_1[i] b_1[j] + ..., added one by one in this order, for
-// firstRow <= i < endRow and firstColumn <= j < endColumn; in a triangle only for j <= i.
-// Element 0 of a's vectors goes with firstRow, element 0 of b's with firstColumn.
+// PanelUpdate does c(i,j) <- c(i,j) + a_0[i] b_0[j] + a_1[i] b_1[j] + ..., added one by one in this
+// order, for firstRow <= i < endRow and firstColumn <= j < endColumn; in a triangle only for
+// j <= i. Element 0 of a's vectors goes with firstRow, element 0 of b's with firstColumn.
 struct PanelUpdate {
   double* c;         // element (0, 0)
   double* end;       // behind the last element of the memory that c is in
@@ -106,7 +108,7 @@ struct PanelUpdate {
 
   double* Row(std::size_t i) const { return c + (step == 0 ? RowStart(i) : i * step); }
   std::size_t RowEnd(std::size_t i) const { return step == 0 && i < endColumn ? i + 1 : endColumn; }
-  // For the tile of `rows` x `columns` at (i, j).
+  // NonZeros gives the vectors that count in the tile of `rows` x `columns` at (i, j).
   VectorRange NonZeros(std::size_t i, std::size_t rows, std::size_t j, std::size_t columns) const {
     std::size_t begin = k, behind = k + count;
     if (partOfA == Part::kUpper && begin < i) begin = i;
@@ -117,7 +119,7 @@ struct PanelUpdate {
   }
 };
 
-// The update of a whole triangle of order n.
+// UpdateOfTriangle is the update of a whole triangle of order n.
 inline PanelUpdate UpdateOfTriangle(double* s, std::size_t n, const PanelView& a,
                                     const PanelView& b, std::size_t count) {
   return {.c = s,
@@ -132,12 +134,13 @@ inline PanelUpdate UpdateOfTriangle(double* s, std::size_t n, const PanelView& a
           .count = count};
 }
 
-// What the sweep keeps current while the rest of the matrix waits for a panel of pivots: the
-// diagonal at every pivot, and the column of a row of the panel when the row's turn comes.
+// SweepPanel is what the sweep keeps current while the rest of the matrix waits for a panel of
+// pivots: the diagonal at every pivot, and the column of a row of the panel when the row's turn
+// comes.
 struct SweepPanel {
   static constexpr std::size_t kMostPivots = 32;
 
-  // A row of the panel, whose column holds the first `pivots` pivots of the panel.
+  // Row is a row of the panel, whose column holds the first `pivots` pivots of the panel.
   struct Row {
     std::size_t row;
     std::size_t pivots;
@@ -176,9 +179,9 @@ struct SweepPanel {
   double* columns;  // of the panel's rows
 };
 
-// A triangle being factored, and how a pivot is made from its diagonal element and the sum of
-// squares to its left: what remains must exceed t[j] * eps, or else the pivot is 0 and the row
-// aliased. A NaN exceeds nothing.
+// CholeskyJob is a triangle being factored. MakePivot makes a pivot from its diagonal element and
+// the sum of squares to its left: what remains must exceed t[j] * eps, or else the pivot is 0 and
+// the row aliased. A NaN exceeds nothing.
 struct CholeskyJob {
   double* s;
   std::size_t n;
@@ -197,8 +200,8 @@ struct CholeskyJob {
   }
 };
 
-// Cases one a row: n values and whatever follows them, the next row `step` further on. Memory is
-// read up to `end`, which may cut a tile of the last rows.
+// CaseRows has one case a row: n values and whatever follows them, the next row `step` further on.
+// Memory is read up to `end`, which may cut a tile of the last rows.
 struct CaseRows {
   const double* first;
   const double* end;
@@ -209,8 +212,8 @@ struct CaseRows {
 
 struct PackedKernels {
   void (*update)(const PanelUpdate& job);
-  std::size_t
-      tileRows;  // the rows of a tile, which a panel `a` made for one update has as its tile
+  // The rows of a tile of update; a panel `a` that is made for one update has tiles of as many.
+  std::size_t tileRows;
 
   // sums[j] += w[p] x_p[j], case after case; same[j] <- 0 when an x_p[j] differs from value[j]. All
   // arrays of n are padded to whole tiles here and in packCases.
@@ -250,7 +253,7 @@ struct PackedKernels {
   std::size_t groupRows;
 };
 
-// The table of `isa`, lowered to what the machine has.
+// KernelsFor gives the table of `isa`, lowered to what the machine has.
 const PackedKernels& KernelsFor(Isa isa);
 
 }  // namespace NQMath_940::internal

@@ -23,7 +23,7 @@ void Include(SweepPanel& panel, std::size_t row) {
   panel.sweptEnd = std::max(panel.sweptEnd, row + 1);
 }
 
-// Leaves `panel` empty when there is no memory for it.
+// TryMakePanel leaves `panel` empty when there is no memory for it.
 void TryMakePanel(std::optional<SweepPanel>& panel, std::size_t depth, const double* s,
                   std::size_t n, const double* t, const std::vector<bool>& swept) {
   try {
@@ -38,8 +38,8 @@ void TryMakePanel(std::optional<SweepPanel>& panel, std::size_t depth, const dou
   }
 }
 
-// Calls f(element, place) for all elements of the panel's rows and their places in its columns: row
-// by row of the triangle, where neighbouring rows of the panel share cache lines.
+// ForEachInColumns calls f(element, place) for all elements of the panel's rows and their places in
+// its columns: row by row of the triangle, where neighbouring rows of the panel share cache lines.
 template <class Packed, class F>
 void ForEachInColumns(const SweepPanel& panel, Packed* s, F f) {
   Packed* start[SweepPanel::kMostPivots];
@@ -54,8 +54,8 @@ void ForEachInColumns(const SweepPanel& panel, Packed* s, F f) {
   }
 }
 
-// Takes the next rows of the list into the panel: as many as fit, up to the first repeat, which has
-// to see the matrix as its predecessor left it.
+// FillPanel takes the next rows of the list into the panel: as many as fit, up to the first repeat,
+// which has to see the matrix as its predecessor left it.
 void FillPanel(SweepPanel& panel, const double* s, std::span<const int> rows) {
   panel.rows.clear();
   panel.pivots = 0;
@@ -68,7 +68,7 @@ void FillPanel(SweepPanel& panel, const double* s, std::span<const int> rows) {
   ForEachInColumns(panel, s, [](double element, double& place) { place = element; });
 }
 
-// Brings the rest of the matrix up to date with the panel.
+// FlushPanel brings the rest of the matrix up to date with the panel.
 void FlushPanel(SweepPanel& panel, double* s, const PackedKernels& kernels) {
   if (panel.pivots == 0) return;
   for (std::size_t q = 0; q < panel.rows.size(); ++q) kernels.catchUp(panel, q);

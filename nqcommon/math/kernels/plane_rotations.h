@@ -15,27 +15,27 @@ namespace NQMath_940::internal {
 
 class RotationBatch {
  public:
-  // For the n x n matrix at z, rows one behind the other.
+  // The rotations are for the n x n matrix at z, rows one behind the other.
   RotationBatch(double* z, std::size_t n, Isa isa = BestIsa());
 
-  // A new sequence, whose first rotation is of rows top and top + 1 and each next one of a row
-  // further up:
+  // Begin starts a sequence, whose first rotation is of rows top and top + 1 and each next one of a
+  // row further up:
   //   row[i+1] <- s row[i] + c row[i+1],  row[i] <- c row[i] - s row[i+1]
-  // Begin returns the place for up to `count` pairs c, s; End tells how many were written there.
+  // It returns the place for up to `count` pairs c, s; End tells how many were written there.
   double* Begin(std::size_t top, std::size_t count);
   void End(std::size_t count);
 
-  // Applies what has been collected. The matrix is not current before.
+  // Apply applies what has been collected. The matrix is not current before.
   void Apply();
 
  private:
-  // Rotations of rows (i, i + 1), i from `end` - 1 down to `begin`.
+  // Sequence has the rotations of rows (i, i + 1), i from `end` - 1 down to `begin`.
   struct Sequence {
     std::size_t begin;
     std::size_t end;
     std::size_t pairs;  // position in fvPairs
   };
-  // Up to kMostWaves sequences for one pass of the kernel.
+  // Pass has up to kMostWaves sequences for one pass of the kernel.
   struct Pass {
     std::size_t top;  // row of the first rotation, counted as in the strip
     std::size_t steps;

@@ -1,7 +1,8 @@
 // Level-1 loops over strided runs of doubles: the one place where each is written.
 //
-//   kFixed    x[0], x[inc], x[2 inc], ...  A negative stride visits the same entries as its absolute
-//             value, from the far end (the reference BLAS convention); stride 0 stays on one entry.
+//   kFixed    x[0], x[inc], x[2 inc], ...  A negative stride visits the same entries as its
+//             absolute value, from the far end (the reference BLAS convention); stride 0 stays on
+//             one entry.
 //   kGrowing  the k-th step (k = 0, 1, ...) advances by inc + k. From (i, j) of a lower triangle
 //             packed by rows, inc = i + 1 walks down column j.
 //

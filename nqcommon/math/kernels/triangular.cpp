@@ -64,8 +64,8 @@ class Inverter {
     }
   }
 
-  // Adds the pivots from `firstPivot` on to rows first .. end-1 left of the block, vectors of `rows`
-  // being the factors.
+  // Update adds the pivots from `firstPivot` on to rows first .. end-1 left of the block; the
+  // vectors of `rows` are the factors.
   void Update(std::size_t first, std::size_t end, const PanelView& rows, std::size_t firstPivot) {
     PanelView pivots = PanelAt(fPivots, fCount);
     pivots.data += firstPivot * kPanelTile;

@@ -1,7 +1,7 @@
-// A triangle L packed by rows (packed_triangle.h) of order n, n = 0 included, inverted or multiplied
-// by its transpose in place: in tiles of vectors, with work memory of n (n + 1) / 2 doubles for the
-// products and of 64 n for the inverse; without that, and for the smallest triangles, in the plain
-// loops whose bits the fast forms keep.
+// A triangle L packed by rows (packed_triangle.h), of order n, n = 0 included, is inverted or
+// multiplied by its transpose in place: in tiles of vectors, with work memory of n (n + 1) / 2
+// doubles for the products and of 64 n for the inverse; without that, and for the smallest
+// triangles, in the plain loops whose bits the fast forms keep.
 #pragma once
 
 #include <cstddef>

@@ -15,13 +15,13 @@ namespace {
 
 // ---- Range --------------------------------------------------------------------------------------
 
-// Keeps the largest magnitude met; NaN is passed over.
+// Enlarge keeps the largest magnitude met; NaN is passed over.
 void Enlarge(double& largest, const double* x, std::size_t count) {
   for (std::size_t k = 0; k < count; ++k) largest = std::max(largest, std::fabs(x[k]));
 }
 
-// The power of two that brings `largest` to about 1, or 0 where nothing needs scaling: far from the
-// ends of the range, or with zeros or infinities.
+// ScaleFor gives the exponent of the power of two that brings `largest` to about 1; 0 where nothing
+// needs scaling, far from the ends of the range, or where scaling is no help, for 0 and infinity.
 int ScaleFor(double largest) {
   constexpr int kFar = 400;  // products of two stay inside, with room for the sums
   if (largest == 0 || !std::isfinite(largest)) return 0;
@@ -105,8 +105,9 @@ struct PlaneRotation {
   return {larger * root, fIsLarger ? ofLarger : ofSmaller, fIsLarger ? ofSmaller : ofLarger};
 }
 
-// One QL step on rows l .. m of T, e[i] coupling rows i and i + 1. The pairs c, s of its rotations
-// go to `pairs`, which holds 2 (m - l) values, when there is one. Returns the number of rotations.
+// QlStep does one QL step on rows l .. m of T, e[i] coupling rows i and i + 1. The pairs c, s of
+// its rotations go to `pairs`, which holds 2 (m - l) values, when there is one. It returns the
+// number of rotations.
 //
 // A rotation is made from the squares of its two components where these stay in range, as they do
 // unless both components are next to nothing: the next rotation waits for this one, and this way is

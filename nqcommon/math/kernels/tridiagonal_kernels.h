@@ -54,7 +54,8 @@ struct TridiagonalKernels {
   // t = 0 .. steps-1 and for k = 0 .. waves-1, in this order, with the next pair c, s of `pairs`
   // and i = k - t:
   //   row[i+1] <- s row[i] + c row[i+1],  row[i] <- c row[i] - s row[i+1]
-  // with the old values on the right. row[0] is at `rows`; rows waves down to 1 - steps are read and written.
+  // The right-hand sides are the old values. row[0] is at `rows`; row[waves] down to row[1 - steps]
+  // are read and written.
   void (*rotateStrip)(double* rows, const double* pairs, std::size_t steps, std::size_t waves);
   std::size_t stripColumns;
 

@@ -13,9 +13,9 @@ class NQSparseVector;
 // Names     R is this matrix, r(i,j) its elements; B another one; v, w vectors; "Trans" transposed.
 // Indices   0-based. GetElem and SetElem are not range-checked (they assert in debug builds); the
 //           other operations refuse a row or column that does not exist.
-// Failure   by return value. Unless stated, false means that an argument did not fit, or that memory
-//           ended, and that nothing was changed; an operation that returns a number gives the
-//           system-missing value. Nothing throws.
+// Failure   by return value. Unless stated, false means that an argument did not fit, or that
+//           memory ended, and that nothing was changed; an operation that returns a number gives
+//           the system-missing value. Nothing throws.
 // Output    `out` gets the shape it needs and must be dense (GetMatrixType() 0), or is refused. It
 //           may be any of the arguments, or this.
 // Threads   one object, one thread at a time.

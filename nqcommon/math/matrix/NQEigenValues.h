@@ -69,8 +69,8 @@ class NQ_API NQEigenValues : private EigenFields {
  public:
   // Tolerance 1e-12, at most 30 iterations for an eigenvalue, order 0.
   NQEigenValues() = default;
-  // The defaults replace a tolerance that is not above 0 and a maxIter below 1. IsValidEMatrix tells
-  // whether E was accepted.
+  // The defaults replace a tolerance that is not above 0 and a maxIter below 1. IsValidEMatrix
+  // tells whether E was accepted.
   NQEigenValues(double tolerance, int maxIter);
   NQEigenValues(const NQSymMatrix& h, double tolerance, int maxIter);
   NQEigenValues(const NQSymMatrix& h, const NQSymMatrix& e, double tolerance, int maxIter);

@@ -43,9 +43,9 @@ struct NQ_API SparseFields {
 //           not meet the zeros. The cost goes with the stored entries.
 // Output    a matrix result is dense, as the interface says, but for the operations that name a
 //           sparse one. An operation that changes this matrix keeps k.
-// Failure   as the interface says; construction with an n or k that no matrix has leaves m = n = -1,
-//           and so do a copy, Resize and AddRow where memory ends. Every other operation fails then
-//           and changes nothing. Nothing throws.
+// Failure   as the interface says; construction with an n or k that no matrix has leaves
+//           m = n = -1, and so do a copy, Resize and AddRow where memory ends. Every other
+//           operation fails then and changes nothing. Nothing throws.
 // Threads   one object, one thread at a time.
 //
 // Contents  NQSparseRectMatrix.cpp          shape, rows, elements, display

@@ -164,8 +164,12 @@ bool NQSymBlockDiagMatrix::ComputeGMG(const INQSymMatrix& m, INQSymMatrix& out) 
 }
 
 bool NQSymBlockDiagMatrix::ComputeGSG(const INQSymMatrix& g, INQSymMatrix& out) const {
-  return PutEachBlock(g, out, std::mem_fn(&INQSymMatrix::ComputeGSG),
-                      [&] { return g.ComputeGMG(*this, out); });
+  return PutEachBlock(
+      g, out,
+      [](const INQSymMatrix& s, const INQSymMatrix& ofG, auto& result) {
+        return ofG.ComputeGMG(s, result);
+      },
+      [&] { return g.ComputeGMG(*this, out); });
 }
 
 bool NQSymBlockDiagMatrix::ComputeLSLTrans(const INQSymMatrix& l, INQSymMatrix& out) const {

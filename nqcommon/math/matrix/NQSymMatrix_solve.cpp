@@ -34,7 +34,7 @@ bool NQSymMatrix::TSolveSubst(std::vector<double>& x) const {
 
 namespace {
 
-// Factors copies of a matrix with a shift on the diagonal, and counts them.
+// RidgeSearch factors copies of a matrix with a shift on the diagonal, and counts them.
 class RidgeSearch {
  public:
   RidgeSearch(const NQSymMatrix& s, double eps) : fmS(s), fEps(eps), fmFactor(s) {
@@ -51,22 +51,23 @@ class RidgeSearch {
     return fmFactor.LTChol(fvReference, fEps, false) == 0;
   }
 
-  // The first of h, 2h, 3h, ... that factors; 0 when there is none in the range of doubles. A shift
-  // of (n + 1) h, h being at least the largest entry, makes the matrix diagonally dominant, so only
-  // an eps above 1 needs more steps; they grow, for such an eps may be as large as doubles are.
+  // Upward gives the first of h, 2h, 3h, ... that factors; 0 when there is none in the range of
+  // doubles. A shift of (n + 1) h, h being at least the largest entry, makes the matrix diagonally
+  // dominant, so only an eps above 1 needs more steps; they grow, for such an eps may be as large
+  // as doubles are.
   double Upward(double h) {
     double shift = 0;
     for (int step = 0;; ++step) {
       if (step > fmS.GetNRows() + 1) h *= 2;
       shift += h;
-      // Room for the matrix shifted and its largest entry on top of that.
+      // Four shifts leave room for the matrix shifted and its largest entry on top of that.
       if (!std::isfinite(4 * shift)) return 0;
       if (Factors(shift)) return shift;
     }
   }
 
-  // Narrows (0, high] about the smallest shift that factors, to the relative width 2 eps, absolute
-  // below 1, or to neighbouring doubles where eps asks for less than they are apart.
+  // Bisect narrows (0, high] about the smallest shift that factors, to the relative width 2 eps,
+  // absolute below 1, or to neighbouring doubles where eps asks for less than they are apart.
   double Bisect(double high) {
     double low = 0;
     for (;;) {

@@ -20,8 +20,8 @@ using NQCommon_940::GuardMemory;
 
 namespace {
 
-// With a reference value below 1 a variable in small units would be refused for its units alone.
-// False, nothing raised, when one is negative.
+// RaiseReferences raises values below 1 to 1: with less, a variable in small units would be refused
+// for its units alone. False, nothing raised, when one is negative.
 bool RaiseReferences(std::vector<double>& t) {
   if (AnyNegative(t.data(), t.size())) return false;
   for (double& x : t) {
@@ -36,7 +36,7 @@ std::vector<int> FirstRows(int count) {
   return rows;
 }
 
-// Both forms of the single sweep: sweepRow works on n membership flags.
+// SweepOne is the frame of both forms of the single sweep; sweepRow works on n membership flags.
 template <class SweepRow>
 bool SweepOne(NQSymMatrix& s, int k, double eps, const double* t, NQBitSet& swept, bool check,
               SweepRow sweepRow) {
@@ -53,7 +53,7 @@ bool SweepOne(NQSymMatrix& s, int k, double eps, const double* t, NQBitSet& swep
   });
 }
 
-// The caller's values, or the current diagonal copied into `diagonal`.
+// ReferenceValues gives the caller's values, or the current diagonal, copied into `diagonal`.
 std::vector<double>& ReferenceValues(const NQSymMatrix& s, std::vector<double>* t,
                                      std::vector<double>& diagonal) {
   if (t) return *t;
@@ -61,8 +61,8 @@ std::vector<double>& ReferenceValues(const NQSymMatrix& s, std::vector<double>* 
   return diagonal;
 }
 
-// Sweeps the rows, all inside the matrix, with n reference values; `members` are the flags of
-// `swept` to start from. Memory that ends is met before anything is changed.
+// SweepListed sweeps the rows, all inside the matrix, with n reference values; `members` are the
+// flags of `swept` to start from. Memory that ends is met before anything is changed.
 std::vector<internal::SweepStep> SweepListed(NQSymMatrix& s, const std::vector<int>& rows,
                                              double eps, const std::vector<double>& t,
                                              std::vector<bool> members, NQBitSet& swept) {

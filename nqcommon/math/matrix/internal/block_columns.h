@@ -1,4 +1,4 @@
-// The stored cells of a column of a block-diagonal matrix.
+// Loops over the stored cells of a column of a block-diagonal matrix.
 #pragma once
 
 #include <algorithm>
@@ -9,8 +9,8 @@
 
 namespace NQMath_940::internal {
 
-// f(i, s(i,j)) for the stored cells of column j, which is there, from row `from` of its block on;
-// with `from` = j, the column of L.
+// ForEachInColumn calls f(i, s(i,j)) for the stored cells of column j, which is there, from row
+// `from` of its block on; with `from` = j, the column of L.
 template <class F>
 void ForEachInColumn(const NQSymBlockDiagMatrix& s, int j, int from, F f) {
   const int b = s.GetBlockIndexForRow(j), start = s.GetBlockStartIndex(b);

@@ -23,8 +23,8 @@ inline bool RefusesFactor(const std::vector<double>& t, double eps, std::size_t 
   return t.size() < n || (check && (eps < 0 || AnyNegative(t.data(), t.size())));
 }
 
-// The diagonal rule: d[i] <- sqrt(d[i]) where it is above t[i] eps, otherwise 0 and aliased.
-// Returns the number of aliased rows; `aliased`, when given, tells which.
+// FactorDiagonal has the diagonal rule: d[i] <- sqrt(d[i]) where it is above t[i] eps, otherwise 0
+// and aliased. Returns the number of aliased rows; `aliased`, when given, tells which.
 inline std::size_t FactorDiagonal(double* d, std::size_t n, const double* t, double eps,
                                   std::vector<bool>* aliased = nullptr) {
   if (aliased) aliased->assign(n, false);
@@ -39,7 +39,7 @@ inline std::size_t FactorDiagonal(double* d, std::size_t n, const double* t, dou
   return count;
 }
 
-// x <- the solution of L L' y = x for a diagonal factor; 0 where it is 0.
+// SolveByDiagonal does x <- the solution of L L' y = x for a diagonal factor; 0 where it is 0.
 inline void SolveByDiagonal(const std::vector<double>& l, double* x) {
   for (std::size_t i = 0; i < l.size(); ++i) x[i] = l[i] != 0 ? x[i] / l[i] / l[i] : 0;
 }
@@ -57,8 +57,8 @@ inline void MultiplyScaled(NQDeterminant& a, const NQDeterminant& b) {
   a.second += b.second;
 }
 
-// The determinant half of LTDetInverse: the number of zeros on the factor's diagonal and, where job
-// asks for it, the product of the diagonal.
+// DeterminantOfFactor is the determinant half of LTDetInverse: it gives the number of zeros on the
+// factor's diagonal and, where job asks for it, the product of the diagonal.
 inline int DeterminantOfFactor(const INQSymMatrix& factor, int job, NQDeterminant& det) {
   NQDeterminant product{1, 0};
   int zeroes = 0;
@@ -71,8 +71,9 @@ inline int DeterminantOfFactor(const INQSymMatrix& factor, int job, NQDeterminan
   return zeroes;
 }
 
-// The set form of LTChol: nonRedundant <- the rows that factor(aliased), which factors and answers
-// how many rows are aliased, does not flag. -1, nothing factored, where memory ends.
+// FactorIntoSet is the set form of LTChol: nonRedundant <- the rows that factor(aliased), which
+// factors and answers how many rows are aliased, does not flag. -1, nothing factored, where memory
+// ends.
 template <class Factor>
 int FactorIntoSet(int n, NQBitSet& nonRedundant, Factor factor) {
   return NQCommon_940::GuardMemory(-1, [&] {
@@ -84,15 +85,16 @@ int FactorIntoSet(int n, NQBitSet& nonRedundant, Factor factor) {
   });
 }
 
-// The smallest pivot of a factor, missing without rows.
+// SmallestPivot gives the smallest pivot of a factor, missing without rows.
 inline double SmallestPivot(const INQSymMatrix& factor) {
   double max = 0, min = 0;
   factor.MaxMinDiag(max, min);
   return factor.GetNRows() > 0 ? min : NQCommon_940::NQMV::Missing();
 }
 
-// LTSolve: factors s with its diagonal, negative entries as 0, for reference values; then
-// substitute(x) solves with the factor in place. All memory is taken before s is touched.
+// SolveByFactor is LTSolve: it factors s with its diagonal, negative entries as 0, for reference
+// values; then substitute(x) solves with the factor in place. All memory is taken before s is
+// touched.
 template <class Substitute>
 int SolveByFactor(INQSymMatrix& s, const std::vector<double>& b, double eps, std::vector<double>& x,
                   Substitute substitute) {

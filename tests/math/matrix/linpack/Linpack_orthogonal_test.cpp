@@ -191,13 +191,9 @@ struct SVD {
 
 TEST(LinpackSVD, Decomposes) {
   std::mt19937 random(12);
-  std::vector<Mat> all{Mat(4, 3),
-                       Mat(2, 5),
-                       Mat({{3, 0, 0}, {0, 0, 0}, {0, 0, -2}}),
-                       Mat({{1, 2, 3}, {2, 4, 6}, {4, 8, 12}, {0, 0, 0}}),
-                       Mat({{1, 2, 0, 0}, {0, 0, 3, 0}, {0, 0, 4, 5}, {0, 0, 0, 6}}),
-                       Mat({{1e-300, 2e-300}, {3e-300, 5e-300}}),
-                       Mat({{1e150, 2}, {3, 1e-150}})};
+  std::vector<Mat> all{
+#include "math/matrix/linpack/singular_values_cases.inc"
+  };
   for (auto [n, p] : kShapes) {
     all.push_back(Random(n, p, random));
     for (int at = 0; at < 2 * std::min(n, p); ++at) {
