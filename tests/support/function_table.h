@@ -3,27 +3,31 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <functional>
 #include <iostream>
 #include <map>
+#include <span>
 #include <string>
 #include <tuple>
 #include <type_traits>
-#include <vector>
 
 #include <support/compare.h>
 
 namespace nqtest {
 
+// Arguments that a row does not give are 0. Tables are constant data: thousands of rows that were
+// made when the program starts would take minutes to compile.
+using Arguments = std::array<double, 5>;
+
 struct FunctionRow {
   const char* function;
-  std::vector<double> in;
+  Arguments in;
   double want;
   double tolerance;
   long status = 0;
 };
 
-using Arguments = std::vector<double>;
 using FunctionTable = std::map<std::string, std::function<double(const Arguments&, long&)>>;
 
 // The status that a function without one leaves.
@@ -32,14 +36,14 @@ constexpr long kUnset = -99;
 template <class P>
 constexpr bool kIsStatus = std::is_same_v<P, long&> || std::is_same_v<P, int&>;
 
-// A function as an entry of the table: its parameters are the arguments of a row in order, 0 where
-// the row ends, with its status, if it has one, wherever that stands among them.
+// A function as an entry of the table: its parameters are the arguments of a row in order, with its
+// status, if it has one, wherever that stands among them.
 template <class... P>
 FunctionTable::mapped_type OverArguments(double (*function)(P...)) {
   return [function](const Arguments& in, long& status) {
     std::size_t taken = 0;
     const auto next = [&](bool isStatus) {
-      return isStatus ? static_cast<double>(status) : taken < in.size() ? in[taken++] : 0;
+      return isStatus ? static_cast<double>(status) : in.at(taken++);
     };
     std::tuple<std::decay_t<P>...> values{static_cast<std::decay_t<P>>(next(kIsStatus<P>))...};
     const double value = std::apply(function, values);
@@ -53,7 +57,7 @@ FunctionTable::mapped_type OverArguments(double (*function)(P...)) {
 
 // Every row against its tolerance and status, and every function by at least one row. A function
 // that sets its status sets it in all rows. Prints the worst row of each function.
-inline void CheckFunctions(const FunctionTable& functions, const std::vector<FunctionRow>& rows) {
+inline void CheckFunctions(const FunctionTable& functions, std::span<const FunctionRow> rows) {
   struct Worst {
     double error = -1;
     Arguments in{};

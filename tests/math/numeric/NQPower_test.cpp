@@ -28,9 +28,10 @@ TEST(NQPower, GuardedOperations) {
       {"SumSqRoot", Guarded([](auto& in, auto& r) {
          return NQMath_940::NQExtremeNum::SumSqRoot(in[0], in[1], in[2], in[3], r);
        })}};
-  CheckFunctions(operations, {
+  static constexpr FunctionRow kRows[] = {
 #include <reference/guarded.inc>
-                             });
+  };
+  CheckFunctions(operations, kRows);
 }
 
 TEST(NQPower, Comparisons) {

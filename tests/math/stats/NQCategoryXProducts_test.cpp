@@ -19,8 +19,8 @@ using Values = std::vector<double>;
 
 // Three variables, factors of 3 and 4 levels (of which one is never met), two weights of 0, 1/2, 1
 // or 2. The second variable lies far from 0, and so does the third, whose first value, where its
-// centre is at first, lies far from the others. The expanded cases are less `shift`, which is exact:
-// the mean of the dense record keeps more digits then.
+// centre is at first, lies far from the others. The expanded cases are less `shift`, which is
+// exact: the mean of the dense record keeps more digits then.
 struct Sample {
   Dense cases, expanded;
 
