@@ -22,28 +22,45 @@ bool MustFail() {
   return true;
 }
 
-// Of `alignment` where that is not 0.
-void* Allocate(std::size_t size, std::size_t alignment) {
+void* Allocate(std::size_t size, std::size_t alignment) noexcept {
+  if (MustFail()) return nullptr;
   if (size == 0) size = 1;
-  void* memory = nullptr;
-  if (!MustFail())
-    memory = alignment == 0
-                 ? std::malloc(size)
-                 : std::aligned_alloc(alignment, (size + alignment - 1) / alignment * alignment);
-  return memory ? memory : throw std::bad_alloc();
+  if (alignment <= __STDCPP_DEFAULT_NEW_ALIGNMENT__) return std::malloc(size);
+  return std::aligned_alloc(alignment, (size + alignment - 1) / alignment * alignment);
+}
+
+void* AllocateOrThrow(std::size_t size, std::size_t alignment) {
+  if (void* const memory = Allocate(size, alignment)) return memory;
+  throw std::bad_alloc();
 }
 
 }  // namespace
 
-// The library's other forms, of arrays and without exceptions, call these.
-void* operator new(std::size_t size) { return Allocate(size, 0); }
+// All forms are here: those that a sanitizer brings would not call the plain ones.
+void* operator new(std::size_t size) { return AllocateOrThrow(size, 1); }
+void* operator new[](std::size_t size) { return AllocateOrThrow(size, 1); }
 void* operator new(std::size_t size, std::align_val_t alignment) {
+  return AllocateOrThrow(size, static_cast<std::size_t>(alignment));
+}
+void* operator new[](std::size_t size, std::align_val_t alignment) {
+  return AllocateOrThrow(size, static_cast<std::size_t>(alignment));
+}
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept { return Allocate(size, 1); }
+void* operator new[](std::size_t size, const std::nothrow_t&) noexcept { return Allocate(size, 1); }
+void* operator new(std::size_t size, std::align_val_t alignment, const std::nothrow_t&) noexcept {
+  return Allocate(size, static_cast<std::size_t>(alignment));
+}
+void* operator new[](std::size_t size, std::align_val_t alignment, const std::nothrow_t&) noexcept {
   return Allocate(size, static_cast<std::size_t>(alignment));
 }
 void operator delete(void* memory) noexcept { std::free(memory); }
+void operator delete[](void* memory) noexcept { std::free(memory); }
 void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
+void operator delete[](void* memory, std::size_t) noexcept { std::free(memory); }
 void operator delete(void* memory, std::align_val_t) noexcept { std::free(memory); }
+void operator delete[](void* memory, std::align_val_t) noexcept { std::free(memory); }
 void operator delete(void* memory, std::size_t, std::align_val_t) noexcept { std::free(memory); }
+void operator delete[](void* memory, std::size_t, std::align_val_t) noexcept { std::free(memory); }
 
 namespace nqtest {
 
