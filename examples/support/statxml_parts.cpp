@@ -97,16 +97,13 @@ Tree StatXmlParameter(const ModelData& data, const Coefficient& c, double index,
   return parameter;
 }
 
-Tree StatXmlMatrix(const std::vector<std::string>& names, const NQSymMatrix& matrix) {
-  const int order = matrix.GetNRows();
-  std::vector<std::vector<double>> rows;  // of the lower triangle
-  for (int i = 0; i < order; ++i) {
-    std::vector<double>& row = rows.emplace_back();
-    for (int j = 0; j <= i; ++j) row.push_back(FiniteOrMissing(matrix.GetElem(i, j)));
+Tree StatXmlMatrix(const std::vector<std::string>& names, NQSymMatrix matrix) {
+  for (int i = 0; i < matrix.GetNRows(); ++i) {
+    for (int j = 0; j <= i; ++j) matrix.SetElem(i, j, FiniteOrMissing(matrix.GetElem(i, j)));
   }
   auto* labels = Build::CreateElemMatrixLabels(
       Build::Elements{Build::CreateElemRowColLabels(names, XML_VAL_BOTH)});
-  return Owned(Build::CreateElemMatrix(labels, rows, order, order, XML_VAL_SYMMETRIC, true));
+  return Owned(Build::CreateElemMatrix(labels, matrix));
 }
 
 Tree StatXmlPoints(const std::string& description, const std::vector<Point>& points) {

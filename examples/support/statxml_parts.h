@@ -40,7 +40,7 @@ Tree StatXmlParameter(const ModelData& data, const Coefficient& c, double index,
 
 // Matrix: the lower triangle of the covariances of the coefficients that are not redundant, each a
 // support::Coefficient.
-Tree StatXmlMatrix(const std::vector<std::string>& names, const NQMath_940::NQSymMatrix& matrix);
+Tree StatXmlMatrix(const std::vector<std::string>& names, NQMath_940::NQSymMatrix matrix);
 template <class C>
 Tree StatXmlCovariances(const std::vector<C>& coefficients,
                         const NQMath_940::NQSymMatrix& covariances) {
