@@ -18,7 +18,7 @@ std::vector<std::string> CoefficientNames(const ModelData& data, const std::vect
     std::string name = data.NameOf(column.variable);
     if (column.category >= 0)
       name += '=' + data.CategoriesOf(column.variable)[static_cast<std::size_t>(column.category)];
-    while (!known.insert(name).second) name = '"' + name + '"';
+    while (!known.insert(name).second) name.insert(0, 1, '"').append(1, '"');
     names.push_back(name);
   }
   return names;
