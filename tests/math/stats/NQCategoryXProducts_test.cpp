@@ -126,6 +126,7 @@ TEST(CategoryXProducts, RefusalsChangeNothing) {
   const NQRectMatrix weightless = ToRect({{1, 2, 3, 0, 0, 0, 1}});
   EXPECT_EACH(true, r.Update(weightless, 0), Displayed(r) == before, r.Compute(weightless, 0),
               Displayed(r) == Displayed(Empty(true)));
+  EXPECT_EQ(NQCategoryXProducts(0, {2, 3}, true, false, false).GetNColumns(), 5);
   for (const auto& refused :
        {NQCategoryXProducts(-1, {2}, true, false, false), {1, {2, 0}, true, false, false}})
     EXPECT_EQ(refused.GetNColumns(), 0);
