@@ -99,6 +99,7 @@ Tree Curve(const LogisticFit& fit) {
   const std::vector<RocPoint> points = fit.ranking.Curve();
   const auto add = [&](const char* name, double RocPoint::*figure) {
     std::vector<double> values;
+    values.reserve(points.size());
     for (const RocPoint& point : points) values.push_back(point.*figure);
     Append(curve, Owned(Build::CreateElemCoordinates(name, "", "", values)));
   };
