@@ -83,7 +83,7 @@ int RunBuilder(const Builder<Fit>& builder, const Request& request, Ranks* ranks
     add(request.json, [&] { return builder.json(data, fit); });
     add(request.save, [&] { return SavedVariables(data, fit.summaries); });
     const std::string document = hasCharts ? builder.statXml(data, fit) : "";
-    add(request.statXml, [&] { return document; });
+    add(request.statXml, [&]() -> const std::string& { return document; });
     add(request.html, [&] {
       const std::string program = std::string(builder.program) + " " + builder.version;
       return HtmlPage(builder.stylesheet, document, {{"date", Today()}, {"program", program}});
