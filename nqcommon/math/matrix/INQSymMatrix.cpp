@@ -106,9 +106,10 @@ int InvertInto(const INQSymMatrix& s, INQSymMatrix& out, Factor factor) {
     const int rank = TakesBlocks(out) ? invert(copy) : -1;
     return rank < 0 || PutBlocks(std::move(copy), out) ? rank : -1;
   }
+  const NQSymMatrix* from = AsDenseSym(s);
   NQSymMatrix* dense = AsDenseSym(out);
-  if (!dense) return -1;
-  *dense = *AsDenseSym(s);
+  if (!from || !dense) return -1;
+  *dense = *from;
   return invert(*dense);
 }
 
@@ -273,8 +274,10 @@ bool INQSymMatrix::ComputeRTransSV(const INQRectMatrix& r, const std::vector<dou
 // ---- Diagnostic display -------------------------------------------------------------------------
 
 void INQSymMatrix::DisplayF() const {
-  static constexpr const char* kNames[] = {"NQSymMatrix", "NQDiagMatrix", "NQSymBlockDiagMatrix"};
-  DisplayAllRows(kNames[GetType()], *this);
+  const char* const name = AsDiagonal(*this)    ? "NQDiagMatrix"
+                           : AsBlockDiag(*this) ? "NQSymBlockDiagMatrix"
+                                                : "NQSymMatrix";
+  DisplayAllRows(name, *this);
 }
 
 }  // namespace NQMath_940
