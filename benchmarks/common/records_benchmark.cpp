@@ -1,7 +1,7 @@
 // Rows of ten numbers with names: ValueRecord beside a bare vector of Value, whose names are in one
 // std::map of the program. Building fills a table of rows ("build"), the growing of the
-// table included ("grow"); reading adds all numbers up, by position, by name, and through the vector
-// that a record gives out. The order is the number of rows.
+// table included ("grow"); reading adds all numbers up, by position, by name, and through the
+// vector that a record gives out. The order is the number of rows.
 #include <nqcommon/common/ValueRecord.h>
 
 #include <benchmark/benchmark.h>

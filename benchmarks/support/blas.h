@@ -42,7 +42,8 @@ inline double NextCentred(std::mt19937& random) {
 }
 
 // A packed matrix with elements in -1/2 .. 1/2; by rows of the lower triangle, which is also
-// LAPACK's upper triangle by columns. `ridge` is added to the diagonal; n makes it positive definite.
+// LAPACK's upper triangle by columns. `ridge` is added to the diagonal; n makes it positive
+// definite.
 inline std::vector<double> RandomPacked(int order, double ridge) {
   using namespace NQMath_940::internal;
   const auto n = static_cast<std::size_t>(order);

@@ -1,11 +1,11 @@
-// The frame of every benchmark: benchmarks are named work/peer/order, one peer being "ours", and the
-// report ends with a table of how many times longer each peer took, above 1 we are faster. The best
-// of the repetitions counts, which is the one that the rest of the machine disturbed least; beside
-// it stands how far the median lies above. Times are processor times of the one thread.
+// The frame of every benchmark: benchmarks are named work/peer/order, one peer being "ours", and
+// the report ends with a table of how many times longer each peer took, above 1 we are faster. The
+// best of the repetitions counts, which is the one that the rest of the machine disturbed least;
+// beside it stands how far the median lies above. Times are processor times of the one thread.
 //
 // RunWithRatios understands --isa=avx2 and --isa=baseline, which run the kernels that older
-// processors get, through the classes too and in OpenBLAS, and appends the table to the file that NQ_BENCH_SUMMARY
-// names.
+// processors get, through the classes too and in OpenBLAS, and appends the table to the file that
+// NQ_BENCH_SUMMARY names.
 #pragma once
 
 #include <nqcommon/math/kernels/cpu_dispatch.h>

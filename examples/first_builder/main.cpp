@@ -25,7 +25,8 @@ int main() {
       {21.5, 1.0, "clay"}, {25.1, 2.0, "clay"}, {Value(), 2.5, "clay"}, {28.4, 3.0, "clay"},
       {19.0, 1.0, "sand"}, {22.2, 2.0, "sand"}, {26.1, 3.0, "sand"},    {29.2, 4.0, "sand"}};
 
-  // Cases to rows of numbers: an indicator for sand, the dose, the yield; a missing cell drops its case.
+  // Cases to rows of numbers: an indicator for sand, the dose, the yield; a missing cell drops its
+  // case.
   NQRectMatrix cases(static_cast<int>(records.size()), 3, true);
   int nCases = 0;
   for (const auto& record : records) {

@@ -23,8 +23,8 @@ enum class Reading { kNumber, kNotFinite, kTooSmall, kText };
 // Reads a decimal number, with blanks around it or a plus sign before it, whatever the locale.
 Reading ReadNumber(std::string_view text, double& number);
 
-// Cells of text are separated by one character. A quoted one may hold separators, line ends and, doubled,
-// quotes; its text is taken as it stands. Lines of blanks alone are passed over.
+// Cells of text are separated by one character. A quoted one may hold separators, line ends and,
+// doubled, quotes; its text is taken as it stands. Lines of blanks alone are passed over.
 //
 // Cells     Those of the columns in `wanted`, at the places told there: kAsText, or kAsNumber for
 //           numbers where the cell is one. Other columns are passed over. Without `wanted` every

@@ -21,9 +21,10 @@ namespace support {
 // Files     The database is opened for reading alone and nothing is written beside it. Where its
 //           write-ahead log would have to be created, the database is read as a file that does not
 //           change, and a change is told at the end of the pass.
-// Failure   std::runtime_error from the constructor: a file that cannot be opened or is no database,
-//           a lock that is not released within a second, a text that is no query, or several. Later
-//           ones, a BLOB among them, give the fail reason kFailed, and Message() tells more.
+// Failure   std::runtime_error from the constructor: a file that cannot be opened or is no
+//           database, a lock that is not released within a second, a text that is no query, or
+//           several. Later ones, a BLOB among them, give the fail reason kFailed, and Message()
+//           tells more.
 // Threads   one object, one thread at a time
 class SqliteIterator final : public NQCommon_940::ValueRecordIterator {
  public:

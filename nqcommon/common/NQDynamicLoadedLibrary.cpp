@@ -25,7 +25,7 @@ std::string DirectoryOf(const std::string& /*library*/) { return {}; }
 
 }  // namespace
 
-// ---- Names ---------------------------------------------------------------------------------------
+// ---- Names --------------------------------------------------------------------------------------
 
 std::string NQDecorateLibraryName(const std::string& name) {
   if (name.size() > kSuffix.size() && name.ends_with(kSuffix)) return name;
@@ -53,7 +53,7 @@ std::string NQDynamicLoadedLibrary::NQDecorateDynamicPathName(const std::string&
   return NQGetFullPathName(NQDecorateLibraryName(name));
 }
 
-// ---- Loading -------------------------------------------------------------------------------------
+// ---- Loading ------------------------------------------------------------------------------------
 
 NQDynamicLoadedLibrary::NQDynamicLoadedLibrary(const std::string& name, int mode)
     : fMode(mode), fOpenFlags((fMode == 1 ? RTLD_LAZY : RTLD_NOW) | RTLD_LOCAL), fPathName(name) {}

@@ -172,7 +172,7 @@ TEST(Value, Assignment) {
   EXPECT_EQ(AFTER(kArray, v.SetValue("b")), "4 b");
   EXPECT_EQ(AFTER(ArrayOf({1, kArray}), v.ClearValue()), "5 {,{,,[k:]}}");
   EXPECT_EQ(AFTER(kArray, v = c), "5 {1,a,[k:b]}");
-  EXPECT_EQ(AFTER(kArray, v = static_cast<Value&&>(v)), "5 {1,a,[k:b]}");
+  EXPECT_EQ(AFTER(kArray, v = std::move(*&v)), "5 {1,a,[k:b]}");
   EXPECT_EQ(AFTER(kArray, v = v[2]["k"]), "4 b");
   EXPECT_EQ(AFTER(kArray, v = std::move(v[2])), "6 [k:b]");
   EXPECT_EQ(AFTER(kArray, v[0] = v), "5 {{1,a,[k:b]},a,[k:b]}");

@@ -1,5 +1,5 @@
-// Any file gives the same rows and the same error whole and in chunks of 64 bytes. What is refused as
-// no text, for a look at the first chunk, may be accepted by the shorter look.
+// Any file gives the same rows and the same error whole and in chunks of 64 bytes. What is refused
+// as no text, for a look at the first chunk, may be accepted by the shorter look.
 #include <optional>
 
 #include "../../examples/support/csv_file.h"

@@ -1,8 +1,8 @@
 // Dense matrices through the classes, beside OpenBLAS on the same work, one thread:
 // ComputeMatrixProduct and ComputeProductMatrixTrans beside dgemm, R'R beside dsyrk, R'S R and R S
 // R' beside dsymm and dgemm, products of symmetric matrices beside dsymm, QRDecompositionH beside
-// dgeqrf and dorgqr, EstimateLinearGI beside dgesv; copies of rows beside the assignment of a matrix.
-// All matrices are square of the order given.
+// dgeqrf and dorgqr, EstimateLinearGI beside dgesv; copies of rows beside the assignment of a
+// matrix. All matrices are square of the order given.
 #include <nqcommon/math/matrix/NQDiagMatrix.h>
 #include <nqcommon/math/matrix/NQRectMatrix.h>
 #include <nqcommon/math/matrix/NQSymMatrix.h>

@@ -1,8 +1,8 @@
 // Distribution functions and quantiles beside Boost.Math (without promotion), GSL and R's library,
 // over 4,000 arguments typical of statistics: 1 to 1000 degrees of freedom, half of the
 // probabilities uniform, half in the two tails down to 1e-10. Before the times it prints the worst
-// relative error of everyone on these arguments, against Boost.Math in quadruple precision: only the
-// peers that meet the accuracy asked of us count.
+// relative error of everyone on these arguments, against Boost.Math in quadruple precision: only
+// the peers that meet the accuracy asked of us count.
 #include <nqcommon/math/numeric/NQDistFun.h>
 
 #include <benchmark/benchmark.h>

@@ -1,5 +1,5 @@
-// Weighted cases of v variables and c factors through NQCategoryXProducts, beside NQMeansXProducts on
-// the expanded cases, which are at hand: expanding them is not timed. Named n/v/c/levels.
+// Weighted cases of v variables and c factors through NQCategoryXProducts, beside NQMeansXProducts
+// on the expanded cases, which are at hand: expanding them is not timed. Named n/v/c/levels.
 #include <nqcommon/math/matrix/NQRectMatrix.h>
 #include <nqcommon/math/stats/NQCategoryXProducts.h>
 #include <nqcommon/math/stats/NQMeansXProducts.h>
