@@ -57,7 +57,9 @@ class NQ_API NQSparseRectMatrix : public INQRectMatrix, private SparseFields {
 
   // No rows, storage for `capacity` of them.
   NQSparseRectMatrix(int capacity, int columns, int k);
-  NQSparseRectMatrix(const NQSparseRectMatrix& other) noexcept { *this = other; }
+  NQSparseRectMatrix(const NQSparseRectMatrix& other) noexcept : NQSparseRectMatrix(0, 0, 0) {
+    *this = other;
+  }
   NQSparseRectMatrix& operator=(const NQSparseRectMatrix& other) noexcept;
   // The source is left without rows and capacity.
   NQSparseRectMatrix(NQSparseRectMatrix&& other) noexcept {
