@@ -24,7 +24,6 @@ int CountTrue(Bits::const_iterator first, Bits::const_iterator last) {
 }  // namespace
 
 NQBitSet& NQBitSet::operator=(const NQBitSet& other) noexcept {
-  if (this == &other) return *this;
   if (!NQCommon_940::GuardMemory([&] { fbVec = other.fbVec; })) fbVec.clear();
   return *this;
 }

@@ -56,6 +56,8 @@ TEST(NQBitSet, AnswersAndContents) {
   ROW("1111", -1, "1111", s.InRangeS(2, -1));
   ROW("1101", Make("10"), "1101", s.GetSubset(1, 2));
   ROW("1101", s, "1101", s.GetSubset(INT_MIN, INT_MAX));
+  const NQBitSet other = Make("011");
+  ROW("10", other, "011", s = other);
   std::vector<int> members;
   ROW("0110", std::vector({1, 2}), "0110", (s.GetMembers(members), members));
   ROW("0110", 3, "111", (s.DoOR(s, Make("101")), s.InSet()));

@@ -99,7 +99,7 @@ TEST(NQSymMatrix, MechanicalOperations) {
       {I, NQ_OP(r.UpdateXX(v, 0.5)), {3, 3, 5.5}},
       {{0, 0, 0}, NQ_OP(r.UpdateXX(nan, 1)), {0, kNaN, kNaN}},
       {{5, 6, 10}, NQ_OP(r.UpdateXXPosNegW(v, -1)), I},
-      {zero, NQ_OP(r.UpdateXXNonRedun(holed, ends, 2)), {2, 0, 0, 6, 0, 18}},
+      {zero, NQ_OP(r.UpdateXXNonRedun(holed, ends, 0.5)), {0.5, 0, 0, 1.5, 0, 4.5}},
       {zero, NQ_OP(r.UpdateZZ(v, 1, 2)), {0, 0, 8, 0, 12, 18}},
       {zero, NQ_OP(!r.UpdateZZ(v, 2, 2)), zero},
       {I, NQ_OP(r.IncrementByVV(v, -1)), {-3, -6, -8}},
