@@ -90,6 +90,7 @@ TEST(NQXMLCoordinates, TakesOneKindAndDisplays) {
             "\n Coordinates display start: \nFeature = \nField = \nStatistic = \nValues (size = 2)"
             "\n  \"a\" \"b c\"\n Coordinates display end. ");
   coordinates.SetValues(Doubles{kMissing});
+  EXPECT_EQ(coordinates.GetKind(), 1);
   EXPECT_EACH(true, coordinates.AddValue(0.5), !coordinates.AddValue(1), !coordinates.GetStrings());
   EXPECT_NE(Displayed(coordinates).find("Values (size = 2)\n  miss 0.5\n"), std::string::npos);
 }

@@ -83,8 +83,10 @@ TEST(ChartData, LimitsOfBins) {
   EXPECT_EQ(four.GetBinMean(3), 100);
   EXPECT_EQ((Doubles{four.GetBinFrequency(3), four.GetBinFrequency(4), four.GetBinMean(0)}),
             (Doubles{3, kMissing, kMissing}));
-  NQScatterPlotData cells(2, 1, 0, 5, 4, 6, true), points;
+  NQScatterPlotData cells(2, 1, 0, 5, 4, 6, true), grid(2, 2, 0, 5, 4, 6, true), points;
   cells.UpdateData(2, 1, 3, 9);
+  grid.UpdateData(2, 1, 3, 9);
+  EXPECT_EQ(grid.GetCellFrequency(1, 1), 2);
   EXPECT_EQ((Doubles{cells.GetCellFrequency(1, 0), cells.GetCellFrequency(0, 1),
                      cells.GetCellFrequency(-1, 0), points.GetCellFrequency(0, 0)}),
             (Doubles{2, kMissing, kMissing, kMissing}));
