@@ -305,15 +305,15 @@ TEST(NQSymMatrixSweep, RegressionCoefficientsAndTheWayBack) {
   EXPECT_LE(Distance(ToDense(s), ToDense(before)), 1e-11);
 }
 
-// y = 2 1 4 3 on x = 1 2 3 4 and its double: y = 1 + 0.6 x, and the inverse of (1, x)'(1, x) is
+// y = 3 2 5 4 on x = 1 2 3 4 and its double: y = 2 + 0.6 x, and the inverse of (1, x)'(1, x) is
 // 1.5 -0.5 / -0.5 0.2.
 TEST(NQSymMatrixSweep, RegressionFromProductsAboutTheMeans) {
   NQSymMatrix s = FromPacked({5, 10, 20, 3, 6, 5}), inverse;
   NQBitSet swept;
   Values b;
   ASSERT_TRUE(s.SweepOnSelected({0, 1}, 1e-12, swept, false));
-  ASSERT_TRUE(s.GetRegression(swept, {2.5, 5, 2.5}, 4, b, inverse));
-  EXPECT_LE(Distance({b}, {{1, 0.6, 0}}), 1e-15);
+  ASSERT_TRUE(s.GetRegression(swept, {2.5, 5, 3.5}, 4, b, inverse));
+  EXPECT_LE(Distance({b}, {{2, 0.6, 0}}), 1e-15);
   EXPECT_LE(Distance(ToDense(inverse), {{1.5, -0.5, 0}, {-0.5, 0.2, 0}, {0, 0, 0}}), 1e-15);
   ASSERT_TRUE(s.GetRegression(swept, {}, 4, b, inverse));
   EXPECT_LE(Distance({b}, {{0, 0.6, 0}}), 1e-15);
