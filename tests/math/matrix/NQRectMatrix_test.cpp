@@ -85,7 +85,8 @@ TEST(NQRectMatrix, Questions) {
   int column = 7;
   EXPECT_EACH(false, r.IsRowZero(1), r.IsColZero(2), r.IsRowZero(3), r.IsColZero(-1),
               r.IsRowZeroButOne(1, column), r.IsRowZeroButOne(2, column), column != 7);
-  EXPECT_EACH(true, r.IsRowZero(2), r.IsColZero(0), r.IsRowZeroButOne(0, column), column == 1);
+  EXPECT_EACH(true, r.IsRowZero(2), r.IsColZero(0), r.IsRowZeroButOne(0, column), column == 1,
+              ToRect({{3, 0}}).IsRowZeroButOne(0, column), column == 0);
   EXPECT_EQ(r.FindFirstNonZeroInRow(1, 5), 1);
   EXPECT_EQ(r.FindFirstNonZeroInRow(1, 4e200), -1) << "not above eps";
   EXPECT_EACH(false, r.GetRowPtr(3) != nullptr, r.GetRowPtr(-1) != nullptr,

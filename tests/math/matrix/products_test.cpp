@@ -129,6 +129,7 @@ TEST(MatrixProducts, Numbers) {
     NQ_EXPECT_NUMBER(s.ComputeVSW(given.v, given.w), Trans(V) * S * W);
     NQ_EXPECT_NUMBER(s.ComputeVSW(given.v.data(), n, given.w.data(), n), Trans(V) * S * W);
     NQ_EXPECT_NUMBER(s.ComputeVSW(both, n, 0), Trans(V) * S * W);
+    NQ_EXPECT_NUMBER(s.ComputeVSWParts(given.v, 0, given.w, 0), Trans(V) * S * W);
     double part = 0, before = 0, after = 0, first = 0;  // rows 1 .. n-1, column 0
     for (std::size_t i = 0; i < shifted.size(); ++i) part += shifted[i] * S[i + 1][0] * given.w[0];
     EXPECT_EQ(s.ComputeVSWParts(shifted, 1, {given.w[0]}, 0), part);
