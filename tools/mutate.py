@@ -87,7 +87,7 @@ def main():
             done += 1
             if not answer:
                 survivors.append(f'{path.relative_to(TREE)}:{number + 1}: {lines[number].strip()}')
-                print(f'not noticed, one of {done} so far:', survivors[-1], f'    was: {line.strip()}', sep='\n', flush=True)
+                print(f'change {done} is not noticed:', survivors[-1], f'    was: {line.strip()}', sep='\n', flush=True)
         path.write_text(before)
     print(f'{done} changes, {done - len(survivors)} noticed, {len(survivors)} not; seed {seed}')
 
