@@ -20,6 +20,7 @@ using NQMath_940::NQSymMatrix;
 using support::CaseReader;
 using support::Chunk;
 using support::Column;
+using support::kBlockRows;
 using support::ModelData;
 
 namespace regression {
@@ -28,8 +29,6 @@ namespace {
 constexpr double kEpsilon = std::numeric_limits<double>::epsilon();
 
 // ---- First reading: cross-products --------------------------------------------------------------
-
-constexpr int kBlockRows = 256;
 
 struct ProductsPart {
   static constexpr bool kIsOfOneLength = true;

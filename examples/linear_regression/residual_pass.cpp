@@ -9,15 +9,17 @@
 
 #include <nqcommon/math/matrix/NQRectMatrix.h>
 
+#include "support/products.h"
+
 using NQMath_940::NQRectMatrix;
 using support::CaseReader;
+using support::kBlockRows;
 using support::ModelData;
 using support::QuantileBins;
 
 namespace regression {
 namespace {
 
-constexpr int kBlockRows = 256;
 constexpr double kLeastRest = 1e-9;  // of 1 less a leverage; rounding leaves less of a 0
 
 // L^-1, column by column: d(k) / L(k,k) is q(k), and L(i,k) q(k) leaves d(i).

@@ -21,6 +21,7 @@ using NQMath_940::NQSymMatrix;
 using support::CaseReader;
 using support::Chunk;
 using support::Column;
+using support::kBlockRows;
 using support::ModelData;
 
 namespace logistic {
@@ -28,7 +29,6 @@ namespace {
 
 constexpr double kTolerance = 1e-8;
 constexpr double kMostHalvings = 60;
-constexpr int kBlockRows = 256;
 
 // ---- A reading ----------------------------------------------------------------------------------
 

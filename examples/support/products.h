@@ -1,4 +1,5 @@
-// Means and cross-products of a part of the cases on their way between processes.
+// Means and cross-products of a part of the cases: how they are collected, and how they travel
+// between processes.
 #pragma once
 
 #include <new>
@@ -7,6 +8,9 @@
 #include <nqcommon/math/stats/NQMeansXProducts.h>
 
 namespace support {
+
+// The rows that a pass collects before an accumulator takes them.
+inline constexpr int kBlockRows = 256;
 
 // See Packer.
 template <class A>
