@@ -34,7 +34,7 @@ Record* MemoryRecordIterator::Next() {
   if (fFailReason != 0) return nullptr;
   const auto row = static_cast<std::ptrdiff_t>(fPosition);
   fRecord[0] = fpIds ? fpIds[row] : static_cast<double>(row + 1);
-  if (fNValues > 0) std::copy_n(fpValues + row * fNValues, fNValues, fRecord.GetAll() + 1);
+  std::copy_n(fpValues + row * fNValues, fNValues, fRecord.GetAll() + 1);
   if (fpWeights) fRecord[fNValues + 1] = fpWeights[row];
   if (++fPosition == fNRecords) fFailReason = kEndOfData;
   return &fRecord;

@@ -122,7 +122,7 @@ bool ReadNumber(std::string_view text, long long& value) { return ReadInteger(te
 template <typename T>
 bool Str2T(const std::string& text, T& value) {
   if constexpr (std::is_same_v<T, bool>) {
-    long long number = value ? 1 : 0;
+    long long number = value;
     const bool isRead = ReadNumber(text, number);
     value = number != 0;
     return isRead && (number == 0 || number == 1);

@@ -116,8 +116,8 @@ bool NQCategoryEncoder<T, Base>::SetValueLabels(const std::vector<std::string>& 
 // was given for.
 template <class T, class Base>
 bool NQCategoryEncoder<T, Base>::SetValueLabel(int code, const std::string& label) {
-  const auto i = static_cast<std::size_t>(code);
-  if (code < 0 || i > std::max(fIndex->GetValues().size(), fvLabels.size())) return false;
+  const auto i = static_cast<std::size_t>(code);  // a negative one lies past every end
+  if (i > std::max(fIndex->GetValues().size(), fvLabels.size())) return false;
   return GuardMemory([&] {
     std::string newLabel = label;  // which may be one of these labels
     if (i >= fvLabels.size()) fvLabels.resize(i + 1);

@@ -61,7 +61,6 @@ void XMLUtil::ReplaceAll(std::string& text, const std::string& find,
   for (std::size_t at; (at = text.find(find, done)) != text.npos; done = at + find.size()) {
     replaced.append(text, done, at - done).append(replacement);
   }
-  if (done == 0) return;
   replaced.append(text, done, text.npos);
   text = std::move(replaced);
 }

@@ -39,6 +39,8 @@ static std::string Getters(const Value& value) {
 TEST(Value, GettersConvertFromEveryType) {
   const std::pair<Value, const char*> rows[] = {
 #include "common/getter_cases.inc"
+      {ArrayOf({}), "0 0 0 {}"},
+      {ArrayOf({false}), "1 1 1 {0}"},
       {MapOf({{"x", 1}, {"a", true}}), "1 2 2 [a:1,x:1]"},
       {ArrayOf({MapOf({{"k", ArrayOf({})}}), Value(), 0.5}), "1 3 3 {[k:{}],,0.5}"},
   };

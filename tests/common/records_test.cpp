@@ -51,9 +51,10 @@ TEST(MemoryRecordIterator, Passes) {
   }
   weighted.Next();
   EXPECT_EQ(Of(weighted.Next()), (Doubles{12, 3, 4, 1}));
-  MemoryRecordIterator unnamed(2, 1, nullptr, values, nullptr);
+  MemoryRecordIterator unnamed(2, 1, nullptr, values, nullptr), one(1, 0, ids, nullptr, nullptr);
   unnamed.Next();
   EXPECT_EQ(Of(unnamed.Next()), (Doubles{2, 2}));
+  EXPECT_EQ(Of(one.Next()), Doubles{11});
   MemoryRecordIterator empty(0, 2, nullptr, nullptr, nullptr);
   EXPECT_FALSE(empty.HasMore());
   empty.NewPass();
@@ -64,18 +65,18 @@ TEST(MemoryRecordIterator, Passes) {
 
 TEST(ValueRecord, NamesAndPositions) {
   ValueRecord record, other;
+  EXPECT_EQ(record.IndexOf("b"), -1);
   EXPECT_EQ(record.Add("b", 2), 0);
   EXPECT_EQ(record.Add("a", "text"), 1);
   EXPECT_EQ(record.Add("b", 3), 0);
   EXPECT_EACH(false, record.Set("c", 1, false), record.Set("a", 1, true));
-  EXPECT_EQ(record.Get("a").GetString(), "text");
+  EXPECT_EQ(record.Get("a").GetString() + record.Get(0).GetString(), "text3");
   record.SetMissingValue(1);
   EXPECT_EACH(true, record.Set("a", 1.5, true), record.Get("c").IsNull(), record.Get(-1).IsNull(),
               record.Get(2).IsNull())
       << "a null value takes any type";
-  record.AddAll(record);
   other.Add("0", 7);
-  other.AddAll(record);
+  EXPECT_EACH(true, record.AddAll(record), record.AddAll(ValueRecord()), other.AddAll(record));
   EXPECT_EQ(other.Names(false), (Texts{"0", "a", "b"}));
   EXPECT_EQ(record.Names(true), (Texts{"a", "b"}));
   EXPECT_TRUE(other.Remove("0"));

@@ -41,11 +41,15 @@ TEST(NQVarList, PositionsStayAndEmptySlotsAreSkipped) {
 TEST(NQVarList, OneWeight) {
   NQVarList list;
   EXPECT_EQ(list.GetWeightVarIndex(), -1);
+  EXPECT_EACH(true, !list.GetListwiseDeletion(), list.GetUnweightedCount() == 0,
+              list.GetWeightedCount() == 0, list.GetDroppedCount() == 0,
+              list.GetBadWeightCount() == 0, list.GetWeightedDroppedCount() == 0);
   list.AddContVar("x", "", 0, 1, V::RoleInput, false, 0);
   const NQWeightVar weight("w", "", V::RoundClosest);
   EXPECT_EQ(list.AddNewVar(&weight), 1);
   EXPECT_EQ(list.AddNewVar(&weight), -1);
   EXPECT_EQ(list.AddNewVar(list.GetVarAt(1)), -1);
+  EXPECT_TRUE(list.SetMissingValueReplacement(0, "1"));
   EXPECT_EQ(list.SetWeightVar("w2", "", V::RoundDown), 1);
   EXPECT_EQ(list.GetVarNames(), (Texts{"x", "w2"}));
   EXPECT_EQ(list.GetEncoderAt(1)->Encode(0.9), kMissing);

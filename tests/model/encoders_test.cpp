@@ -104,6 +104,9 @@ TEST(NQBinningEncoder, CutPointsAndBins) {
     for (std::size_t i = 0; i < values.size(); ++i)
       EXPECT_EQ(encoder.Encode(values[i]), bins[i]) << values[i];
   }
+  EXPECT_EQ(Displayed(NQBinningEncoder({1, 4})),
+            "\nNQBinningEncoder display start\nNumber of bins = 3\nCut points\n  1 4"
+            "\nNQBinningEncoder display end");
   const NQBinningEncoder many(0, 2e9, 2000000000);
   EXPECT_EQ(many.Encode(1234567890), 1234567889) << "without memory for the cut points";
 }
@@ -130,7 +133,7 @@ TEST(NQBinningEncoder, Rebinning) {
 
 TEST(NQContEncoder, ValuesAsTheyAreAndTextsOfBins) {
   NQContEncoder encoder(0, 6, 3);
-  encoder.SetMissingInterval(90, 99);
+  EXPECT_TRUE(encoder.SetMissingInterval(90, 99));
   for (double value : {17.5, kNaN, -kInf}) EXPECT_SAME(encoder.Encode(value), value);
   EXPECT_EQ(encoder.Encode(90), kMissing);
   const std::pair<std::string, double> bins[] = {

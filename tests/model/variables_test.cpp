@@ -79,13 +79,14 @@ TEST(NQContVar, BinsFollowTheRange) {
     Doubles cutPoints;
     int bins;
   } rows[] = {
-      {"asked for, no range yet", [] {}, {}, 5},
+      {"asked for, no range yet", [&] { variable.ChangeEncoder(variable.GetEncoder()); }, {}, 5},
       {"a range", [&] { variable.SetMinMax(0, 10); }, {2, 4, 6, 8}, 5},
       {"another range", [&] { variable.SetMinMax(0, 20); }, {4, 8, 12, 16}, 5},
       {"two of them", [&] { variable.SetNBins(2); }, {10}, 2},
       {"no range", [&] { variable.SetMinMax(1, 1); }, {}, 2},
       {"a range again", [&] { variable.SetMinMax(0, 6); }, {3}, 2},
       {"one is none", [&] { variable.SetNBins(1); }, {}, 1},
+      {"one cut point", [&] { variable.ChangeEncoder(new NQContEncoder(Doubles{7})); }, {7}, 2},
       {"given", [&] { variable.ChangeEncoder(encoder); }, {3, 7}, 3},
       {"given ones stay", [&] { variable.SetMinMax(0, 30); }, {3, 7}, 3},
       {"equal instead", [&] { variable.SetNBins(variable.GetNBins()); }, {10, 20}, 3},

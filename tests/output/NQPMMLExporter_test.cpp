@@ -75,7 +75,7 @@ NQVarList Kinds() {
   list.GetEncoderAt(5)->SetMissingInterval(-1.5, kInf);
   at(6).ChangeEncoder(new NQCatNumEncoder());
   list.GetEncoderAt(6)->SetMissingInterval(kMissing, 0);
-  at(7).SetBinaryFlag(true, 1);
+  at(7).SetBinaryFlag(true, 0);
   at(8).SetBinaryFlag(true, 0);
   at(8).ChangeEncoder(nullptr);
   return list;

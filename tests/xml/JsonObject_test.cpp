@@ -60,6 +60,6 @@ TEST(JsonObject, SafeDepth) {
   }
   const JsonObject copy = tree;
   tree.Clear();
-  EXPECT_EQ(tree.GetJsonString(true), "{\n\n}\n");
+  EXPECT_EQ(tree.GetJsonString(true) + std::to_string(tree.GetDepth()), "{\n\n}\n1");
   EXPECT_EQ(copy.GetJsonString(true), begin + "{\n\n}\n" + end);
 }

@@ -38,6 +38,7 @@ TEST(XMLUtil, Replaces) {
   EXPECT_EQ(XMLUtil::ReplaceAtPos(text, "bc", "X", pos), 4);
   EXPECT_EQ(pos, 4);
   EXPECT_EQ(XMLUtil::ReplaceString(text, "bc", "bcbc"), 1);
+  EXPECT_EQ(XMLUtil::ReplaceString(text, "a", "a"), 0);
   for (const int from : {-1, 7, 8, 1000}) {
     EXPECT_EQ(XMLUtil::ReplaceAtPos(text, "X", "Y", pos = from), -1);
     EXPECT_EQ(pos, from);

@@ -64,9 +64,9 @@ TEST(SaveFormat, LiteralsAreStringsAndTabsMayBeNone) {
   std::ostringstream os;
   const XMLObj object("A<", -1);
   const char* const none = nullptr;
-  object.StartObj(os);
-  EXPECT_EQ(object.WriteSubElement(os, "yes") + object.WriteSubElement(os, none), 0);
-  EXPECT_EQ(os.str(), "\n<Obj name=\"A<\">\n<String value=\"yes\"/>\n<String value=\"\"/>");
+  EXPECT_EACH(true, object.StartObj(os) == 0, object.WriteSubElement(os, "yes") == 0,
+              object.WriteSubElement(os, none) == 0, object.EndObj(os) == 0);
+  EXPECT_EQ(os.str(), "\n<Obj name=\"A<\">\n<String value=\"yes\"/>\n<String value=\"\"/>\n</Obj>");
 }
 
 // A line has 255 characters at most: as it is written the value takes what the tag leaves.

@@ -80,6 +80,10 @@ TEST(XMLElement, Layouts) {
   // no line feed from a text node, or the start, to the end of the next element
   EXPECT_EQ(Text(*root, 1), "|<a><c/>text<d x=\"1\" y=\"0.5\"><e/>\n<f/>\n</d>\n</a>");
   EXPECT_EQ(Text(*root, 5), "|\n<a>\n<c/>text<d x=\"1\" y=\"0.5\"><e/>\n<f/>\n</d>\n</a>");
+  ExportFormat initial;
+  std::string text("|");
+  root->ToString(text, initial);
+  EXPECT_EQ(text, Text(*root, 5));
   EXPECT_EQ(Text(*root, 7),
             "|\n<a>\n\t<c/>text\t<d \t\tx=\"1\" \t\ty=\"0.5\">\t\t<e/>\n\t\t<f/>\n\t</d>\n</a>");
 }
@@ -135,6 +139,8 @@ TEST(WriteTree, Utf8PieceByPiece) {
   const Root root = Element("r\xC3\xA9r", "<x\xE4y", "t>&\xFF");
   EXPECT_EQ(Document(WriteTreeUTF8, doctype.get(), root, false),
             kFirst + "<!DOCTYPE a SYSTEM \"c\"\n[\nd\n]>\n<r v=\"&lt;x\"><b/>t>&amp;</r>");
+  EXPECT_EQ(Document(WriteTree, nullptr, root, false),
+            kFirst + "<r\xC3\xA9r v=\"&lt;x\xE4y\"><b/>t>&amp;\xFF</r\xC3\xA9r>");
   std::ostringstream os;
   WriteUTF(os, "b\xFFz");
   EXPECT_EQ(os.str(), "b");

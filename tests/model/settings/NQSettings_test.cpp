@@ -179,6 +179,13 @@ TEST(NQSettings, ArraysMayHoldNulls) {
             "\nNQSettings display start\ntexts (t) (size = 2)\n  \"text\" \"\"\nlists (size = 2)"
             "\n  [0] (number of settings = 0)\n  [1] (number of settings = 1)\n    x = 1"
             "\nNQSettings display end");
+  for (int k = 0; k < 2; ++k) {  // new ones replace nothing
+    EXPECT_EACH(true, inner.AddNewSetting("x", 1.0, ""), inner.AddNewSetting("x", "", ""),
+                inner.AddNewSetting("x", settings, ""), inner.AddNewSetting("x", NQSettings(), ""),
+                inner.AddNewSetting("x", texts, 1, ""), inner.AddNewSetting("x", lists, 1, ""),
+                inner.AddNewSetting("x", Ints{1}, ""));
+  }
+  EXPECT_EQ(inner.Size(), 15u);
 }
 
 // What the getters give from a value into a list that holds 7.

@@ -90,6 +90,7 @@ TEST(SettingValues, EqualityAndOrder) {
   EXPECT_EQ(Relations(Lists({Holding(1)}), Lists({Holding(1), {}})), "<");
   EXPECT_EQ(Relations(Lists({Holding(1)}), Lists({Holding(1)})), "=");
   EXPECT_EQ(Relations(Nested(Holding(1)), Nested(Holding(2))), "<");
+  EXPECT_EQ(Relations(Nested(Holding(1)), Nested(Holding(1))), "=");
   EXPECT_EQ(Relations(Integers(), Lists()).size(), 1u);  // one is less
   EXPECT_FALSE(Integers() == Lists());
 }
