@@ -29,7 +29,9 @@ TEST(Record, LengthsAndCopies) {
   copy = record;
   record[0] = 9;
   EXPECT_EQ(Of(&copy), (Doubles{1, 2}));
-  EXPECT_TRUE(record.Resize(-1));
+  const Record moved = std::move(record);
+  EXPECT_EQ(record.Size(), 0);  // NOLINT(bugprone-use-after-move): left empty
+  EXPECT_TRUE(moved.Size() == 2 && record.Resize(-1));
   copy = record;
   EXPECT_EQ(copy.Size(), 0);
   const RawRecord raw(2);

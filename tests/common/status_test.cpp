@@ -57,6 +57,7 @@ TEST(NQWarnings, KeepsEachWarningOnceInTheListsNamed) {
   warnings.AddWarning(Warning(2), NQWarnings::ToBoth);
   warnings.AddWarning(Warning(7), static_cast<NQWarnings::Destination>(7));
   warnings.AddWarning(NQStatus(9, false), NQWarnings::ToBoth);
+  EXPECT_EQ(NQStatus().GetErrorCode(), 0);
   warnings.AddWarnings({Warning(2, 0.5), NQStatus(), Warning(5), discrete, Warning(1, -0.0)});
   EXPECT_EQ(Codes(warnings), "127255|27");
   warnings.ClearWarnings();

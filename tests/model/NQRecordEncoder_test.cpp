@@ -74,14 +74,14 @@ TEST(NQRecordEncoder, CellsOfEveryKind) {
 
 TEST(NQRecordEncoder, ColumnsAndFields) {
   NQVarList list = Fields();
-  list.RemoveVar(0);
+  list.RemoveVar(3);
   NQCommon_940::ValueRecord record;
   record.Add("name", "a");
   record.Add("code", 1LL << 60);
   NQRecordEncoder encoder(list, record);
   ASSERT_EQ(encoder.Size(), 4);
   EXPECT_EQ(encoder.GetVariableIndex(3), 4);
-  EXPECT_EQ(encoder.GetAbsentNames(), (Texts{"w", "gone"}));
+  EXPECT_EQ(encoder.GetAbsentNames(), (Texts{"x", "gone"}));
   double row[4];
   EXPECT_EQ(encoder.Encode(record, row).fNMissing, 2);
   EXPECT_EQ(encoder.EncodeConst(record, row).fNUnseen, 0);

@@ -160,7 +160,7 @@ TEST(NQRoundEncoder, DropsWhatIsNotPositive) {
 
 TEST(INQEncoder, LabelsAndDeclaredValues) {
   NQStringEncoder encoder(Texts{"x", "y"});
-  EXPECT_TRUE(encoder.SetValueLabel(1, "Y"));
+  EXPECT_TRUE(encoder.SetValueLabel(1, "Y") && encoder.GetValueLabels().size() == 2);
   EXPECT_TRUE(encoder.SetValueLabel(2, encoder.GetValueLabels()[1])) << "the first without either";
   for (int code : {4, -1, INT_MAX, INT_MIN}) EXPECT_FALSE(encoder.SetValueLabel(code, "z")) << code;
   EXPECT_EQ(encoder.GetValueLabels(), (Texts{"", "Y", "Y"}));
@@ -179,6 +179,7 @@ TEST(INQEncoder, WhatDoesNotApply) {
   NQStringEncoder string(Texts{"1"});
   NQContEncoder continuous(0, 4, 2);
   NQRoundEncoder rounding;
+  double low = 7, high = 7;
   EXPECT_EQ((Doubles{numeric.Encode("1"), numeric.EncodeConst("1"), string.Encode(1),
                      string.EncodeConst(1)}),
             Doubles(4, -1));
@@ -188,5 +189,6 @@ TEST(INQEncoder, WhatDoesNotApply) {
   EXPECT_EACH(false, string.AddDiscreteUserMissing(1, ""), string.IsMissing(1),
               string.SetMissingInterval(0, 1), numeric.AddDiscreteUserMissing("1", ""),
               numeric.IsMissing("1"), continuous.SetValueLabels({"a"}),
-              rounding.SetValueLabel(0, ""));
+              rounding.SetValueLabel(0, ""), string.GetMissingInterval(low, high));
+  EXPECT_EQ((Doubles{low, high}), Doubles(2, kMissing));
 }

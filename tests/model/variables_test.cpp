@@ -86,6 +86,7 @@ TEST(NQContVar, BinsFollowTheRange) {
       {"no range", [&] { variable.SetMinMax(1, 1); }, {}, 2},
       {"a range again", [&] { variable.SetMinMax(0, 6); }, {3}, 2},
       {"one is none", [&] { variable.SetNBins(1); }, {}, 1},
+      {"fewer than none", [&] { variable.SetNBins(-1); }, {}, 0},
       {"one cut point", [&] { variable.ChangeEncoder(new NQContEncoder(Doubles{7})); }, {7}, 2},
       {"given", [&] { variable.ChangeEncoder(encoder); }, {3, 7}, 3},
       {"given ones stay", [&] { variable.SetMinMax(0, 30); }, {3, 7}, 3},

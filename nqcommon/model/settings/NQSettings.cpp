@@ -108,7 +108,6 @@ void NQSettings::Remove(Index::iterator first, Index::iterator last) {
 }
 
 void NQSettings::CloseGaps() const {
-  if (fNGaps == 0) return;
   std::erase(fvSettings, nullptr);
   fNGaps = 0;
   for (std::size_t i = 0; i < fvSettings.size(); ++i) fvSettings[i]->fSlot = i;
