@@ -121,6 +121,7 @@ TEST(Memory, MeansAndProducts) {
   EXPECT_TRUE(counts.Compute(coded, 0));
   for (const MemoryCase& row :
        {NQ_MAKES(NQCategoryXProducts(1, levels, true, true, false), zero),
+        NQ_MAKES(NQCategoryXProducts(cleared) = counts, zero),
         NQ_ANSWERS(counts, r.Compute(coded, 2)), NQ_ANSWERS(counts, r.Update(coded, 0)),
         NQ_ANSWERS(counts, r.AddCase(x, codes, 2)), NQ_ANSWERS(counts, r.Merge(counts)),
         NQ_ANSWERS(cleared, r.Merge(counts)), NQ_ANSWERS(zero, r.Merge(counts)),
@@ -140,7 +141,7 @@ TEST(Memory, Pairs) {
                         NQAccumXProdPair p = pairs;
                         NQSymMatrix matrix;
                         inject([&] { change(p); });
-                        const bool isThere = p.Update(0, 5, 6, 2);
+                        const bool isThere = p.Update(1, 5, 0, 6, 2);
                         return Verdict{isThere != inject.HasFailed() && p.GetNVars() == 3 &&
                                        p.GetCovarianceMatrix(matrix) == isThere &&
                                        p.Merge(NQAccumXProdPair(p)) == isThere &&

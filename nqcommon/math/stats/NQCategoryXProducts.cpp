@@ -85,7 +85,7 @@ void NQCategoryXProducts::State::MoveCentre() {
     for (std::size_t j = 0; j <= i; ++j)
       *row++ += e[i] * (deviations[j] + nCases * e[j]) + deviations[i] * e[j];
   }
-  for (std::size_t k = v; k < p && v > 0; row += ++k) {
+  for (std::size_t k = v; k < p; row += ++k) {
     for (std::size_t j = 0; j < v; ++j) row[j] += row[k] * e[j];
   }
   for (std::size_t i = 0; i < v; ++i) {

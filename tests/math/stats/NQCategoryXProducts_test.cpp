@@ -28,11 +28,12 @@ struct Sample {
     std::mt19937 random(static_cast<unsigned>(n));
     const auto number = [&] { return static_cast<double>(random()) / 4294967296.0; };
     const double weights[] = {1, 0, 0.5, 2, 1};
+    const double unit = n == 2 ? 1 : 0x1p-20;  // the weights of many add up to far less than 1
     for (int i = 0; i < n; ++i) {
       const std::size_t levels[] = {random() % 3, random() % 3};
       const double first = static_cast<double>(levels[0]), second = static_cast<double>(levels[1]);
       const double x[] = {number(), offset + number() + first, offset + (i == 0 ? 1e6 : number())};
-      const double w[] = {weights[i % 5], weights[(i / 5) % 5]};
+      const double w[] = {weights[i % 5] * unit, weights[(i / 5) % 5]};
       cases.push_back({x[0], x[1], x[2], first + 0.75, second, w[0], w[1]});
       Values wide = {x[0], x[1] - shift, x[2] - shift, 0, 0, 0, 0, 0, 0, 0, w[0], w[1]};
       wide[3 + levels[0]] = wide[6 + levels[1]] = 1;
@@ -99,19 +100,20 @@ TEST(CategoryXProducts, EveryWayGivesTheExpandedRecord) {
   }
 }
 
-// Whole counts are exact, and so is a constant.
+// Whole counts are exact, and so is a constant, whose sum is beyond the range.
 TEST(CategoryXProducts, CountsAndConstants) {
   NQCategoryXProducts counts(1, {2}, true, false, false);
-  for (const int code : {0, 1, 1}) EXPECT_TRUE(counts.AddCase({0.1}, {code}, 1));
   NQMeansXProdData record;
-  EXPECT_TRUE(counts.GetRecord(record));
-  EXPECT_EQ(record.GetMeans(), (Values{0.1, 1 / 3.0, 2 / 3.0}));
+  EXPECT_EACH(true, counts.Update(ToRect({{1e308, 0}, {1e308, 1}}), 0),
+              counts.AddCase({1e308}, {1}, 1), counts.GetRecord(record));
+  EXPECT_EQ(record.GetMeans(), (Values{1e308, 1 / 3.0, 2 / 3.0}));
   EXPECT_EQ(record.GetXProds().AsVectorConst(), (Values{0, 0, 2 / 3.0, 0, -2 / 3.0, 2 / 3.0}));
 }
 
 TEST(CategoryXProducts, RefusalsChangeNothing) {
   NQCategoryXProducts r = Empty(true), none, raw = Empty(false), other(3, {4, 3}, true, true, true);
   const Values good = {5, 4, 1, 2, 3, 1, 2};
+  NQCategoryXProducts own(3, {3, 4}, false, false, false);
   EXPECT_EACH(true, r.Compute(ToRect({good}), 0), raw.Compute(ToRect({good}), 0));
   const std::string before = Displayed(r);
   for (const Values& bad : {Values{1, 2, 3, 3, 0, 1, 1}, Values{1, 2, 3, 0, -1, 1, 1},
@@ -123,10 +125,11 @@ TEST(CategoryXProducts, RefusalsChangeNothing) {
               r.Update(ToRect({{1, 2, 3, 0, 0, 1}}), 0), r.Merge(raw), r.Merge(other),
               r.Merge(none));
   EXPECT_EQ(Displayed(r), before);
-  const NQRectMatrix weightless = ToRect({{1, 2, 3, 0, 0, 0, 1}});
+  const NQRectMatrix weightless = ToRect({{1, 2, 3, 0, 0, 1, 1}, {4, 5, 6, 1, 1, -1, 1}});
   EXPECT_EACH(true, r.Update(weightless, 0), Displayed(r) == before, r.Compute(weightless, 0),
-              Displayed(r) == Displayed(Empty(true)));
-  EXPECT_EQ(NQCategoryXProducts(0, {2, 3}, true, false, false).GetNColumns(), 5);
+              r.AddCase(x, {0, 0}, 0), Displayed(r) == Displayed(Empty(true)), own.Merge(raw),
+              own.Update(ToRect({{1, 2, 3, 0, 0}}), 0));
+  EXPECT_EQ(NQCategoryXProducts(0, {2, 1}, true, false, false).GetNColumns(), 3);
   for (const auto& refused :
        {NQCategoryXProducts(-1, {2}, true, false, false), {1, {2, 0}, true, false, false}})
     EXPECT_EQ(refused.GetNColumns(), 0);

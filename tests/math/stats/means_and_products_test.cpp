@@ -107,20 +107,23 @@ TEST(MeansXProducts, CertifiedMeanAndDeviation) {
   }
 }
 
-// Ten times 0.1 is not 1 when added up: without weights that decides.
+// Ten times 0.1 is not 1 when added up: without weights that decides. Ten times 3.61 is 36.1, a
+// tenth of which is not 3.61.
 TEST(MeansXProducts, ConstantColumnsHaveExactMeans) {
-  const NQRectMatrix cases = ToRect(Dense(10, {0.1, 0.5, 0.7, 3}));
-  NQMeansXProducts record(2, true, true, true), plain(4, true, false, false);
-  EXPECT_EACH(true, record.Compute(cases, 0), plain.Compute(cases, 0));
-  EXPECT_CLOSE(record.GetNCases(), 21, 1e-15);
+  const NQRectMatrix cases = ToRect(Dense(10, {0.1, 0.5, 0.7, 3.61}));
+  NQMeansXProducts record(2, true, true, true), one(3, true, true, false);
+  NQMeansXProducts plain(4, true, false, false);
+  EXPECT_EACH(true, record.Compute(cases, 0), one.Compute(cases, 0), plain.Compute(cases, 0));
+  EXPECT_CLOSE(record.GetNCases(), 25.27, 1e-15);
   EXPECT_EQ(record.GetMeans(), (Values{0.1, 0.5}));
+  EXPECT_EQ(one.GetMeans(), (Values{0.1, 0.5, 0.7}));
   EXPECT_EQ(record.GetXProds().AsVectorConst(), Values(3));
   EXPECT_EQ(plain.GetMeans()[0], 0.09999999999999999);
-  EXPECT_EQ(plain.GetMeans()[3], 3);
+  EXPECT_EQ(plain.GetMeans()[3], 3.61);
 }
 
 TEST(MeansXProducts, RefusedAndEmptyBlocks) {
-  const NQMeansXProducts good = Computed({{1, 2, 3, 1}, {4, 7, 1, 0.5}});
+  const NQMeansXProducts good = Computed({{1, 2, 3, 0.5}, {4, 7, 1, 0.5}});
   const std::pair<Dense, bool> rows[] = {
 #include "math/stats/block_cases.inc"
   };
@@ -136,8 +139,9 @@ TEST(MeansXProducts, RefusedAndEmptyBlocks) {
   }
   // Raw sums are of the variables that the record had then: they cannot be finished for others.
   NQMeansXProducts record(1, true, false, false);
-  EXPECT_EACH(true, record.UpdateOnePass(ToRect({{1}, {3}}), 0), record.SetNVars(2),
-              !record.FinishUpdateOnePass(), record.UpdateOnePass(ToRect({{1, 5}, {3, 5}}), 0),
+  EXPECT_EACH(true, record.UpdateOnePass(ToRect({{1}, {3}}), 0), record.SetNVars(0),
+              record.SetNVars(2), !record.FinishUpdateOnePass(),
+              record.UpdateOnePass(ToRect({{1, 5}}), 0), record.UpdateOnePass(ToRect({{3, 5}}), 0),
               record.FinishUpdateOnePass());
   EXPECT_EQ(ValuesOf(record), (Values{2, 2, 5, 2, 0, 0}));
 }
@@ -153,7 +157,8 @@ NQProvMeans Sample(bool intercept = true) {
 TEST(MeansXProdData, CasesInAndOutAndCopies) {
   for (const bool intercept : {true, false}) {
     NQMeansXProdData record(2, intercept);
-    EXPECT_EACH(true, record.DeleteCase({0, 1}, -1), record.AddCase({4, 6}, 1));
+    EXPECT_EACH(true, record.AddCase({3, 3}, 0), record.DeleteCase({0, 1}, -1),
+                record.AddCase({4, 6}, 1));
     EXPECT_EACH(true, record.AddCase({2, 5, kNaN}, 2), record.AddCase({10, -6}, 0));
     const NQMeansXProdData copy(record), moved(std::move(record));
     record = copy;
@@ -166,14 +171,15 @@ TEST(MeansXProdData, CasesInAndOutAndCopies) {
 TEST(MeansXProdData, CovariancesAndCorrelations) {
   NQMeansXProdData record, light(1, true);
   NQSymMatrix out;
-  EXPECT_EACH(true, record.SetData(true, 5, {1, 2, 3}, {4, 6, 16, 0, 0, 0}),
+  EXPECT_EACH(true, record.SetData(true, 1.5, {1, 2, 3}, {4, 6, 16, 0, 0, 0}),
               record.GetCovariances(out));
-  EXPECT_EQ(out.AsVector(), (Values{1, 1.5, 4, 0, 0, 0}));
-  EXPECT_EACH(true, record.GetCorrelations(out), light.AddCase({1}, 1));
+  EXPECT_EQ(out.AsVector(), (Values{8, 12, 32, 0, 0, 0}));
+  EXPECT_EACH(true, light.AddCase({1}, 1), light.GetCorrelations(out), record.GetCorrelations(out));
   EXPECT_EQ(out.AsVector(), (Values{1, 0.75, 1, kMissing, kMissing, kMissing}));
   EXPECT_EACH(false, light.GetCovariances(out), NQMeansXProdData(1, true).GetCorrelations(out));
-  // Products whose ratio rounds to more than 1, and roots that only one by one stay in range.
-  EXPECT_EACH(true, record.SetData(true, 5, {1, 2}, {0.1, 0.3000000000000001, 0.9}),
+  // Products whose ratio rounds to more than 1, below 1 on the diagonal, and roots that only one by
+  // one stay in range.
+  EXPECT_EACH(true, record.SetData(true, 5, {1, 2}, {0.7, 0.7000000000000003, 0.7}),
               record.GetCorrelations(out));
   EXPECT_EQ(out.AsVector(), (Values{1, 1, 1}));
   EXPECT_EACH(true, record.SetData(true, 5, {1, 2}, {1e-300, 5e-301, 1e-300}),
@@ -185,6 +191,7 @@ TEST(MeansXProdData, RefusalsChangeNothing) {
   using List = std::vector<const NQMeansXProdData*>;
   const NQProvMeans a = Sample(), raw = Sample(false);
   const NQMeansXProdData one(1, true), none;
+  EXPECT_TRUE(NQMeansXProdData().Merge(List{&one}));
   for (NQProvMeans r : {a, NQProvMeans(2, true)}) {
     const Values before = ValuesOf(r);
     EXPECT_EACH(false, r.SetNVars(-1), r.SetData(true, -1, {1}, {1}), r.SetData(true, 1, {1}, {}));
@@ -200,16 +207,19 @@ TEST(MeansXProdData, RefusalsChangeNothing) {
 }
 
 TEST(MeansXProdData, MergesWithEmptyAndWithItself) {
-  NQMeansXProdData odd;  // values that the formulas would round
-  ASSERT_TRUE(odd.SetData(true, 3.1, {0.1, 1 / 3.0}, {0.7, 1e-3, 1e300}));
+  NQMeansXProdData two, odd, many;  // odd: values that the formulas would round
+  EXPECT_EACH(true, two.SetNVars(2), two.UpdateXX({1, 2}, 3), two.Merge(NQMeansXProdData(2, true)),
+              odd.SetData(true, 0.7, {0.1, 1 / 3.0}, {0.7, 1e-3, 1e300}),
+              many.SetData(true, 0.25, {2, 4.25}, {8, 10, 14.75}));
+  EXPECT_EQ(ValuesOf(two), (Values{0, 0, 0, 3, 6, 12}));
   for (NQMeansXProdData empty : {NQMeansXProdData(), NQMeansXProdData(2, true)}) {
-    EXPECT_EACH(true, empty.Merge(odd), empty.Merge(NQMeansXProdData(2, true)));
+    EXPECT_EACH(true, empty.Merge(NQMeansXProdData(2, true)), empty.Merge(odd),
+                empty.Merge(NQMeansXProdData(2, true)));
     EXPECT_EQ(ValuesOf(empty), ValuesOf(odd));
   }
-  NQMeansXProdData many = Sample();
   for (int k = 0; k < 25; ++k) EXPECT_TRUE(many.Merge(many));
   const double n = 1 << 25;
-  EXPECT_EQ(ValuesOf(many), (Values{4 * n, 2, 4.25, 8 * n, 10 * n, 14.75 * n}));
+  EXPECT_EQ(ValuesOf(many), (Values{0.25 * n, 2, 4.25, 8 * n, 10 * n, 14.75 * n}));
 }
 
 // All pairs of three variables of a case, one of them the other way round.
@@ -252,8 +262,8 @@ TEST(AccumXProdPair, FoldsWhenTheBatchAllows) {
 #include "math/stats/batch_cases.inc"
   };
   for (const auto& [nAccum, weights, returned, folded, finished] : runs) {
-    NQAccumXProdPair pairs(2, nAccum);
-    pairs.SetNAccum(-7);
+    NQAccumXProdPair pairs(2, 100);
+    for (const int size : {nAccum, 0}) pairs.SetNAccum(size);
     for (std::size_t k = 0; k < weights.size(); ++k) {
       EXPECT_EQ(pairs.Update(0, 1, 1, weights[k]), returned[k]) << k;
       EXPECT_EQ(pairs.GetStats(0).nCases, folded[k]) << k;
@@ -269,20 +279,26 @@ TEST(AccumXProdPair, FoldsWhenTheBatchAllows) {
   pairs.SetNAccum(2);
   EXPECT_EACH(true, pairs.Update(0, 3, 3, 1), pairs.Update(0, 4, 4, 1));
   pairs.InitAccumCounts(0);
-  EXPECT_EACH(true, pairs.Finish(), pairs.GetStats(0).nCases == 9, NQAccumXProdPair(1, 1).Finish());
+  EXPECT_EACH(true, pairs.Finish(), pairs.GetStats(0).nCases == 9, NQAccumXProdPair(1, 1).Finish(),
+              NQAccumXProdPair(1, 0).GetNAccum() == 1);
   // A pair that has no cases does not keep the next one from being finished.
-  EXPECT_EACH(true, three.Update(2, 1, 1, 4), !three.Finish(), three.GetStats(2).nCases == 4);
+  EXPECT_EACH(true, three.Update(2, 1, 1, 4), !three.Finish(),
+              ValuesOf(three) == (Values{0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 4, 1, 1, 0, 0, 0}));
 }
 
-// Variances are those of the pair; of the covariance matrix, of the pair with most cases.
+// Variances are those of the pair; of the covariance matrix, of the first pair with most cases. A
+// merge with an empty accumulator rounds nothing and does not square the mean.
 TEST(AccumXProdPair, CovarianceAndCorrelationMatrices) {
-  NQAccumXProdPair pairs(3, 1);
+  NQAccumXProdPair pairs(3, 1), merged(0, 1);
   NQSymMatrix out;
-  EXPECT_EACH(true, pairs.SetStats(0, {5, 0, 0, 4, 9}, 3), pairs.SetStats(1, {7, 0, 0, 16, 25}, 10),
-              pairs.SetStats(2, {6, 0, 0, 0, 36}, 1), pairs.GetCorrelationMatrix(out));
+  EXPECT_EACH(true, pairs.SetStats(0, {5, 1e200, 0, 4, 9}, 3),
+              pairs.SetStats(1, {7, 0, 0, 16, 25}, 10), pairs.SetStats(2, {7, 0, 0, 36, 0}, 1),
+              merged.Merge(pairs), merged.Merge(NQAccumXProdPair(3, 1)),
+              merged.GetCorrelationMatrix(out));
+  EXPECT_EQ(merged.GetCovar().AsVectorConst(), (Values{3, 10, 1}));
   EXPECT_EQ(out.AsVector(), (Values{1, 0.5, 1, 0.5, kMissing, 1}));
-  EXPECT_TRUE(pairs.GetCovarianceMatrix(out));
-  EXPECT_EQ(out.AsVector(), (Values{25, 3, 36, 10, 1, 16}));
+  EXPECT_TRUE(merged.GetCovarianceMatrix(out));
+  EXPECT_EQ(out.AsVector(), (Values{25, 3, 0, 10, 1, 16}));
   EXPECT_TRUE(NQAccumXProdPair(1, 1).GetCovarianceMatrix(out));
   EXPECT_EQ(out.AsVector(), Values{kMissing});
 }
@@ -305,10 +321,11 @@ TEST(AccumXProdPair, CorrelationsOfTheArrayAsItLies) {
       EXPECT_TRUE(pairs.SetStats(static_cast<int>(k), {2, 0, 0, 0, 0}, covariances[k]));
     return pairs.GetCorr().AsVectorConst();
   };
-  EXPECT_EQ(correlations({16, 3, 81}), (Values{4, 0.5, 9, kMissing, kMissing, kMissing}));
+  EXPECT_EQ(correlations({0.0625, 3, 81}), (Values{0.25, 2, 9, kMissing, kMissing, kMissing}));
   EXPECT_EQ(correlations({0, 3, 81}),
             (Values{kMissing, kMissing, 9, kMissing, kMissing, kMissing}));
   pairs.InitAll();
+  EXPECT_FALSE(pairs.Update(3, 1, 0, 1, 9)) << "a cell, but no pair";
   EXPECT_EQ(pairs.GetCovar().AsVectorConst(), Values(6));
   EXPECT_EQ(correlations({16, 3, 81, 2, 6, 256}), (Values{4, 0.5, 9, 0.25, 0.5, 16}));
 }

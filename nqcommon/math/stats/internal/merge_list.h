@@ -12,7 +12,6 @@ bool MergeList(Target& target, const std::vector<Entry*>& others) {
   const auto first = std::find_if(others.begin(), others.end(),
                                   [](const Entry* other) { return other != nullptr; });
   if (first == others.end() || (*first)->GetNVars() < 1) return false;
-  if (target.GetNVars() >= 1 && target.GetNVars() != (*first)->GetNVars()) return false;
   return std::all_of(first, others.end(),
                      [&](const Entry* other) { return other == nullptr || target.Merge(*other); });
 }

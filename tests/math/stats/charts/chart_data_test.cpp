@@ -86,10 +86,11 @@ TEST(ChartData, LimitsOfBins) {
   NQScatterPlotData cells(2, 1, 0, 5, 4, 6, true), grid(2, 2, 0, 5, 4, 6, true), points;
   cells.UpdateData(2, 1, 3, 9);
   grid.UpdateData(2, 1, 3, 9);
-  EXPECT_EQ(grid.GetCellFrequency(1, 1), 2);
-  EXPECT_EQ((Doubles{cells.GetCellFrequency(1, 0), cells.GetCellFrequency(0, 1),
-                     cells.GetCellFrequency(-1, 0), points.GetCellFrequency(0, 0)}),
-            (Doubles{2, kMissing, kMissing, kMissing}));
+  EXPECT_EQ((Doubles{grid.GetCellFrequency(1, 1), grid.GetCellFrequency(0, 1),
+                     cells.GetCellFrequency(1, 0), cells.GetCellFrequency(0, 1),
+                     cells.GetCellFrequency(-1, 0), cells.GetCellFrequency(2, 0),
+                     points.GetCellFrequency(0, 0)}),
+            (Doubles{2, 0, 2, kMissing, kMissing, kMissing, kMissing}));
   Doubles limits;
   for (int i = -1; i <= 5; ++i) limits.push_back(four.GetBinLimit(i));
   for (int i = 0; i <= 3; ++i) limits.push_back(cells.GetBinLimitX(i));
@@ -100,7 +101,7 @@ TEST(ChartData, LimitsOfBins) {
 TEST(NQBarChartData, RefusesWhatIsNoCategory) {
   NQBarChartData three(3, true), none(-1, true);
   for (const double category : {-1.0, 3.0, kNaN, -0.5, kInf, kMissing})
-    EXPECT_EACH(false, three.UpdateData(1, category), none.UpdateData(1, category)) << category;
+    EXPECT_EACH(false, three.UpdateData(1, category), none.UpdateData(1, 0)) << category;
   EXPECT_EQ(three.GetTotalWeight(), 0);
   three.GenerateNQVariateData("", {});  // no share is 0 / 0
   EXPECT_NE(Displayed(three).find("weight (size = 3)\n  0 0 0\n"), std::string::npos);
