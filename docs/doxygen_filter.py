@@ -17,6 +17,7 @@ COMMENT = re.compile(r'^( *)// ?(.*)$')
 TRAILING = re.compile(r'^(.*[;,{}].*?)  // (.*)$')
 DECLARATION = re.compile(r'^(?:  )?(?! |[})]|public|private|protected)\S')
 ENDED = re.compile(r'[;}](?: *//.*)?$')
+INHERITED = re.compile(r'^  using INQ\w+::')  # overloads of an interface, which stand on its own page
 LAID_OUT = re.compile(r'^ {2,}|\S {2,}\S')
 
 
@@ -63,6 +64,8 @@ def translate(lines):
             yield f'  /// @name {escaped(ruler[2])}\n  /// @{{' if ruler else line
         elif match:
             comment.append((match[1], match[2]))
+        elif INHERITED.match(line):
+            comment.clear()
         else:
             if comment or line == '':
                 yield from flush(detached=line == '')
