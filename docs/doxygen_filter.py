@@ -5,8 +5,8 @@
     //   text in columns          a code block: formulas and tables keep their layout
     // ---- Title (file) ----     a group of members, up to the next one or the end of the class
     // text on the first line     describes the file
-    // text before a run of       describes each of them, up to the next blank line or comment
-    declarations
+    // text before a run of       describes each of them, up to the next blank line or comment, but for
+    declarations                  copies, destructors and what overrides something of another name
     Name();  // text              describes what stands before it
 """
 import re
@@ -17,6 +17,8 @@ COMMENT = re.compile(r'^( *)// ?(.*)$')
 TRAILING = re.compile(r'^(.*[;,{}].*?)  // (.*)$')
 DECLARATION = re.compile(r'^(?:  )?(?! |[})]|public|private|protected)\S')
 ENDED = re.compile(r'[;}](?: *//.*)?$')
+NAME = re.compile(r'(~?\w+)\(')
+OWN = re.compile(r'~|\boperator=\((?:const |\w+&&)|\b(\w+)\((?:const )?\1(?:<\w+>)?&|  //')  # described elsewhere, or beside
 INHERITED = re.compile(r'^  using INQ\w+::')  # overloads of an interface, which stand on its own page
 LAID_OUT = re.compile(r'^ {2,}|\S {2,}\S')
 
@@ -36,10 +38,20 @@ def block(indent, texts):
         yield f'{indent}///     {text}' if laid_out else f'{indent}/// {escaped(text)}'
 
 
+def shares(line, first):
+    """Does the comment of a run, which stands before `first`, describe this declaration of the run too?"""
+    names = [NAME.search(text) for text in (line, first)]
+    if OWN.search(line) or not all(names):
+        return False
+    mine, theirs = (name[1] for name in names)
+    return 'override' not in line or mine.startswith(theirs) or theirs.startswith(mine)
+
+
 def translate(lines):
     in_group = False
     comment = []
     repeated = []  # the comment of the run of declarations that the last line belongs to
+    first = ''     # the first of the run
     before = ''    # the last line
 
     # A comment with a blank line after it belongs to no declaration, but at the top it is the file's.
@@ -69,7 +81,8 @@ def translate(lines):
         else:
             if comment or line == '':
                 yield from flush(detached=line == '')
-            elif repeated and DECLARATION.match(line) and ENDED.search(before):
+                first = line
+            elif repeated and DECLARATION.match(line) and ENDED.search(before) and shares(line, first):
                 yield from block(repeated[0][0], [text for _, text in repeated])
             trailing = TRAILING.match(line)
             yield f'{trailing[1]}  ///< {escaped(trailing[2])}' if trailing else line

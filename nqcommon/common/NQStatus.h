@@ -12,6 +12,7 @@ class NQ_API NQStatus {
  public:
   // OK: code 0, all data zero.
   NQStatus() = default;
+  // An error, or a warning, with all data zero.
   NQStatus(long code, bool isWarning) : fErrorCode(code), fSeverity(isWarning ? 1 : -1) {}
 
   long GetErrorCode() const { return fErrorCode; }

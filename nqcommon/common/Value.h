@@ -46,6 +46,8 @@ class NQ_API Value {
 
   // The relative step of IsZeroDiff: the six-digit literal, not the exact machine epsilon.
   static constexpr double EPSILON = 2.22045e-16;
+
+  // The system-missing value and infinity, as constants and by functions.
   static constexpr double SYSMISVALUE = NQMV::gMissingValue;
   static constexpr double NQVALUE_INFINITY = GetLocalInfinity();
   static double GetSysmisValue() { return SYSMISVALUE; }
@@ -88,6 +90,8 @@ class NQ_API Value {
   Value& operator=(const Value& other);
   // Leaves `other` null, unless it is this value itself, which keeps its contents.
   Value& operator=(Value&& other) noexcept;
+
+  // The value takes the type and the contents of the argument. A null pointer counts as "".
   Value& operator=(bool value) { return *this = Value(value); }
   Value& operator=(int value) { return *this = Value(value); }
   Value& operator=(long long value) { return *this = Value(value); }
@@ -160,6 +164,7 @@ class NQ_API Value {
   operator long long() const;
   // An integer beyond the range of int is code 13 too.
   operator int() const;
+
   operator double() const;
   operator std::string() const;
 
@@ -226,6 +231,8 @@ class NQ_API Value {
   // other < *this, except that for two booleans it is deliberately the same test as <: a > b when a
   // is false and b is true.
   bool operator>(const Value& other) const;
+
+  // < or ==, > or ==.
   bool operator<=(const Value& other) const { return *this < other || *this == other; }
   bool operator>=(const Value& other) const { return *this > other || *this == other; }
 

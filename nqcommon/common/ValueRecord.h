@@ -50,17 +50,20 @@ class NQ_API ValueRecord {
   virtual bool Set(const std::string& name, const Value& value, bool sameType);
   // Takes an entry out; those behind it move up. False for an absent name.
   virtual bool Remove(const std::string& name);
+  // Takes all entries out.
   virtual void Clear();
   // Value::ClearValue for every value.
   virtual void ClearValues();
   // Makes value i null. Not range-checked.
   virtual void SetMissingValue(int i);
-  // Copies.
+  // The value, copied; null where there is none.
   virtual Value Get(const std::string& name) const;
   virtual Value Get(int i) const;
+  // The position of a name; -1 where it is absent.
   virtual int IndexOf(const std::string& name) const;
   virtual bool Contains(const std::string& name) const;
   virtual int Size() const;
+
   // The names in byte order when sorted, otherwise by position.
   virtual std::vector<std::string> Names(bool sorted) const;
   // The name at a position; "" when there is none.

@@ -31,6 +31,7 @@ class NQ_API NQBinningEncoder {
   int GetNumberOfCutPoints() const;
   double GetCutPoint(int i) const;  // 0 <= i < GetNumberOfCutPoints()
   std::vector<double> GetCutPoints() const;
+  // Whether the cut points were given; otherwise the bins have one width.
   bool HasGivenCutPoints() const { return !fvCutPoints.empty(); }
 
   // The bin of x: the position of the first cut point >= x, n - 1 when there is none.

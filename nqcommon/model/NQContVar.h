@@ -45,6 +45,7 @@ class NQ_API NQContVar final : public NQVariableBase {
 
   // Equal-width bins follow the new range. Given cut points stay.
   void SetMinMax(double min, double max);
+
   double GetMin() const { return fMin; }
   double GetMax() const { return fMax; }
 

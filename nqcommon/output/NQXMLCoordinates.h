@@ -25,6 +25,7 @@ class NQ_API NQXMLCoordinates {
 
   // No names and no values.
   NQXMLCoordinates() = default;
+
   NQXMLCoordinates(std::string feature, std::string field, std::string statistic, Values values)
       : fFeature(std::move(feature)),
         fField(std::move(field)),

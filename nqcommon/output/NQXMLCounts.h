@@ -12,6 +12,7 @@ class NQ_API NQXMLCounts {
  public:
   // No cases, and nothing else known.
   NQXMLCounts() = default;
+
   explicit NQXMLCounts(double totalFreq, double missingFreq = NQCommon_940::NQMV::Missing(),
                        double invalidFreq = NQCommon_940::NQMV::Missing(), double cardinality = -1)
       : fTotalFreq(totalFreq),

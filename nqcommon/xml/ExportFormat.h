@@ -20,6 +20,7 @@ class NQ_API ExportFormat {
 
   // The master switch: without it the tree is one line, whatever the other two flags are.
   void SetFormat(bool on) { fFormat = on; }
+
   void SetIndentation(bool on) { fIndentation = on; }
   void SetIsNewParagraph(bool on) { fNewParagraph = on; }
 

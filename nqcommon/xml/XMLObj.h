@@ -43,6 +43,7 @@ class NQ_API XMLObj {
   int WriteSubElement(std::ostream& os, Integer value) const {
     return WriteSubElement(os, static_cast<long>(NQCommon_940::ToLongLong(value)));
   }
+
   int WriteSubElement(std::ostream& os, double value) const;
   int WriteSubElement(std::ostream& os, const std::string& value) const;
   // Without this form a string literal would be a bool. A null pointer counts as "".

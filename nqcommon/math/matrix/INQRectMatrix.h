@@ -33,8 +33,12 @@ class NQ_API INQRectMatrix {
   virtual int GetMatrixType() const = 0;
   // False after an allocation that failed; m and n are then -1.
   virtual bool IsValidMatrix() const = 0;
+
+  // m and n.
   virtual int GetNRows() const = 0;
   virtual int GetNCols() const = 0;
+
+  // r(i, j), not range-checked.
   virtual double GetElem(int i, int j) const = 0;
   // out = row i, n values, or column j, m values.
   virtual bool GetRow(int i, std::vector<double>& out) const = 0;
@@ -92,6 +96,7 @@ class NQ_API INQRectMatrix {
   virtual bool Resize(int m, int n) = 0;
   // Euclidean norm of row i.
   virtual double RowNorm(int i) const = 0;
+  // r(i, j) <- x. False where the structure has no such cell.
   virtual bool SetElem(int i, int j, double x) = 0;
   // As Resize, then all entries 0 when `clear` is set.
   virtual bool SetNRowsCols(int m, int n, bool clear);

@@ -48,9 +48,11 @@ class NQ_API INQSymMatrix {
 
   // 0 dense (NQSymMatrix), 1 diagonal, 2 block-diagonal.
   virtual int GetType() const = 0;
+  // n.
   virtual int GetNRows() const = 0;
   // False after an allocation that failed; the order is then -1.
   virtual bool IsValidMatrix() const = 0;
+  // s(i, j), not range-checked.
   virtual double GetElem(int i, int j) const = 0;
   // out = (s00, s11, ...).
   virtual void GetDiagonal(std::vector<double>& out) const;
@@ -203,7 +205,9 @@ class NQ_API INQSymMatrix {
   virtual bool SetElem(int i, int j, double x) = 0;
   // As Resize, then all entries 0 when `clear` is set.
   virtual bool SetNRows(int n, bool clear);
+  // Row and column i <- x, where there are cells.
   virtual bool SetRowColToConst(int i, double x) = 0;
+  // The sum of the diagonal.
   virtual double Trace() const;
   // tr(S A) and tr(S A B); system-missing where orders differ.
   virtual double TraceOfProduct(const INQSymMatrix& a) const;

@@ -95,10 +95,13 @@ class NQ_API NQEigenValues : private EigenFields {
 
   // False, nothing changed, unless x > 0.
   bool SetTolerance(double x);
+
   double GetTolerance() const { return fTolerance; }
+
   // False, nothing changed, unless k >= 1. A round that finds an eigenvalue converged counts as an
   // iteration: with k = 1 only those that need no work are found.
   bool SetMaxIter(int k);
+
   int GetMaxIter() const { return fMaxIter; }
 
   // ---- Eigenvalues and eigenvectors ------------------------------------------------------------

@@ -50,6 +50,7 @@ class NQ_API NQRectMatrix : public INQRectMatrix, private MatrixStorage<RectShap
   // One more column, of zeros, the old entries staying at their (i, j). Returns the new n; -1 when
   // there is no storage for it, the matrix then being invalid.
   int AddColumn();
+  // Row i, and column j, taken out. False, nothing changed, where there is none.
   bool DeleteOneRow(int i);
   bool DeleteOneCol(int j);
   // In place: n x m, element (j, i) = old (i, j). False, unchanged, when memory fails.
@@ -75,6 +76,7 @@ class NQ_API NQRectMatrix : public INQRectMatrix, private MatrixStorage<RectShap
   bool IsColZero(int j) const;
   // r(i,i) += x for i < min(m, n).
   void AddToDiagonal(double x);
+  // Column j <- 0.
   bool ZeroOutCol(int j);
   bool ZeroOutRowPart(int i, int first, int count) override;
   // Column j times x.

@@ -122,6 +122,7 @@ class NQ_API NQSparseRectMatrix : public INQRectMatrix, private SparseFields {
   // Row `to` of dst, of m columns, <- column `from`.
   bool CopyColToRow(int from, int to, NQRectMatrix& dst) const;
   bool CreateBlockDiagonal(int k, INQRectMatrix& out) const override;
+  // out = the last column, m values.
   bool ExtractLastCol(std::vector<double>& out) const;
   // out = rows firstRow .. firstRow+nRows-1, columns firstCol .. firstCol+nCols-1, sparse, with
   // min(k, nCols) entries a row.
@@ -135,6 +136,7 @@ class NQ_API NQSparseRectMatrix : public INQRectMatrix, private SparseFields {
   // indices[j] = the rows in which column j is stored, values[j] = its values there.
   bool GetSparseMatrixColumns(std::vector<std::vector<int>>& indices,
                               std::vector<std::vector<double>>& values) const;
+  // out = the dense expansion.
   bool CreateFullMatrix(NQRectMatrix& out) const;
 
   // ---- Norms and products (NQSparseRectMatrix_product.cpp) -------------------------------------

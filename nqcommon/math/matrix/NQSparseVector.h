@@ -35,6 +35,7 @@ class NQ_API NQSparseVector {
   }
   // GetNElements is the length of the index list.
   int GetNElements() const { return fNElements; }
+  // The lists themselves.
   const std::vector<int>& GetIndices() const { return *fpIndices; }
   const std::vector<double>& GetValues() const { return *fpValues; }
   // Last index + 1, the shortest dense vector that holds this one (INT_MAX for a last index of

@@ -31,7 +31,9 @@ class NQ_API NQSymBlockMatrix {
   // nb(nb+1)/2 blocks of order bs, a negative count being 0; all zero with `clear`, otherwise the
   // blocks keep what their storage holds. False, both counts -1, when there is no storage.
   bool SetNRows(int nb, int bs, bool clear);
+  // False after an allocation that failed; both counts are then -1.
   bool IsValid() const { return fNBlocks >= 0 && fBlockSize >= 0; }
+  // nb and bs.
   int GetNBlocks() const { return fNBlocks; }
   int GetBlockSize() const { return fBlockSize; }
 
@@ -48,6 +50,7 @@ class NQ_API NQSymBlockMatrix {
   int CopyToSymMatrix(INQSymMatrix& out) const;
   // All blocks zero.
   void Clear();
+
   void Display() const;
 
  private:

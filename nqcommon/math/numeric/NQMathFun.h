@@ -77,6 +77,7 @@ class NQ_API NQMathFun {
   // y += a x; a = 0 returns at once.
   static void Daxpy(Index n, double a, const std::vector<double>& x, Index startx, Index incx,
                     std::vector<double>& y, Index starty, Index incy);
+  // The sum of the products, from left to right.
   static double DDot(Index n, const std::vector<double>& x, Index startx, Index incx,
                      const std::vector<double>& y, Index starty, Index incy);
   // x *= a; a = 0 stores exact zeros, over NaN too.

@@ -15,6 +15,7 @@ class NQ_API NQRNGenerator {
 
   // Restarts the stream: the same seed gives the same numbers.
   virtual void SetSeed(double seed) = 0;
+  // The next number of the stream.
   virtual double GetNext() = 0;
 };
 

@@ -74,6 +74,7 @@ class NQ_API NQHashKey {
 
   // False, nothing changed, when the upper bound would be 0 or less, or above INT_MAX.
   static bool SetElementOffset(int offset);
+
   static int GetElementOffset() { return ADD_LOWER_BOUND; }
   // 9377657 - offset.
   static int GetElementUpperBound();

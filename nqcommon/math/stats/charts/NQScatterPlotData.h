@@ -28,6 +28,7 @@ class NQ_API NQScatterPlotData {
  public:
   // Every point.
   NQScatterPlotData() : NQScatterPlotData(1, 1, 0, 0, 0, 0, false) {}
+
   NQScatterPlotData(int nBinsX, int nBinsY, double minX, double minY, double maxX, double maxY,
                     bool binned);
 
