@@ -43,7 +43,9 @@ TEST(Value, GettersConvertFromEveryType) {
       {ArrayOf({MapOf({{"k", ArrayOf({})}}), Value(), 0.5}), "1 3 3 {[k:{}],,0.5}"},
   };
   for (const auto& [value, want] : rows) EXPECT_EQ(Getters(value), want);
-  EXPECT_FALSE(Value(kAboveMissing).IsMissing());
+  EXPECT_EACH(true, Value(1).IsNumericValue(), Value(kNaN).IsNumericValue());
+  EXPECT_EACH(false, Value(kAboveMissing).IsMissing(), Value(true).IsNumericValue(),
+              Value("1").IsNumericValue(), Value().IsNumericValue());
 }
 
 TEST(Value, TextIgnoresLocaleAndBaseButNotPrecision) {

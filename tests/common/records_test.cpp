@@ -71,11 +71,11 @@ TEST(ValueRecord, NamesAndPositions) {
   EXPECT_EQ(record.Add("b", 2), 0);
   EXPECT_EQ(record.Add("a", "text"), 1);
   EXPECT_EQ(record.Add("b", 3), 0);
-  EXPECT_EACH(false, record.Set("c", 1, false), record.Set("a", 1, true));
+  EXPECT_EACH(false, record.Set("c", 1, false), record.Set("a", 1, true), record.Contains("c"));
   EXPECT_EQ(record.Get("a").GetString() + record.Get(0).GetString(), "text3");
   record.SetMissingValue(1);
-  EXPECT_EACH(true, record.Set("a", 1.5, true), record.Get("c").IsNull(), record.Get(-1).IsNull(),
-              record.Get(2).IsNull())
+  EXPECT_EACH(true, record.Contains("b"), record.Set("a", 1.5, true), record.Get("c").IsNull(),
+              record.Get(-1).IsNull(), record.Get(2).IsNull())
       << "a null value takes any type";
   other.Add("0", 7);
   EXPECT_EACH(true, record.AddAll(record), record.AddAll(ValueRecord()), other.AddAll(record));

@@ -54,7 +54,10 @@ TEST(NQVarList, OneWeight) {
   EXPECT_EQ(list.GetVarNames(), (Texts{"x", "w2"}));
   EXPECT_EQ(list.GetEncoderAt(1)->Encode(0.9), kMissing);
   EXPECT_EACH(false, list.SetVariableRole(1, V::RoleInput), list.AddResponseVariable(1),
-              list.SetMissingValueReplacement(1, "1"), list.GetVarAt(1)->SetFlagVariable(true));
+              list.SetMissingValueReplacement(1, "1"), list.GetVarAt(1)->SetFlagVariable(true),
+              list.GetVarAt(1)->IsFlagVariable(), list.GetVarAt(1)->GetNumberOfCategories() > 0,
+              list.GetVarAt(1)->UpdateNumberOfCategories() > 0,
+              list.GetEncoderAt(1)->GetNumberOfCategories() > 0);
 }
 
 TEST(NQVarList, WhatIsAddedIsOfAKnownLevel) {

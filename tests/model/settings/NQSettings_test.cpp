@@ -140,6 +140,8 @@ TEST(NQSettings, HoldThemselvesByCopy) {
   EXPECT_EQ(settings.Size(), 2u);
   *settings.GetSettingAt(1) = *&*settings.GetSettingAt(1);
   EXPECT_EQ(settings.GetSettingAt(1)->GetType(), "tag");
+  EXPECT_EACH(true, settings.GetSettingAt(1)->HasChild(), !settings.GetSettingAt(0)->HasChild(),
+              !settings.GetSettingAt(1)->IsList(), NQSetting("", Ints{1}).IsList());
   EXPECT_TRUE(settings.GetSettingValByName("self", settings));
   EXPECT_EQ(Displayed(settings), Displayed(Holding("x", 1)));
   EXPECT_FALSE(settings.GetSettingValByName("x", settings));  // a number is no collection
