@@ -18,7 +18,7 @@ TRAILING = re.compile(r'^(.*[;,{}].*?)  // (.*)$')
 DECLARATION = re.compile(r'^(?:  )?(?! |[})]|public|private|protected)\S')
 ENDED = re.compile(r'[;}](?: *//.*)?$')
 NAME = re.compile(r'(~?\w+)\(')
-OWN = re.compile(r'~|\boperator=\((?:const |\w+&&)|\b(\w+)\((?:const )?\1(?:<\w+>)?&|  //')  # described elsewhere, or beside
+OWN = re.compile(r'~|\boperator=\((?:const )?\w+&|\b(\w+)\((?:const )?\1(?:<\w+>)?&|  //')  # described elsewhere, or beside
 INHERITED = re.compile(r'^  using INQ\w+::')  # overloads of an interface, which stand on its own page
 LAID_OUT = re.compile(r'^ {2,}|\S {2,}\S')
 
