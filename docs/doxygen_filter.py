@@ -18,7 +18,8 @@ TRAILING = re.compile(r'^(.*[;,{}].*?)  // (.*)$')
 DECLARATION = re.compile(r'^(?:  )?(?! |[})]|public|private|protected)\S')
 ENDED = re.compile(r'[;}](?: *//.*)?$')
 NAME = re.compile(r'(~?\w+)\(')
-OWN = re.compile(r'~|\boperator=\((?:const )?\w+&|\b(\w+)\((?:const )?\1(?:<\w+>)?&|  //')  # described elsewhere, or beside
+# Copies, moves and destructors are described at their class, and some declarations beside them.
+OWN = re.compile(r'~|\boperator=\((?:const )?\w+&|\b(\w+)\((?:const )?\1(?:<\w+>)?&|  //')
 INHERITED = re.compile(r'^  using INQ\w+::')  # overloads of an interface, which stand on its own page
 LAID_OUT = re.compile(r'^ {2,}|\S {2,}\S')
 
