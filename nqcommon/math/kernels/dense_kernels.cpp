@@ -99,7 +99,8 @@ class Packer {
   }
 
  private:
-  // Left of the diagonal a triangle lies along its rows, right of it along its columns.
+  // Left of the diagonal a triangle lies along its rows, right of it along its columns. Where an
+  // operand is 0 there, nothing is packed: PanelUpdate leaves those vectors out.
   void PackTile(std::size_t row, std::size_t rows, std::size_t k, std::size_t depth,
                 double* to) const {
     std::size_t left = fA.layout == Layout::kRows ? depth : 0, right = left;
@@ -108,13 +109,9 @@ class Packer {
       left = std::clamp(row, k, k + depth) - k;
       right = std::clamp(row + rows, k, k + depth) - k;
     }
-    if (fA.layout == Layout::kUpper) {
-      std::fill_n(to, left * fTile, 0.0);
-    } else {
-      for (std::size_t r = 0; r < rows; ++r) {
-        const double* from = fA.data + (packed ? RowStart(row + r) : (row + r) * fA.step) + k;
-        for (std::size_t p = 0; p < left; ++p) to[p * fTile + r] = from[p];
-      }
+    for (std::size_t r = 0; r < rows && fA.layout != Layout::kUpper; ++r) {
+      const double* from = fA.data + (packed ? RowStart(row + r) : (row + r) * fA.step) + k;
+      for (std::size_t p = 0; p < left; ++p) to[p * fTile + r] = from[p];
     }
     for (std::size_t p = left; p < right; ++p) {
       for (std::size_t r = 0; r < rows; ++r) {
@@ -124,10 +121,7 @@ class Packer {
         to[p * fTile + r] = isZero ? 0 : fA.data[SymIndex(row + r, k + p)];
       }
     }
-    if (fA.layout == Layout::kLower) {
-      std::fill_n(to + right * fTile, (depth - right) * fTile, 0.0);
-      return;
-    }
+    if (fA.layout == Layout::kLower) return;
     for (std::size_t p = right; p < depth; ++p) {
       const double* from = fA.data + (packed ? RowStart(k + p) : (k + p) * fA.step) + row;
       if (rows == kPanelTile) {
@@ -216,16 +210,7 @@ bool IsFinite(const double* c, std::size_t size) {
 
 void Multiply(const Operand& a, const Operand& b, std::size_t m, std::size_t inner, std::size_t n,
               double* c, Isa isa) {
-  const PanelUpdate job{.c = c,
-                        .end = c + m * n,
-                        .step = n,
-                        .firstRow = 0,
-                        .endRow = m,
-                        .firstColumn = 0,
-                        .endColumn = n,
-                        .a = {},
-                        .b = {},
-                        .count = 0};
+  const PanelUpdate job{.c = c, .end = c + m * n, .step = n, .endRow = m, .endColumn = n};
   if (!IsSmall(m, inner, n) && MultiplyInBlocks(a, b, inner, job, KernelsFor(isa)) &&
       ((!IsTriangular(a) && !IsTriangular(b)) || IsFinite(c, m * n)))
     return;

@@ -76,22 +76,6 @@ double StirlingSeries(double x) {
   return inverse * Polynomial(kStirling, inverse * inverse);
 }
 
-// Gamma(x) = Gamma(2 + z) * factor, |z| <= 1/2; every difference here is exact.
-struct Reduced {
-  double z;
-  double factor;
-};
-
-Reduced ReduceAboveHalf(double x) {
-  if (x < 1.5) return {x - 1, 1 / x};
-  double factor = 1;
-  while (x >= 2.5) {
-    x -= 1;
-    factor *= x;
-  }
-  return {x - 2, factor};
-}
-
 // (B(2k) terms of 1/(b + a)) - (those of 1/b), each difference of powers through its factor
 // 1/(b + a) - 1/b, so that nothing cancels for a small.
 double StirlingSeriesStep(double a, double b) {
@@ -114,10 +98,13 @@ double LogGamma(double x) {
   if (std::isinf(x)) return x;
   if (x >= kSeriesFrom) return (x - 0.5) * std::log(x) - x + (kLogSqrt2Pi + StirlingSeries(x));
   if (x < 0.5) return LogGamma1p(x) - std::log(x);
-  const Reduced r = ReduceAboveHalf(x);
-  // of x itself, since 1/x rounds away the digits that its logarithm has near 1
-  if (x < 1.5) return LogGammaAboutTwo(r.z) - std::log(x);
-  return r.factor == 1 ? LogGammaAboutTwo(r.z) : LogGammaAboutTwo(r.z) + std::log(r.factor);
+  if (x < 1.5) return LogGammaAboutTwo(x - 1) - std::log(x);
+  double factor = 1;  // Gamma of the first x is Gamma(x) * factor; the differences are exact
+  while (x >= 2.5) {
+    x -= 1;
+    factor *= x;
+  }
+  return LogGammaAboutTwo(x - 2) + std::log(factor);
 }
 
 double LogGamma1p(double a) {

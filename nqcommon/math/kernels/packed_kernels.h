@@ -92,12 +92,12 @@ struct PanelUpdate {
   double* c;         // element (0, 0)
   double* end;       // behind the last element of the memory that c is in
   std::size_t step;  // from row to row; 0 for the lower triangle packed by rows
-  std::size_t firstRow, endRow;
-  std::size_t firstColumn, endColumn;
-  PanelView a;         // endRow - firstRow elements each
-  PanelView b;         // tiles of kPanelTile, the last one padded
-  std::size_t count;   // vectors
-  bool fresh = false;  // c is taken for 0, whatever it holds
+  std::size_t firstRow = 0, endRow;
+  std::size_t firstColumn = 0, endColumn;
+  PanelView a = {};       // endRow - firstRow elements each
+  PanelView b = {};       // tiles of kPanelTile, the last one padded
+  std::size_t count = 0;  // vectors
+  bool fresh = false;     // c is taken for 0, whatever it holds
 
   // Where the operands are triangles only some vectors differ from 0, and these alone are added up:
   // a_p[i] for p + k <= i (kLower) or p + k >= i (kUpper), b_p[j] for p + k >= j (kLower) or
@@ -125,9 +125,7 @@ inline PanelUpdate UpdateOfTriangle(double* s, std::size_t n, const PanelView& a
   return {.c = s,
           .end = s + RowStart(n),
           .step = 0,
-          .firstRow = 0,
           .endRow = n,
-          .firstColumn = 0,
           .endColumn = n,
           .a = a,
           .b = b,

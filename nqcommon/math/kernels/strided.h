@@ -117,13 +117,12 @@ inline double Nrm2(Index n, const double* x, Index inc) {
   double ssq = 1;
   Visit(n, x, inc, [&scale, &ssq](double xk) {
     const double size = std::fabs(xk);
-    if (size == 0) return;
     if (size > scale) {
       const double ratio = scale / size;
       ssq = 1 + ssq * (ratio * ratio);
       scale = size;
     } else {
-      // Equal sizes are not divided: two infinities would make a NaN.
+      // Equal sizes are not divided: two zeros or two infinities would make a NaN.
       const double ratio = size == scale ? 1 : size / scale;
       ssq += ratio * ratio;
     }

@@ -15,6 +15,7 @@ constexpr std::size_t kSmallOrder = 16;
 
 // Rows whose share in the rows below them is added in one pass.
 constexpr std::size_t kBlock = 32;
+static_assert(kBlock % kPanelTile == 0);
 
 // The inverse, a block of rows at a time from the last one up. With p the pivot rows as InvertLower
 // scales them, p(k,j) = -l(k,j) / l(k,k), and y the rows before their last scaling,
@@ -58,8 +59,7 @@ class Inverter {
       double* row = Row(fRowOf[q]);
       fInverse[q] = 1 / row[fRowOf[q]];
       for (std::size_t j = 0; j < fRowOf[q]; ++j) row[j] = 0 - row[j] * fInverse[q];
-      for (std::size_t j = 0; j < WholeTiles(fBegin); ++j)
-        fPivots[PanelIndex(fCount, q, j)] = j < fBegin ? row[j] : 0;
+      for (std::size_t j = 0; j < fBegin; ++j) fPivots[PanelIndex(fCount, q, j)] = row[j];
       for (std::size_t r = q + 1; r < fCount; ++r) fFactors[r * kBlock + q] = row[fRowOf[r]];
     }
   }

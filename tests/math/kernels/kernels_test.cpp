@@ -8,10 +8,12 @@
 #include <nqcommon/math/kernels/packed_cholesky.h>
 #include <nqcommon/math/kernels/packed_sweep.h>
 #include <nqcommon/math/kernels/plane_rotations.h>
+#include <nqcommon/math/kernels/scaling.h>
 #include <nqcommon/math/kernels/triangular.h>
 #include <nqcommon/math/kernels/tridiagonal.h>
 #include <nqcommon/math/matrix/linpack/Blas1.h>
 
+#include <algorithm>
 #include <cmath>
 #include <numeric>
 
@@ -38,12 +40,20 @@ TEST(InstructionSets, MachineRunsAllThatHaveKernels) {
   }
 }
 
+TEST(PlainLoops, WhatTakesNoPartIsZero) {
+  Values x = {3, 4};
+  LowerSolve(Values{0, 5, 2}.data(), 2, x.data());
+  EXPECT_EQ(x, (Values{0, 2}));
+  EXPECT_EQ(Sum(0, nullptr, 1), 0);
+  EXPECT_EQ(Extremes().Min(), 0);
+}
+
 // ---- Products
 
 // Sizes around the borders of tiles and blocks: m, inner, n.
 constexpr std::size_t kSizes[][3] = {{4, 64, 4},   {4, 8, 33},    {9, 8, 15},    {16, 16, 16},
                                      {17, 129, 8}, {33, 5, 260},  {257, 12, 31}, {64, 128, 48},
-                                     {31, 300, 9}, {65, 257, 65}, {100, 3, 100}, {270, 20, 270}};
+                                     {31, 300, 9}, {65, 257, 65}, {100, 3, 100}, {520, 20, 520}};
 
 TEST(DenseKernels, EveryFormGivesTheBitsOfThePlainLoop) {
   // Long enough for any layout of any size, not finite in places.
@@ -91,8 +101,9 @@ TEST(Triangular, EveryFormGivesTheBitsOfThePlainLoop) {
   for (const auto& row : rows) {
     for (const std::size_t n : PackedOrders()) {
       Values l = RandomPositiveDefinite(n);
-      for (const double special : {1.0, 0.0, kInf, kNaN}) {  // a zero pivot; not finite in places
-        if (special == 0) l[DiagIndex(n / 2)] = special;
+      for (const double special : {1.0, 0.0, kInf, kNaN}) {  // zero pivots; not finite in places
+        const std::size_t zeros = special == 0 ? 1 + std::min<std::size_t>(n / 4, 40) : 0;
+        for (std::size_t i = n / 2; i < n / 2 + zeros; ++i) l[DiagIndex(i)] = 0;
         if (!(special < kInf)) l[LowerIndex(n - 1, n / 3)] = special;
         Values want = l;
         row.plain(want.data(), n);
@@ -234,6 +245,7 @@ TEST(PackedSweep, EveryFormGivesTheSameBits) {
     for (const std::size_t k : {0u, 11u, 31u}) {
       if (k < n) refusing.t[k] = 1e12;
     }
+    refusing.s[0] = 1e12 * kEps;  // the largest that is refused
     for (const std::size_t k : {7u, 15u, 16u, 20u, 64u}) {
       if (k >= n) continue;
       CopyRow(refusing.s, n, k - 5, k);
@@ -273,6 +285,16 @@ TEST(Tridiagonal, EveryInstructionSetSolvesToTheSameBits) {
     const Values s = RandomPositiveDefinite(n);
     ExpectEveryFormSame("solution", n, Solve(s, n, Isa::kBaseline),
                         [&](Isa isa) { return Solve(s, n, isa); });
+  }
+  EXPECT_TRUE(Solve({}, 0, BestIsa()).empty());
+  // A power of two, up to the ends of the range, changes nothing but the eigenvalues, which take it.
+  const Values s = RandomPositiveDefinite(20), want = Solve(s, 20, BestIsa());
+  for (const int power : {-1018, 1018}) {
+    Values far = s;
+    for (double& x : far) x = std::ldexp(x, power);
+    far = Solve(far, 20, BestIsa());
+    for (std::size_t i = 0; i < 20; ++i) far[i] = std::ldexp(far[i], -power);
+    EXPECT_TRUE(AreSame(far, want)) << power;
   }
 }
 
