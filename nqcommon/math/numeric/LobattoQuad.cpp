@@ -42,7 +42,7 @@ double LobattoQuad::SumUp(double a, double b) {
 double LobattoQuad::Integrate(double a, double b) {
   fNIterations = 0;
   fWarnings->ClearWarnings();
-  if (!fIntegrand || b <= a) return 0;
+  if (!fIntegrand) return 0;
   AdjustBounds(a, b);
   if (b <= a) return 0;
   const double span = b - a;

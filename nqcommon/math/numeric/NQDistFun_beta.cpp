@@ -16,8 +16,6 @@ using NQCommon_940::NQMV;
 
 double NQDistFun::cdfbet(const double& x, const double& a, const double& b, long& status) {
   if (IsRefused(!IsShape(a) || !IsShape(b) || std::isnan(x), status)) return NQMV::Missing();
-  if (x <= 0) return 0;
-  if (x >= 1) return 1;
   const double shape1 = BoundedShape(a);
   const double shape2 = BoundedShape(b);
   const auto point = BetaPointAt(x, shape1, shape2);

@@ -66,7 +66,7 @@ double NQDistFun::idfchb(const double& p, const double& df, long& status) {
   double low = shape / 2;
   double high = shape * 2;
   // The quantile may lie as far down as a double goes.
-  for (double factor = 0.5; low > 0 && !isBelow(low); factor *= factor) {
+  for (double factor = 0.5; !isBelow(low); factor *= factor) {
     high = low;
     low *= factor;
   }
@@ -135,7 +135,7 @@ double NQDistFun::PdfGamma(double x, double shape, double rate) {
 }
 
 double NQDistFun::IdfGam(const double& p, const double& shape, const double& rate) {
-  if (!(rate > 0 && shape >= 0 && p >= 0 && p < 1)) return NQMV::Missing();
+  if (!(rate > 0 && shape >= 0 && p >= 0)) return NQMV::Missing();
   if (p == 0) return 0;
   const double chi = IdfChi(p, 2 * shape);
   const double value = chi * 0.5 / rate;

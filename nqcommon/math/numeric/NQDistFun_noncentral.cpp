@@ -38,7 +38,7 @@ double NoncentralBeta(const BetaPoint& point, double a, double b, double ncp) {
 template <class Cdf>
 double FindNoncentrality(double start, double prob, double tol, Cdf cdf) {
   constexpr double kSameTo = 8;  // epsilons
-  if (!(tol >= 0 && prob >= 0 && prob <= 1) || !(cdf(0.0) > prob)) return NQMV::Missing();
+  if (!(tol >= 0 && prob >= 0 && cdf(0.0) > prob)) return NQMV::Missing();
   double low = start;
   double high = start;
   if (cdf(start) > prob) {

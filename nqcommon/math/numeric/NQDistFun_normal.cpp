@@ -55,17 +55,13 @@ double Evaluate(const Rational& rational, double x) {
 
 double NQDistFun::derf(const double& x) { return std::erf(x); }
 
-double NQDistFun::derfc(const double& x) {
-  const double value = std::erfc(x);
-  return value < kMinProbability ? 0 : value;
-}
+double NQDistFun::derfc(const double& x) { return ZeroOrMore(std::erfc(x)); }
 
 double NQDistFun::prbnrm(const double& z) { return NormalLower(z); }
 
 double NQDistFun::probit(const double& p) {
   if (!(p > 0 && p < 1)) return NQMV::Missing();
   const double q = p - 0.5;
-  if (q == 0) return 0;
   if (std::fabs(q) <= 0.425) return q * Evaluate(kCentral, 0.180625 - q * q);
   const double r = std::sqrt(-std::log(q < 0 ? p : 1 - p));
   return std::copysign(r <= 5 ? Evaluate(kMiddle, r - 1.6) : Evaluate(kFar, r - 5), q);

@@ -53,7 +53,7 @@ NQMathFun::Index FindBin(const std::vector<T>& v, NQMathFun::Index lo, NQMathFun
 template <class Skip>
 void FindTwoLargestBut(Skip skip, const std::vector<double>& v, double& first, double& second) {
   first = second = NQMV::Missing();
-  int found = 0;
+  std::size_t found = 0;
   for (const double x : v) {
     if (std::isnan(x) || skip(x)) continue;
     if (found == 0 || x > first) {
@@ -62,7 +62,7 @@ void FindTwoLargestBut(Skip skip, const std::vector<double>& v, double& first, d
     } else if (found == 1 || x > second) {
       second = x;
     }
-    if (found < 2) ++found;
+    ++found;
   }
 }
 
@@ -97,7 +97,7 @@ bool NQMathFun::IsValidDouble(double x) {
   return -kLargest <= x && x <= kLargest;
 }
 
-bool NQMathFun::QLReps(double x, double y) { return y > 0 && std::fabs(x) < y * kEpsilon; }
+bool NQMathFun::QLReps(double x, double y) { return std::fabs(x) < y * kEpsilon; }
 
 double NQMathFun::ReplaceIfSmall(double x, double y) { return std::fabs(x) < y ? y : x; }
 

@@ -14,7 +14,6 @@ namespace {
 // Whether DrawByNormal accepts half of its points or more, so that it is faster than the inverse.
 // It accepts about 2 sqrt(mode (1 - mode)) of them for large shapes, and few for shapes near 1.
 bool SuitsNormal(double a, double b) {
-  if (!(a > 1 && b > 1)) return false;
   const double total = (a - 1) + (b - 1);
   const double mode = (a - 1) / total;
   return total >= 1 && 16 * mode * (1 - mode) >= 1;
@@ -43,9 +42,8 @@ double NQRNGBeta::DrawByNormal(double a, double b) {
 }
 
 bool NQRNGBeta::SetParameters(double a, double b) {
-  const bool valid = a > 0 && b > 0;
-  fA = valid ? a : 1;
-  fB = valid ? b : 1;
+  fA = a;
+  fB = b;
   return a <= 0;
 }
 

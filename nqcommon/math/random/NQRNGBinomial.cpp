@@ -18,10 +18,9 @@ bool IsValid(double n, double p) {
 }  // namespace
 
 bool NQRNGBinomial::SetParameters(double n, double p) {
-  const bool valid = IsValid(n, p);
-  fN = valid ? n : 0;
-  fP = valid ? p : 0;
-  return valid;
+  fN = n;
+  fP = p;
+  return IsValid(n, p);
 }
 
 // The method is that of D. A. Relles, "A simple algorithm for generating binomial random variables

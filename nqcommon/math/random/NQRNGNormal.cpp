@@ -5,10 +5,9 @@
 namespace NQMath_940 {
 
 bool NQRNGNormal::SetParameters(double mean, double sd) {
-  const bool valid = sd >= 0;
-  fMean = valid ? mean : 0;
-  fSd = valid ? sd : 1;
-  return valid;
+  fMean = mean;
+  fSd = sd;
+  return sd >= 0;
 }
 
 double NQRNGNormal::GetNext(double mean, double sd) {

@@ -18,7 +18,7 @@ inline BetaPoint Mirror(const BetaPoint& point) { return {point.y, point.x, -poi
 // ln x.
 double LogOf(const BetaPoint& point);
 
-// The point of x, 0 <= x <= 1.
+// The point of x.
 BetaPoint BetaPointAt(double x, double a, double b);
 // The point x/y = ratio * a/b: the variance ratio of an F distribution with 2a and 2b degrees of
 // freedom, ratio > 0.
@@ -27,7 +27,7 @@ BetaPoint BetaPointOfRatio(double ratio, double a, double b);
 // x^a y^b / B(a, b), 0 < x < 1.
 ExpTerm BetaTerm(const BetaPoint& point, double a, double b);
 
-// I_x(a, b) and I_y(b, a), for a and b in (0, kLargestShape].
+// I_x(a, b) and I_y(b, a), for a and b in (0, kLargestShape]; 0 and 1 for a point outside (0, 1).
 Tails IncompleteBeta(const BetaPoint& point, double a, double b);
 
 // The same with the slope by the logarithm of x/y, for 0 < x, 0 < y.
