@@ -83,8 +83,13 @@ def add_binomials(table):
         far += 1
         below += binomial(far, 4000, 0.5)
     table.add("IdfBin", (1e-300, 4000, 0.5), far, 0)
+    far, above = 101, mpf(0)
+    while above <= mpf(2) ** -48:
+        far -= 1
+        above += binomial(far, 100, 0.5)
+    table.add("IdfBin", (1 - 2.0 ** -48, 100, 0.5), far, 0)
     # powers, to an ulp or two
-    for n, p in [(1000, 0.5), (3, 0.3), (40, 0.999), (10 ** 6, 7e-4), (10 ** 10, 6e-8), (10 ** 15, 3e-13)]:
+    for n, p in [(1000, 0.5), (3, 0.3), (40, 0.999), (10 ** 6, 7e-4), (10 ** 10, 6e-8), (7 * 10 ** 10, 9.9e-9)]:
         table.add("PdfBin", (0, n, p), binomial(0, n, p), 4e-16)
         table.add("CdfBin", (0, n, p), binomial(0, n, p), 4e-16)
         if (value := binomial(n, n, p)) > mpf(10) ** -300:
@@ -94,7 +99,7 @@ def add_binomials(table):
 
 
 def add_negative_binomials(table):
-    for r, p in [(1e-8, 0.5), (0.3, 0.2), (0.9999, 1e-6), (1, 0.25), (2.5, 0.75), (40, 1e-3), (1e6, 0.9),
+    for r, p in [(1e-8, 0.5), (0.3, 0.2), (0.9999, 1e-6), (1, 0.25), (2, 0.75), (40, 1e-3), (1e6, 0.9),
                  (1e9, 0.5)]:
         mean = r * (1 - p) / p
         for k in sorted({0, 1, 2, 3, int(mean), int(1.001 * mean) + 30}):
@@ -144,11 +149,11 @@ def add_coefficients(table):
 SPECIAL = """{"CdfBin", {2, 2.5, 0.5}, kMissing, 0, 3}, {"CdfBin", {2, kNaN, 0.5}, kMissing, 0, 3},
 {"CdfBin", {0, 0, 0.5}, kMissing, 0, 1}, {"CdfBin", {0, 3, -0.1}, kMissing, 0, 1},
 {"CdfBin", {0, 3, 1.1}, kMissing, 0, 1}, {"CdfBin", {-0.5, 3, 0.5}, 0, 0}, {"CdfBin", {-0.5, 3, 0}, 0, 0},
-{"CdfBin", {0, 3, 0}, 1, 0}, {"CdfBin", {2, 3, 1}, 0, 0}, {"CdfBin", {3, 3, 1}, 1, 0},
+{"CdfBin", {0, 3, 0}, 1, 0}, {"CdfBin", {0, 3, 1}, 0, 0}, {"CdfBin", {3, 3, 1}, 1, 0},
 {"CdfBin", {3, 3, 0.5}, 1, 0}, {"CdfBin", {0, 2000, 0.5}, 0, 0}, {"CdfBin", {kInf, 3, 0.5}, 1, 0},
 {"CdfBin", {-kInf, 3, 0.5}, 0, 0}, {"CdfBin", {7, kInf, 0.5}, 0, 0},
 {"PdfBin", {2.5, 10, 0.3}, 0, 0}, {"PdfBin", {0, 10, 0}, 1, 0}, {"PdfBin", {1, 10, 0}, 0, 0},
-{"PdfBin", {10, 10, 1}, 1, 0}, {"PdfBin", {9, 10, 1}, 0, 0}, {"PdfBin", {-1, 10, 0.3}, 0, 0},
+{"PdfBin", {10, 10, 1}, 1, 0}, {"PdfBin", {0, 10, 1}, 0, 0}, {"PdfBin", {-1, 10, 0.3}, 0, 0},
 {"PdfBin", {11, 10, 0.3}, 0, 0}, {"PdfBin", {3, 0.5, 0.3}, kMissing, 0, 1}, {"PdfBin", {3, 5, 2}, kMissing, 0, 1},
 {"PdfBin", {3, 5, -1}, kMissing, 0, 1}, {"PdfBin", {kMax, kInf, 0.25}, 0, 0}, {"PdfBin", {3000, 10000, 0.9}, 0, 0},
 {"IdfBin", {0, 5, 0.3}, -1, 0}, {"IdfBin", {0, 5, 1}, 4, 0}, {"IdfBin", {0.2, 5, 1}, 5, 0},
@@ -158,15 +163,15 @@ SPECIAL = """{"CdfBin", {2, 2.5, 0.5}, kMissing, 0, 3}, {"CdfBin", {2, kNaN, 0.5
 {"IdfBin", {1.1, 5, 0.3}, kMissing, 0, 2}, {"IdfBin", {0.5, 5, -0.3}, kMissing, 0, 2},
 {"IdfBin", {0.5, 5, 1.3}, kMissing, 0, 2},
 {"PdfNegBin", {-1, 2, 0.5}, 0, 0}, {"PdfNegBin", {1.5, 2, 0.5}, 0, 0}, {"PdfNegBin", {0, 0, 0.5}, 1, 0},
-{"PdfNegBin", {3, 0, 0.5}, 0, 0}, {"PdfNegBin", {0, 2, 1}, 1, 0}, {"PdfNegBin", {3, 2, 1}, 0, 0},
+{"PdfNegBin", {3, 0, 0.5}, 0, 0}, {"PdfNegBin", {0, 2, 1}, 1, 0}, {"PdfNegBin", {3, 1, 1}, 0, 0},
 {"PdfNegBin", {1, 2, 0}, kMissing, 0, 1}, {"PdfNegBin", {1, 2, 1.5}, kMissing, 0, 1},
 {"PdfNegBin", {1, -2, 0.5}, kMissing, 0, 1}, {"PdfNegBin", {kInf, 2, 0.5}, 0, 0}, {"PdfNegBin", {1, kInf, 0.5}, 0, 0},
-{"PdfHyper", {1, 9, 0, 3}, kMissing, 0}, {"PdfHyper", {1, 9, 3, 0}, kMissing, 0},
+{"PdfHyper", {0, 9, 0, 3}, kMissing, 0}, {"PdfHyper", {0, 9, 3, 0}, kMissing, 0},
 {"PdfHyper", {1, 9, 10, 3}, kMissing, 0}, {"PdfHyper", {1, 9, 3, 10}, kMissing, 0},
 {"PdfHyper", {4, 9, 3, 5}, kMissing, 0}, {"PdfHyper", {0, 9, 6, 5}, kMissing, 0},
-{"PdfHyper", {-0x1p63, 9, 6, 5}, kMissing, 0}, {"PdfHyper", {0, 5000, 2500, 2500}, 0, 0}, {"PdfHyper", {5, 5, 5, 5}, 1, 0},
+{"PdfHyper", {-0x1p63, 9, 6, 5}, kMissing, 0}, {"PdfHyper", {0, 5000, 2500, 2500}, 0, 0}, {"PdfHyper", {1, 1, 1, 1}, 1, 0},
 {"CDFHyper", {-1, 9, 3, 4}, 0, 0}, {"CDFHyper", {1.9, 9, 5, 6}, 0, 0}, {"CDFHyper", {3, 9, 3, 4}, 1, 0},
-{"CDFHyper", {0, 9, 0, 4}, 1, 0}, {"CDFHyper", {kInf, 9, 3, 4}, 1, 0}, {"CDFHyper", {-kInf, 9, 3, 4}, 0, 0},
+{"CDFHyper", {0, 1, 0, 1}, 1, 0}, {"CDFHyper", {kInf, 1e300, 3, 4}, 1, 0}, {"CDFHyper", {-kInf, 9, 3, 4}, 0, 0},
 {"CDFHyper", {1, 0, 0, 0}, kMissing, 0, 1}, {"CDFHyper", {1, 9.5, 3, 4}, kMissing, 0, 1},
 {"CDFHyper", {1, 9, 3.5, 4}, kMissing, 0, 1}, {"CDFHyper", {1, 9, 3, 10}, kMissing, 0, 1},
 {"CDFHyper", {1, 9, -3, 4}, kMissing, 0, 1}, {"CDFHyper", {1, kInf, 3, 4}, kMissing, 0, 1},

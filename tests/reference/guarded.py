@@ -28,7 +28,7 @@ POWERS = [
     (-8.0, 1 / 3), (-8.0, -1 / 3), (-1e300, 1 / 3), (-32.0, 0.2), (-7.0, 1 / 49), (-7.0, 1 / 99999),
     (-5e-324, 1 / 7),
 ]
-SPECIAL_POWERS = """{"Power", {0, 0}, 1, 0, 0}, {"Power", {0, 3}, 0, 0, 0}, {"Power", {0, -1}, kMissing, 0, 2},
+SPECIAL_POWERS = """{"Power", {0, 0}, 1, 0, 0}, {"Power", {0, 0.5}, 0, 0, 0}, {"Power", {0, -1}, kMissing, 0, 2},
 {"Power", {-8, 0.5}, kMissing, 0, 3}, {"Power", {-8, 2.0 / 3}, kMissing, 0, 3},
 {"Power", {-8, 0.33}, kMissing, 0, 3}, {"Power", {-8, 1e-10}, kMissing, 0, 3},
 {"Power", {kInf, 2}, kMissing, 0, 2}, {"Power", {kInf, -2}, 0, 0, 1}, {"Power", {-2, kInf}, kMissing, 0, 2},
@@ -36,7 +36,7 @@ SPECIAL_POWERS = """{"Power", {0, 0}, 1, 0, 0}, {"Power", {0, 3}, 0, 0, 0}, {"Po
 {"Power", {kMissing, 0}, kMissing, 0, 3}, {"Power", {kNaN, 0}, kNaN, 0, 0},
 {"Power", {0, kNaN}, kNaN, 0, 0},
 """
-PRODUCTS = [(3.0, -4.0), (0.0, MAX), (MIN, 0.5), (-MIN, 1.0), (1e200, 1e200), (1e200, -1e200),
+PRODUCTS = [(3.0, -4.0), (0.0, MAX), (MAX, 0.0), (MIN, 0.5), (-MIN, 1.0), (1e200, 1e200), (1e200, -1e200),
             (1e-200, -1e-200), (MAX, 0.5), (0.1, 3.0)]
 # the largest double, negated, is the system-missing value: it counts as out of range
 SPECIAL_PRODUCTS = """{"Multiply", {kMax, -1}, kMissing, 0, 2}, {"Multiply", {kInf, 0}, kMissing, 0, 3},

@@ -61,6 +61,11 @@ HARD = [
     ("missing at the middle", "x == 2 ? kMissing : 1.0", "0", "4", "1", "kMissing", 902),
     ("missing after a split", "x == 0.5 ? kMissing : std::fabs(x - 0.9)", "0", "4", "3", "kMissing",
      902),
+    # not a node of the halves
+    ("missing at a node of the whole", "std::fabs(x - 0.17267) < 1e-5 ? kMissing : 1.0", "0", "1", "3",
+     "kMissing", 902),
+    ("differences below the tolerance", "1e-9 * std::fabs(x - 0.3)", "0", "1", "3",
+     float(mpf("0.29e-9")).hex(), 0),
     # the pivot is not a node: no tail is trimmed and the rest is integrated
     ("missing at the pivot only", "x == 1 ? kMissing : x", "0", "3", "1", "4.5", 0),
     ("infinite at the pivot only", "x == 0 ? kInf : 2 * x", "-1", "4", "0", "15", 0),

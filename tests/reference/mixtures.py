@@ -70,9 +70,11 @@ def _given_chi(df, count, t, ncp, given):
 
     def density(u):
         return exp(scale + df * u - m * exp(2 * u)) * given(exp(u))
+    top = density(peak)  # quad stops at an absolute error
     ends = [peak + width * k for k in linspace(-16, 16, 65)]
     left = [ends[0] - mpf(2) ** k * width for k in range(40, -1, -1)]
-    return quad(density, left + ends + [ends[-1] + 4 * width, ends[-1] + 20 * width])
+    return top * quad(lambda u: density(u) / top,
+                      left + ends + [ends[-1] + 4 * width, ends[-1] + 20 * width])
 
 
 def _normal_given_chi(t, df, ncp, sign):

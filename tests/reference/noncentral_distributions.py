@@ -80,6 +80,8 @@ def add_ts(table):
         add(table, "NonCentralCdfT", args + (0,), noncentral_t(*args))
     # x of the chi variable rounds: the square root of df epsilons
     table.add("NonCentralCdfT", (1e9, 1e9, 1e9, 0), noncentral_t(1e9, 1e9, 1e9), 1e-12)
+    # at 0 nothing but the exponent of the normal density rounds
+    table.add("NonCentralPdfT", (0.0, 3, 25.7), noncentral_t_density(0, 3, 25.7), 3e-15)
     # t s - ncp would cancel
     for args in [(1e6 + 3, 10, 1e6), (2.5e12, 3, -1e12), (1e12, 1e4, 1e12), (-7e30, 0.5, -1e30)]:
         add(table, "NonCentralPdfT", args, noncentral_t_density(*args))
@@ -117,12 +119,12 @@ SPECIAL = """{"NonCentralCdfChi", {0, 3, 2}, 0, 0}, {"NonCentralCdfChi", {-1, 3,
 {"NonCentralCdfF", {0, 3, 5, 2, 0}, 0, 0}, {"NonCentralCdfF", {kInf, 3, 5, 2, 0}, 1, 0},
 {"NonCentralCdfF", {2, 0, 5, 2, 0}, kMissing, 0}, {"NonCentralCdfF", {2, 3, 0, 2, 0}, kMissing, 0},
 {"NonCentralCdfF", {2, 3, 5, -2, 0}, kMissing, 0}, {"NonCentralCdfF", {2, 3, 5, kInf, 0}, 0, 0},
-{"ncdbet", {0, 3, 5, 2, 0}, 0, 0}, {"ncdbet", {1, 3, 5, 2, 0}, 1, 0}, {"ncdbet", {0.5, 0, 5, 2, 0}, kMissing, 0, 1},
+{"ncdbet", {0, 3, 5, 2, 0}, 0, 0}, {"ncdbet", {1.5, 3, 5, 2, 0}, 1, 0}, {"ncdbet", {0.5, 0, 5, 2, 0}, kMissing, 0, 1},
 {"ncdbet", {0.5, 3, 0, 2, 0}, kMissing, 0, 1}, {"ncdbet", {0.5, 3, 5, -2, 0}, kMissing, 0, 1},
 {"ncdbet", {0.5, 1, 1, 0, 0}, 0.5, 0},
 {"NonCentralCdfT", {1, 0, 2, 0}, kMissing, 0}, {"NonCentralCdfT", {1, 3, kInf, 0}, 0, 0},
 {"NonCentralCdfT", {1, 3, -kInf, 0}, 1, 0}, {"NonCentralCdfT", {kInf, 3, 2, 0}, 1, 0},
-{"NonCentralCdfT", {-kInf, 3, 2, 0}, 0, 0}, {"NonCentralCdfT", {0, 3, 0, 0}, 0.5, 0},
+{"NonCentralCdfT", {-kInf, 3, 2, 0}, 0, 0}, {"NonCentralCdfT", {0, 3, 1, 0}, 0x1.44ed0bb7cb20bp-3, 4e-16},
 {"NonCentralCdfT", {1, 1, 0, 0}, 0.75, 2e-16}, {"NonCentralCdfT", {-1, 3, 45, 0}, 0, 0},
 {"NonCentralPdfT", {1, 0, 2}, kMissing, 0, 1}, {"NonCentralPdfT", {kInf, 3, 2}, 0, 0},
 {"NonCentralPdfT", {1, 3, kInf}, 0, 0}, {"NonCentralPdfT", {1, 3, 1e300}, 0, 0},

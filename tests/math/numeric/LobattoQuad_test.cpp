@@ -5,6 +5,7 @@
 #include <tuple>
 
 #include <support/compare.h>
+#include <support/each.h>
 #include <support/special_values.h>
 
 namespace {
@@ -32,9 +33,10 @@ TEST(LobattoQuad, RuleIsExactToDegreeSeven) {
     const double want = (std::pow(3, degree + 1) - std::pow(-1, degree + 1)) / (degree + 1);
     const double error = nqtest::RelativeError(quad.SumUp(-1, 3), want);
     EXPECT_EQ(error < 1e-14, degree <= 7) << "degree " << degree << " error " << error;
-    EXPECT_EQ(quad.SumUp(1, 1), 0);
-    EXPECT_EQ(quad.SumUp(3, -1), 0);
   }
+  Integrand none([](double) { return kMissing; });  // an empty interval takes no value
+  LobattoQuad quad(&none);
+  EXPECT_EACH(true, quad.SumUp(1, 1) == 0, quad.SumUp(3, -1) == 0);
 }
 
 TEST(LobattoQuad, Integrals) {
@@ -55,14 +57,14 @@ TEST(LobattoQuad, Integrals) {
   }
 }
 
-// f is 1 within 1 of the pivot. An end that moves is tried at 5 points more than 2 away from it.
+// f is large within 1 of the pivot. An end that moves is tried at 5 points more than 2 away.
 TEST(LobattoQuad, EndsMoveWhereAsked) {
   for (const auto& [left, right, coef] :
        {std::tuple{true, true, 1e-12}, {false, true, 0.5}, {true, false, 0.5}, {true, true, 0.0}}) {
     int beyond[] = {0, 0};
     Integrand f([&](double x) {
       if (std::fabs(x - 1) > 2) ++beyond[x > 1];
-      return std::fabs(x - 1) <= 1 ? 1.0 : 0.0;
+      return std::fabs(x - 1) <= 1 ? 1e20 : 1.0;
     });
     LobattoQuad quad(&f);
     quad.SetAdjustLeft(left);
@@ -95,14 +97,14 @@ TEST(LobattoQuad, LimitsAndReuse) {
   quad.SetTolerance(kNaN);
   EXPECT_NEAR(quad.Integrate(0, 1), 0.3125, 0.01);
   EXPECT_EQ(quad.GetNIterations(), 1);
-  quad.SetTolerance(1e-12);
-  quad.SetMaxSplits(1);  // [0, 1/2] is accepted as it is, its halves meeting at 1/4
+  quad.SetTolerance(0.0052);  // on [0, 1/2] they differ by 0.0054
+  quad.SetMaxSplits(1);       // it is accepted as it is, its halves meeting at 1/4
   EXPECT_CLOSE(quad.Integrate(0, 1), 0.3125, 1e-15);
   EXPECT_EQ(quad.GetNIterations(), 2);
 
   quad.SetCloseness(1);  // all of the span may be left out
   quad.SetCloseness(0);
-  EXPECT_EQ(quad.Integrate(0, 1), 0);
+  EXPECT_EQ(quad.Integrate(0, 4), 0);
   quad.SetIntegrand(nullptr);
   EXPECT_EQ(quad.Integrate(0, 1), 0);
 }

@@ -36,8 +36,9 @@ TEST(NQPower, GuardedOperations) {
 
 TEST(NQPower, Comparisons) {
   const double next = -1 + 2 * 0x1p-52;
-  EXPECT_EACH(true, NQPower::AlmostEqual(0, -0.0, 0), NQPower::AlmostEqual(-1, next, 2));
-  EXPECT_EACH(false, NQPower::AlmostEqual(0, 1e-300, 1e20),
+  EXPECT_EACH(true, NQPower::AlmostEqual(0, -0.0, 0), NQPower::AlmostEqual(-1, next, 2),
+              NQPower::AlmostEqual(0.5, 0.5, 0));
+  EXPECT_EACH(false, NQPower::AlmostEqual(0, 1e-300, 1e20), NQPower::AlmostEqual(1e-300, 0, 1e20),
               NQPower::AlmostEqual(1e-300, -1e-300, 1e6), NQPower::AlmostEqual(-1, next, 1.9),
               NQPower::AlmostEqual(kNaN, kNaN, 1e20));
 
