@@ -237,12 +237,12 @@ def bivariate(u):  # means 1 and -1, covariance matrix 4 | 2 3
     return 1 + 2 * z[0], -1 + (z[0] + sqrt(2) * z[1])
 
 
-def wishart(u):  # 3.5 degrees of freedom, scale matrix 4 | 2 3
+def wishart(u):  # 3.5 degrees of freedom, scale matrix 4 | 2 2 | 2 3 6 = L L', L = 2 | 1 1 | 1 2 1
     a = sqrt(2 * gamma(u, 3.5 / 2))
-    c = normal(u)
-    b = sqrt(2 * gamma(u, 2.5 / 2))
-    low = (2 * a, a + sqrt(2) * c, sqrt(2) * b)  # row 0 | row 1 of the product of the factors
-    return low[0]**2, low[0] * low[1], low[1]**2 + low[2]**2
+    b = normal(u), sqrt(2 * gamma(u, 2.5 / 2))
+    c = normal(u), normal(u), sqrt(2 * gamma(u, 1.5 / 2))
+    rows = (2 * a,), (a + b[0], b[1]), (a + 2 * b[0] + c[0], 2 * b[1] + c[1], c[2])  # L A
+    return tuple(sum(x * y for x, y in zip(row, other)) for i, row in enumerate(rows) for other in rows[:i + 1])
 
 
 def standard_wishart(u):  # 2 degrees of freedom, 2 x 2 identity
@@ -263,7 +263,7 @@ def row(name, draw, count):
     ROWS[name] = values
 
 
-for seed in (0.0, 42.0, 2147483647.0, 2147483648.0, 42.5, -42.0, 0.3, 0.75, 0.1, -1e300, 5e-324, inf, -inf,
+for seed in (0.0, 42.0, 2147483647.0, 2147483648.0, 42.5, -42.0, 1.5, 0.3, 0.75, 0.1, -1e300, 5e-324, inf, -inf,
              nan):
     row(f"NQRNGUTwister {seed}", by_double(seed), 3)
 for seed, state in (("0.0", 1), ("0.7", 1), ("-0.3", 1), ("nan", 1), ("12345.9", 12345), ("1e12", 2147483647)):
@@ -278,8 +278,8 @@ row("RVUni -2 3", lambda: -2 + 5 * source(), 3)
 for name, method in (("RVNor 0 1", normal), ("RVGam 1 2", lambda u: gamma(u, 1) / 2),
                      ("RVChi 3", lambda u: 2 * gamma(u, 1.5)), ("RVGam 0.001 1", lambda u: gamma(u, 0.001)),
                      ("RVGam 0.3 2", lambda u: gamma(u, 0.3) / 2),
-                     ("RVGam 25 0.5", lambda u: 2 * gamma(u, 25.0)), ("RVGam 1e13 1", lambda u: gamma(u, 1e13)),
-                     ("UniformVector", box), ("DegenerateNormal", degenerate),
+                     ("RVGam 25 0.5", lambda u: 2 * gamma(u, 25.0)), ("RVGam 1e12 1", lambda u: gamma(u, 1e12)),
+                     ("UniformVector", box), ("StandardUniform", lambda u: (u(), u(), u())), ("DegenerateNormal", degenerate),
                      ("StandardNormal", lambda u: (normal(u), normal(u), normal(u))),
                      ("NormalVector", bivariate), ("Wishart", wishart),
                      ("StandardWishart", standard_wishart)):
@@ -290,6 +290,11 @@ row("RVNor 0 1 sparse", lambda: [normal(source) for _ in range(10000)][-1], 200)
 for name, method, count in (("NQRNGNormal 5 2", lambda u: 5 + 2 * normal(u), 40),
                             ("NQRNGBeta 2.5 3.5", lambda u: beta(u, 2.5, 3.5), 5),
                             ("NQRNGBeta 0.5 2", lambda u: beta(u, 0.5, 2), 3),
+                            # both sides of where the method changes: the sum 3, the mode 0.933
+                            ("NQRNGBeta 1.5 1.5", lambda u: beta(u, 1.5, 1.5), 8),
+                            ("NQRNGBeta 1.4 1.5", lambda u: beta(u, 1.4, 1.5), 2),
+                            ("NQRNGBeta 2 14", lambda u: beta(u, 2, 14), 4),
+                            ("NQRNGBeta 15.5 2", lambda u: beta(u, 15.5, 2), 2),
                             ("NQRNGBinomial 40 0.3", lambda u: binomial(u, 40, 0.3), 4),
                             ("NQRNGBinomial 1000 0.3", lambda u: binomial(u, 1000, 0.3), 6),
                             ("NQRNGBinomial 1e9 1e-8", lambda u: binomial(u, 10**9, 1e-8), 4)):

@@ -1,4 +1,4 @@
-#include <nqcommon/math/random/NQURandom.h>
+#include <nqcommon/math/random/NQRandomValues.h>
 
 #include <cstdlib>
 #include <cstring>
@@ -112,16 +112,20 @@ TEST(NQURandom, Streams) {
   congruential.ReadObject(file);
   EXPECT_EQ(Draw(congruential, 3), fromOther);
   moved.SetSeed(11);
+  moved.SetUsePortable(true);  // as it is
   EXPECT_EQ(Draw(moved, 3), fromOther);
   moved.SetUsePortable(false);
   moved.SetUsePortable(true);
   EXPECT_EQ(Draw(moved, 3), Draw(NQURandom(11, true, false), 3));
 
   struct : NQCommon_940::NQRandom {
-    double GetNext() override { return 0.5; }
+    double GetNext() override { return 1; }
   } user;
   NQURandom given(5, false, true, &user), platform(5, false, true);
-  EXPECT_EQ(NQURandom(given).GetRandom(), 0.5);
+  EXPECT_EQ(NQURandom(given).GetRandom(), 1);
+  NQRandomValues values;
+  values.SetURNGPtr(&given);
+  EXPECT_EQ(values.RVExp(1), nqtest::kMissing);
   std::srand(77);
   const double want = std::rand() / 2147483647.0;
   platform.SetSeed((1ul << 32) + 77);

@@ -31,6 +31,11 @@ TEST(RandomStreams, PublishedOutputs) {
   for (int i = 5; i < 1000; ++i) twister.GetInteger32();
   for (const double want : {0.76275443, 0.99000644, 0.98670464, 0.10143112, 0.27933125})
     EXPECT_NEAR(twister.GetRealClosedOpen(), want, 5e-9);
+  // One key, and none for a single 0, by an independent engine.
+  twister.InitByArray(key, 1);
+  EXPECT_EQ(twister.GetInteger32(), 2827967569u);
+  twister.InitByArray(nullptr, 0);
+  EXPECT_EQ(twister.GetInteger32(), 3626764237u);
 }
 
 // A twister that was never seeded counts as seeded with 5489; copies go on from where they are
@@ -97,18 +102,21 @@ Numbers Drawn(std::size_t count, const std::string& name, const Numbers& a,
   if (name == "RVChi") values.SetParamChi(a[0]);
   if (name == "RVGam") values.SetParamGamma(a[0], a[1]);
   if (name == "UniformVector") values.SetParamUniform({-1, 5, 0}, {1, 9, 1e-3});
+  if (name == "StandardUniform") values.SetParamUniform(3);
   if (name == "StandardNormal") values.SetParamNormal(3);
   if (name == "NormalVector") values.SetParamNormal({1, -1}, covariance);
   if (name == "DegenerateNormal") values.SetParamNormal({1, 2, -1}, dependent);
-  if (name == "Wishart") values.SetParamWishart(2, 3.5, covariance);
+  if (name == "Wishart") values.SetParamWishart(3, 3.5, nqtest::FromPacked({4, 2, 2, 2, 3, 6}));
   if (name == "StandardWishart") values.SetParamWishart(2, 2);
   Numbers drawn, out(1);
   while (drawn.size() < count) {
     for (int k = 1; k < 10000 && uniforms == "sparse"; ++k) values.RVSNor();
     if (generators.count(name))
       out[0] = generators.at(name)->GetNext();
-    else if (!values.GetRandom(out) && values.GetRandom(matrix))
+    else if (!values.GetRandom(out)) {
+      EXPECT_TRUE(values.GetRandom(matrix));
       out = matrix.AsVector();
+    }
     drawn.insert(drawn.end(), out.begin(), out.end());
   }
   return drawn;
