@@ -3,7 +3,7 @@
 
 namespace nqtest {
 
-#ifdef __SANITIZE_ADDRESS__  // whose frames are several times as large
+#if defined __SANITIZE_ADDRESS__ || !defined __OPTIMIZE__  // frames are several times as large
 constexpr int kSafeDepth = 1000;
 #else
 constexpr int kSafeDepth = 10000;
