@@ -29,7 +29,7 @@ Verdict Judge(const Operation<Matrix, In>& row, const Start& start, In& wantedIn
   if (answers == want) return {after == done && Details(out) == Details(wantedOut)};
   bool isRight = inject.HasFailed();
   for (std::size_t k = 0; k < want.size(); ++k)
-    isRight = isRight && (answers[k] == want[k] || Answer(answers[k]).Refuses());
+    isRight = isRight && (answers[k] == want[k] || answers[k].refuses);
   const bool areSeveral = !CallAt(row.name, 1).empty();
   for (std::size_t p = 0; p < after.size(); ++p) {
     const bool isLost = after[p].empty() || after[p][0] == -1, mayHoldS = p == 1;
@@ -37,7 +37,7 @@ Verdict Judge(const Operation<Matrix, In>& row, const Start& start, In& wantedIn
                           (isLost && (p > 0 || row.meaning == kResizes)) ||
                           (mayHoldS && after[p] == before[0]));
   }
-  return {isRight, std::to_string(answers[0])};
+  return {isRight, std::to_string(answers[0].value)};
 }
 
 template <class Matrix, class In, std::size_t n, class Start, class MakeIn>
@@ -164,12 +164,12 @@ const Operation<NQSymBlockDiagMatrix, SymInputs> kStructured[] = {
     NQ_ROW(in.grid.SetNRows(4, 30, true) && in.grid.IsValid()),
     NQ_ROW(in.grid.CopyToSymMatrix(out.sym)),
     NQ_ROW(in.members.GetMembers(out.list)),
-    NQ_ROW((out.set = in.half).Size()),
-    NQ_ROW(out.set.Append(true)),
+    NQ_ROW((out.set = in.half).Size() > 0),
+    NQ_ROW(out.set.Append(true) > 0),
     NQ_ROW(in.half.Duplicate(9)),
-    NQ_ROW((out.set.Resize(1000, true), out.set.Size())),
-    NQ_ROW(in.half.GetSubset(3, 30).Size()),
-    NQ_ROW((out.set.DoOR(in.members, in.half), out.set.Size())),
+    NQ_ROW((out.set.Resize(1000, true), out.set.Size() > 0)),
+    NQ_ROW(in.half.GetSubset(3, 30).Size() > 0),
+    NQ_ROW((out.set.DoOR(in.members, in.half), out.set.Size() > 0)),
 };
 
 TEST(Memory, SymmetricMatrices) {
@@ -253,24 +253,24 @@ const Operation<NQSparseRectMatrix, MoreInputs> kSparse[] = {
     NQ_ROW(Display(s)),
 };
 
-int ComputeNew(const MoreInputs& in, Values& values) {
+bool ComputeNew(const MoreInputs& in, Values& values) {
   NQEigenValues eigen(in.s, in.e, 1e-12, 30);
-  return eigen.IsValidEMatrix() ? eigen.Compute(values) : -1;
+  return eigen.IsValidEMatrix() && eigen.Compute(values) != -2;
 }
 
 const Operation<NQEigenValues, MoreInputs> kEigen[] = {
     NQ_ROW(ComputeNew(in, out.v)),
-    NQ_ROW(NQEigenValues(s).Compute(out.v)),
-    NQ_ROW(s.SetHMatrix(in.e) == in.n ? s.Compute(out.v) : -1),
-    NQ_ROW(s.SetEMatrix(in.e) ? s.Compute(out.v) : -1),
-    NQ_ROW(s.SetEMatrix(in.e) && s.SetHMatrix(in.e) == in.n ? s.Compute(out.v) : -1),
-    NQ_ROW(s.Compute(out.v, out.rect)),
-    NQ_ROW(s.GetSorted(out.v, true)),
-    NQ_ROW(s.GetSorted(out.v, out.rect, true)),
+    NQ_ROW(NQEigenValues(s).Compute(out.v) != -2),
+    NQ_ROW(s.SetHMatrix(in.e) == in.n && s.Compute(out.v) != -2),
+    NQ_ROW(s.SetEMatrix(in.e) && s.Compute(out.v) != -2),
+    NQ_ROW(s.SetEMatrix(in.e) && s.SetHMatrix(in.e) == in.n && s.Compute(out.v) != -2),
+    NQ_ROW(s.Compute(out.v, out.rect) != -2),
+    NQ_ROW(s.GetSorted(out.v, true) != -2),
+    NQ_ROW(s.GetSorted(out.v, out.rect, true) != -2),
     NQ_ROW(s.IsPDHMatrix(0, out.flag)),
     NQ_ROW(s.GetPDHMatrix(0, in.s, out.flag) && in.s.ExtractSubmatrix(in.indices, out.sym)),
     NQ_ROW(Display(s)),
-    NQ_ROW(LobattoQuad(in.quad).GetWarnings().GetWarnings(true).size()),
+    NQ_ROW(!LobattoQuad(in.quad).GetWarnings().GetWarnings(true).empty()),
     NQ_ROW(BoundsList(in.intervals).GetFirstLeft()),
     NQ_ROW(in.quad.Integrate(0, 3)),
 };

@@ -35,17 +35,24 @@ inline Dense TraceOf(const Dense& a) {
   return {{sum}};
 }
 
-// What a call answers. false, -1, -2 and the missing value refuse.
+// What a call answers. Of bools false, of numbers the missing value and of counts -1 refuse.
 struct Answer {
+  Answer() = default;
   template <class T>
-  Answer(T answer) : value(static_cast<double>(answer)) {}  // NOLINT(google-explicit-constructor)
-  bool Refuses() const { return value == 0 || value == -1 || value == -2 || value == kMissing; }
-  double value;
+  Answer(T answer)  // NOLINT(google-explicit-constructor)
+      : value(static_cast<double>(answer)),
+        refuses(value == (std::is_same_v<T, bool> ? 0
+                          : std::is_integral_v<T> ? -1
+                                                  : kMissing)) {}
+  bool operator==(const Answer&) const = default;
+
+  double value = 0;
+  bool refuses = false;
 };
 
 inline void ExpectRefused(const std::string& calls, std::initializer_list<Answer> answers) {
   for (std::size_t k = 0; k < answers.size(); ++k)
-    EXPECT_TRUE(answers.begin()[k].Refuses()) << CallAt(calls, k) << answers.begin()[k].value;
+    EXPECT_TRUE(answers.begin()[k].refuses) << CallAt(calls, k) << answers.begin()[k].value;
 }
 
 }  // namespace nqtest

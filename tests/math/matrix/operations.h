@@ -123,12 +123,7 @@ inline Values Details(const Outputs& out) {
 }
 
 // The answers of the calls of a row, and zeros. No memory is needed for them.
-using Answers = std::array<double, 48>;
-
-template <class... T>
-Answers List(T... answers) {
-  return {static_cast<double>(answers)...};
-}
+using Answers = std::array<Answer, 48>;
 
 // Where memory ends, an operation that resizes the matrix loses it.
 enum Meaning { kDone, kResizes, kRefused };
@@ -141,12 +136,12 @@ struct Operation {
 };
 
 // The calls of a row answer through different outputs: their order is not defined. Refused ones
-// return false, -1 or the missing value, and change nothing.
+// change nothing. A + stands before a question, to which no is an answer.
 #define NQ_ROW_THAT(meaning, ...)                                                             \
   {                                                                                           \
     meaning, #__VA_ARGS__,                                                                    \
         []([[maybe_unused]] auto& s, [[maybe_unused]] auto& in, [[maybe_unused]] auto& out) { \
-          return List(__VA_ARGS__);                                                           \
+          return Answers{__VA_ARGS__};                                                        \
         }                                                                                     \
   }
 #define NQ_ROW(...) NQ_ROW_THAT(kDone, __VA_ARGS__)
@@ -163,18 +158,19 @@ inline const Operation<INQSymMatrix, Inputs> kSymOperations[] = {
     NQ_RESIZES(s.SetNRows(in.n, true)),
     NQ_ROW(s.PutRow(0, in.zero)),
     NQ_ROW(s.SetRowColToConst(0, 0)),
-    NQ_ROW(s.IsZeroRow(0, in.first), s.IsZeroRow(in.last, in.first)),
-    NQ_ROW(in.n > 1 && (s.MaxMinDiagOffDiag(out.x, out.y, out.z, out.least), true)),
+    NQ_ROW(+s.IsZeroRow(0, in.first), +s.IsZeroRow(in.last, in.first)),
+    NQ_ROW((s.MaxMinDiagOffDiag(out.x, out.y, out.z, out.least), 0)),
     // Cholesky
     NQ_ROW(s.CholInverse(in.t, 0.5, out.sym), s.ComputeSV(in.v, out.v)),
     NQ_ROW(s.CholInverse(in.t, 0.5, out.sym, out.set), s.ComputeSV(in.v, in.last, out.v)),
     NQ_ROW(s.CholInverse(in.t, 0.5, out.sym, out.x), s.ComputeLV(in.v, out.v)),
     NQ_ROW(s.LTChol(in.t, 0.5, true)),
     NQ_ROW(s.LTChol(in.t, 4, true)),
+    NQ_ROW(s.LTChol(in.t, 0, true)),
     NQ_ROW(s.LTChol(in.t, -1, false)),
     NQ_ROW(s.LTChol(in.t, 0.5, out.set2, true)),
     NQ_ROW(s.LTChol(1e-12, out.x, true)),
-    NQ_ROW(s.LTChol(-1, out.x, true)),
+    NQ_ROW(s.LTChol(-1, out.x, true) == -1),
     NQ_ROW(s.LTDetInverse(out.det, 11)),
     NQ_ROW((s.LTDetInverse(out.det, 10), s.LTInverse())),
     NQ_ROW((s.LTLLTrans(), s.MaxMinDiag(out.x, out.y), s.LTLTransL(), 0)),
@@ -182,10 +178,12 @@ inline const Operation<INQSymMatrix, Inputs> kSymOperations[] = {
     // Vectors and numbers
     NQ_ROW(s.ComputeDotProduct2Rows(0, in.last), s.ComputeRowDotProductS(in.last, in.m, 0),
            s.ComputeRowDotProductS(in.last, in.v), s.ComputeRVD(0, in.v, -1),
-           s.ComputeRVD(in.last, in.v, in.n > 1 ? 2 : 0), s.ComputeRVD(in.last, in.v.data(), 0)),
+           s.ComputeRVD(in.last, in.v, 0), s.ComputeRVD(in.last, in.v.data(), 0),
+           s.ComputeRVD(in.last, in.twice.GetRowPtr(0), -2)),
     NQ_ROW(s.ComputeVSV(in.v), s.ComputeVSV(in.r, 2), s.ComputeVSW(in.v, in.w),
            s.ComputeVSW(in.v.data(), in.n, in.w.data(), in.last), s.ComputeVSW(in.v, 0, 0),
-           s.ComputeVSWParts(in.v.data(), in.last, 1, in.w.data(), in.n, 0)),
+           s.ComputeVSWParts(in.v.data(), in.last, 1, in.w.data(), in.n, 0),
+           s.ComputeVSWParts(in.v.data(), in.n, 0, in.w.data(), in.last, 1)),
     NQ_ROW(s.Trace(), s.TraceOfProduct(in.m), s.TraceOfProductOfThree(in.m, in.g)),
     // Products, and parts
     NQ_ROW(s.ComputeGMG(in.m, out.sym), s.ComputeMGN(in.m, in.g, out.rect)),
@@ -196,6 +194,7 @@ inline const Operation<INQSymMatrix, Inputs> kSymOperations[] = {
     NQ_ROW(s.ComputeRTransSR(in.tall, out.sym), s.ComputeRTransSV(in.tall, in.v, out.v)),
     NQ_ROW(s.ComputeSTransS(out.sym), s.ComputeLTransV(in.v, out.v)),
     NQ_ROW(s.ExtractFirstNRows(out.part), s.GetRow(in.last, out.v)),
+    NQ_ROW(s.ExtractFirstNRows(out.sym)),
     NQ_ROW(s.ExtractSubmatrix(in.once, out.sym), s.ComputeLV(in.places, in.three, out.v)),
     NQ_ROW(s.ExtractSubmatrix(in.again, out.sym), s.ComputeLTransV(in.places, in.three, out.v)),
     // As an operand
@@ -207,12 +206,13 @@ inline const Operation<INQSymMatrix, Inputs> kSymOperations[] = {
     NQ_ROW(NQDiagMatrix(in.v).ComputeMGN(s, in.m, out.rect), s.ComputeDeterminant(1e-12, out.det)),
     NQ_ROW(in.columns.dense.ComputeR1TransSR2(s, in.columns.dense, out.rect),
            in.m.TraceOfProductOfThree(s, in.g)),
-    NQ_ROW(in.twice.ComputeBlockDiagSR(s, out.rect), in.wrong.ComputeBlockDiagSR(s, in.wrong)),
+    NQ_ROW(in.twice.ComputeBlockDiagSR(s, out.rect), +in.wrong.ComputeBlockDiagSR(s, in.wrong)),
     NQ_ROW(out.rect.SubtractSymMatrix(s, 3)),
     NQ_ROW(out.rect.TraceOfProductSqS(s, out.x)),
     NQ_REFUSED(s.ComputeSV(in.none, out.v), s.ZeroOut(-1), s.ComputeLTransV({in.n}, {2}, out.v),
                s.ComputeLV({0}, {1, 1}, out.v), s.ComputeMGN(in.larger, in.g, out.rect),
-               s.ComputeGMGNG(in.larger, in.m, out.rect), s.ComputeRVD(in.n, in.v.data(), 1)),
+               s.ComputeGMGNG(in.larger, in.m, out.rect), s.ComputeRVD(in.n, in.v.data(), 1),
+               s.ComputeRVD(0, in.none, 1), in.larger.ComputeVSV(in.r, 0)),
     NQ_REFUSED(
         s.GetRow(in.n, out.v), s.PutRow(0, in.none), s.PutRow(in.n, in.zero),
         s.SetRowColToConst(-1, 0), s.IncrVecByRow(0, in.none, 3), s.IsZeroRow(-1, in.first),
@@ -242,30 +242,31 @@ inline const Operation<INQRectMatrix, RectInputs> kRectOperations[] = {
     NQ_RESIZES((s.Resize(in.last, in.n), s.Resize(in.m + 20, in.n))),
     NQ_RESIZES(s.Resize(-1, in.n)),
     NQ_RESIZES(s.SetNRowsCols(in.m + 1, in.n + 1, true)),
-    NQ_ROW((s.Clear(), s.IsRowZero(0))),
-    NQ_ROW(s.ZeroOutRowPart(in.last, 1, in.n - 1)),
+    NQ_ROW((s.Clear(), +s.IsRowZero(0))),
+    NQ_ROW(s.ZeroOutRowPart(in.last - 1, 1, in.n - 1)),
     NQ_ROW(s.CopyRows(*in.same.r, 1, in.last)),
     NQ_ROW(s.CopyRows(s, 1, in.last)),
     NQ_ROW(s.CopyRowToRow(in.last, 1, in.d) && in.d.GetRow(1, out.v)),
-    NQ_ROW(s.CopyRowToRow(in.last, 0, in.same.sparse) && in.same.sparse.GetRow(0, out.v)),
+    NQ_ROW(+s.CopyRowToRow(in.last, 0, in.same.sparse), in.same.sparse.GetRow(0, out.v)),
     NQ_ROW((s.CopyRowToRow(0, in.last, s), s.CopyRowToRow(0, 0, s))),
     NQ_ROW(s.ExtractColumns(in.two, out.rect), s.GetRow(in.last, out.v), s.ColNorm(0)),
     NQ_ROW(s.ExtractRows(in.rows, out.rect), s.GetCol(0, out.v), s.RowNorm(in.last)),
-    NQ_ROW(s.CreateBlockDiagonal(2, out.rect), s.CopyColToVec(in.n - 1, out.v), s.IsRowZero(0)),
+    NQ_ROW(s.CreateBlockDiagonal(2, out.rect), s.CopyColToVec(in.n - 1, out.v), +s.IsRowZero(0)),
+    NQ_ROW(s.CreateBlockDiagonal(0, out.rect)),
     NQ_ROW(s.ShiftColumns(1, out.rect), out.sym.ComputeRTransByR(s)),
     NQ_ROW(s.ShiftColumns(-2, out.rect), out.sym.ComputeRByRTrans(s)),
     NQ_ROW(s.ShiftRows(1, out.rect), s.ComputeRV(in.v, out.v)),
-    NQ_ROW(s.ShiftRows(-2, out.rect), s.ComputeVR(in.w, out.v), s.IsRowZero(in.last)),
+    NQ_ROW(s.ShiftRows(-2, out.rect), s.ComputeVR(in.w, out.v), +s.IsRowZero(in.last)),
     NQ_ROW(s.ComputeMatrixProduct(in.b, out.rect), s.DotProductCol(0, in.n - 1)),
     NQ_ROW(s.ComputeProductMatrixTrans(in.c, out.rect), s.DotProductRows(0, in.last)),
     NQ_ROW(s.ComputeProductMatrixTrans(s, out.rect)),
-    NQ_ROW(s.DotProductRowCol(in.last, in.b, 2), s.DotProductRowRow(0, in.c, 3)),
+    NQ_ROW(s.DotProductRowCol(in.last, in.b, 2), s.DotProductRowCol(0, in.b, 0),
+           s.DotProductRowRow(0, in.c, 3)),
     NQ_ROW(s.IncrVecByColumn(0, out.v, 1, in.last, 3, true)),
     NQ_ROW(s.IncrVecByColumn(0, in.none, 0, 0, 3, false),
            s.IncrVecByColumn(in.n - 1, out.u, in.last, 1, 2, false)),
     // As an operand
     NQ_ROW(in.a.ComputeMatrixProduct(s, out.rect)),
-    NQ_ROW(in.d.ComputeMatrixProduct(s, out.rect)),
     NQ_ROW(in.d.ComputeProductMatrixTrans(s, out.rect)),
     NQ_ROW(out.rect.CopyColumns(s, in.n - 1, 1), in.same.dense.DotProductColCol(0, s, in.n - 1)),
     NQ_REFUSED(s.GetRow(in.m, out.v), s.GetRow(-1, out.v), s.GetCol(in.n, out.v),
@@ -283,7 +284,8 @@ inline const Operation<INQRectMatrix, RectInputs> kRectOperations[] = {
                s.ComputeProductMatrixTrans(in.b, out.rect), s.ComputeRV(in.none, out.v),
                s.ComputeVR(in.none, out.v), s.DotProductCol(0, in.n), s.DotProductRows(in.m, 0),
                s.DotProductRowCol(0, in.b, 3), s.DotProductRowRow(0, in.c, -1),
-               s.DotProductRowRow(0, in.b, 0), s.IncrVecByColumn(in.n, out.v, 0, 1, 3, true),
+               s.DotProductRowRow(0, in.c, 4), s.DotProductRowRow(0, in.b, 0),
+               s.IncrVecByColumn(in.n, out.v, 0, 1, 3, true),
                s.IncrVecByColumn(0, in.w, 1, in.last, 2, false)),
 };
 
