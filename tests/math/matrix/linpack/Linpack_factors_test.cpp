@@ -68,7 +68,7 @@ struct Stored {
   bool symmetric;
   Layout layout;
   Indices kpvt;
-  Values work = Values(kpvt.size()), cells;
+  Values work = Values(kpvt.size(), kNaN), cells;
   int* p = kpvt.data();
   double *z = work.data(), *a = nullptr;
 };
@@ -106,11 +106,15 @@ const Family kFamilies[] = {
     {"upper", kUpper, kFull, [](S) { return 0; },
      [](S s, double& r) { return Linpack::Dtrco(s.a, s.ld, s.n, r, s.z, 1), 0; },
      [](S s, double* b, int job) { Linpack::Dtrsl(s.a, s.ld, s.n, b, 10 * job + 1); },
-     [](S s, double* d, int*, int job) { Linpack::Dtrdi(s.a, s.ld, s.n, d, 10 * job + 1); }},
+     [](S s, double* d, int*, int job) {
+       EXPECT_EQ(Linpack::Dtrdi(s.a, s.ld, s.n, d, 10 * job + 1), 0);
+     }},
     {"lower", kLower, kFull, [](S) { return 0; },
      [](S s, double& r) { return Linpack::Dtrco(s.a, s.ld, s.n, r, s.z, 0), 0; },
      [](S s, double* b, int job) { Linpack::Dtrsl(s.a, s.ld, s.n, b, 10 * job); },
-     [](S s, double* d, int*, int job) { Linpack::Dtrdi(s.a, s.ld, s.n, d, 10 * job); }},
+     [](S s, double* d, int*, int job) {
+       EXPECT_EQ(Linpack::Dtrdi(s.a, s.ld, s.n, d, 10 * job), 0);
+     }},
 };
 
 struct Case {
@@ -250,30 +254,43 @@ TEST(LinpackFactors, CholeskyInThePublishedOrder) {
 
 // The published steps in exact rational arithmetic; the sign of e is turned twice on the way.
 TEST(LinpackFactors, Estimates) {
-  for (const auto& [want, matrix] :
-       {std::pair<double, Dense>{4.0 / 93,
-                                 {{0, 3, -1, -2}, {0, 2, -3, -2}, {3, -1, 1, 2}, {1, 0, 3, 2}}},
-        {6.0 / 77, {{0, 2, 1, -1}, {-1, -1, 0, -2}, {1, 2, -1, 3}, {-3, 0, 0, 1}}},
-        {8.0 / 55, {{0, -2, 2, -3}, {-1, 0, 2, 3}, {-1, -1, 1, -2}, {-1, 2, 2, -3}}},
-        {109.0 / 1239, {{2, 0, 0, 2}, {-1, 0, -1, 1}, {-1, -3, -2, 0}, {1, -2, 3, -2}}}}) {
-    for (int family : {0, 1}) {
+  for (const auto& [kind, want, matrix] : std::vector<std::tuple<Kind, double, Dense>>{
+#include "math/matrix/linpack/estimates_cases.inc"
+       }) {
+    for (const Family& family : kFamilies) {
+      if (family.kind != kind) continue;
       double rcond = kNaN;
-      Stored s(kFamilies[family], matrix);
-      kFamilies[family].condition(s, rcond);
-      EXPECT_CLOSE(rcond, want, 1e-14) << kFamilies[family].name;
+      Stored s(family, matrix);
+      family.condition(s, rcond);
+      EXPECT_CLOSE(rcond, want, 1e-14) << family.name;
+    }
+  }
+}
+
+// By the published comparisons, whose factor is (1 + sqrt(17)) / 8 = 0.6404.
+TEST(LinpackFactors, IndefinitePivots) {
+  for (const auto& [name, matrix, want] : std::vector<std::tuple<const char*, Dense, Indices>>{
+#include "math/matrix/linpack/indefinite_pivots_cases.inc"
+       }) {
+    for (const Family& family : kFamilies) {
+      if (family.kind != kIndefinite) continue;
+      Stored s(family, matrix);
+      EXPECT_EQ(family.factor(s), 0);
+      EXPECT_EQ(Indices(s.p, s.p + s.n), want) << family.name << ", " << name;
     }
   }
 }
 
 TEST(LinpackTriangular, StopsAtAZero) {
-  Mat t({{2, 1, 1}, {1, 0, 1}, {1, 1, 0}}), z(3, 1);
+  Mat t({{2, 1, 1}, {1, 0, 1}, {1, 1, 0}}), z(3, 1), first({{0, 1}, {1, 2}});
   for (int upper : {0, 1}) {
     double rcond = 7, b[] = {1, 2, 3};
     Linpack::Dtrco(t, t.ld, 3, rcond, z, upper);
     const std::array info{
         Linpack::Dtrsl(t, t.ld, 3, b, upper), Linpack::Dtrsl(t, t.ld, 3, b, 10 + upper),
-        Linpack::Dtrdi(t, t.ld, 3, nullptr, 10 + upper), Linpack::Dtrsl(t, t.ld, 0, b, upper)};
-    EXPECT_EQ(info, (std::array{2, 2, upper ? 2 : 3, 0}));
+        Linpack::Dtrdi(t, t.ld, 3, nullptr, 10 + upper), Linpack::Dtrsl(t, t.ld, 0, b, upper),
+        Linpack::Dtrsl(first, first.ld, 2, b, upper)};
+    EXPECT_EQ(info, (std::array{2, 2, upper ? 2 : 3, 0, 1}));
     EXPECT_EQ((Values{rcond, b[0], b[1], b[2]}), (Values{0, 1, 2, 3}));
   }
 }
@@ -294,6 +311,7 @@ TEST(LinpackTridiagonal, Solves) {
     const Mat b = t * Random(n, 1, random);
     Mat x = b;
     const int info = positive ? (Linpack::Dptsl(n, d, e, x), 0) : Linpack::Dgtsl(n, c, d, e, x);
+    EXPECT_TRUE(n > 0 || info == 0);
     if (info != 0) continue;
     ++solved;
     EXPECT_TRUE(IsNear(t * x, b, Norm(t) * Norm(x))) << "order " << n << ", trial " << trial;

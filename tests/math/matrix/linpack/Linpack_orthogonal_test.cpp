@@ -1,5 +1,6 @@
 // Pivoted and updated Cholesky factors, QR decomposition, least squares and singular values.
 
+#include <nqcommon/math/matrix/linpack/Blas1.h>
 #include <nqcommon/math/matrix/linpack/Linpack.h>
 
 #include <array>
@@ -51,7 +52,7 @@ struct Problem {
 
   int p;
   Mat r, z, c, s;
-  double rho[2] = {3, 0};
+  double rho[2] = {0.5, 0};
 };
 
 TEST(LinpackCholesky, AddsAndRemovesARow) {
@@ -77,7 +78,13 @@ TEST(LinpackCholesky, AddsAndRemovesARow) {
     EXPECT_EQ(f.Remove(tooFar), 1);
     f.Add(tooFar);
     EXPECT_EACH(true, f.rho[0] == -1, f.rho[1] == 0) << "a norm that is lost stays so";
+    f.rho[0] = 0;
+    const Mat exact = f.Normal();
+    f.Add(row);
+    EXPECT_TRUE(IsNear(f.Normal(), exact + row * Trans(row)));
   }
+  double r = 2, x = 2, c = 0, s = 0;
+  EXPECT_EQ(Linpack::Dchdd(&r, 1, 1, &x, nullptr, 1, 0, nullptr, nullptr, &c, &s), -1) << "all";
 }
 
 // The published comparisons: what follows a NaN passes for larger, and a NaN is no positive pivot.
@@ -100,10 +107,14 @@ TEST(LinpackCholesky, MovesColumns) {
     Problem f(p, random);
     int order[] = {0, 1, 2, 3, 4, 5, 6, 7};
     std::rotate(order + k - 1, order + (job == 1 ? l - 1 : k), order + l);
-    const Mat before = f.Normal();
+    const auto below = [&] {
+      return f.r + Mat(p, p, [&](int i, int j) { return i > j ? 0 : -f.r(i, j); });
+    };
+    const Mat before = f.Normal(), untouched = below();
     const Mat want(p + 2, p + 2, [&](int i, int j) { return before(order[i], order[j]); });
     Linpack::Dchex(f.r, f.r.ld, p, k, l, f.z, f.z.ld, 2, f.c, f.s, job);
     EXPECT_TRUE(IsNear(f.Normal(), want)) << p << " " << k << " " << l << " job " << job;
+    EXPECT_TRUE(AreSame(below().data, untouched.data));
   }
 }
 
@@ -166,24 +177,42 @@ TEST(LinpackQR, DecomposesAndSolves) {
       }
     }
   }
+  // What rounding leaves of downdated norms has no order; the first of equal columns is taken.
+  const double unit = 0x1p-40, big = 1e9 * unit;
+  Mat parallel({{4 * big, 0, big, big, big, big},
+                {0, 2 * big, big, big, big, big},
+                {0, 0, 3 * unit, 0, 0, 0},
+                {0, 0, 0, 7 * unit, 0, 0},
+                {0, 0, 0, 0, 7 * unit, 0},
+                {0, 0, 0, 0, 0, 9 * unit}});
+  Mat aux(6, 1), norms(6, 1);
+  Indices made(6);
+  Linpack::Dqrdc(parallel, parallel.ld, 6, 6, aux, made.data(), norms, 1);
+  EXPECT_EQ(made, (Indices{1, 2, 6, 4, 5, 3}));
   Mat notANumber({{1, 2}, {3, kNaN}});
-  double qraux[3], y[] = {1, 2, 3}, b[3];
+  double qraux[4], y[] = {1, 2, 3, 4}, b[4];
   int jpvt[] = {0, 0};
   Linpack::Dqrdc(notANumber, notANumber.ld, 2, 2, qraux, jpvt, b, 1);
   EXPECT_EQ(jpvt[0], 2);
-  Mat zero({{1, 0, 3}, {2, 0, 4}, {2, 0, 1}});
-  Linpack::Dqrdc(zero, zero.ld, 3, 3, qraux, nullptr, nullptr, 0);
-  EXPECT_EQ(Linpack::Dqrsl(zero, zero.ld, 3, 3, qraux, y, nullptr, y, b, nullptr, nullptr, 100), 2);
+  Mat zero({{1, 0, 0, 3}, {2, 0, 0, 4}, {2, 0, 0, 1}, {1, 0, 0, 1}});
+  Linpack::Dqrdc(zero, zero.ld, 4, 4, qraux, nullptr, nullptr, 0);
+  EXPECT_EQ(Linpack::Dqrsl(zero, zero.ld, 4, 4, qraux, y, nullptr, y, b, nullptr, nullptr, 100), 3);
+  EXPECT_CLOSE(Blas1::DNrm2(4, y, 1), std::sqrt(30), 4 * kEps);
 }
 
 // ---- Singular values
+
+// Nothing is expected of what is there before.
+Mat Undefined(int m, int n) {
+  return Mat(m, n, [](int, int) { return kNaN; });
+}
 
 struct SVD {
   const Mat& a;
   int job;
   bool inPlace = false;
-  Mat x = a, u{a.m, job / 10 == 1 ? a.m : std::min(a.m, a.n)}, v{a.n, a.n},
-      s{std::min(a.m + 1, a.n), 1}, e{a.n, 1}, work{a.m, 1};
+  Mat x = a, u = Undefined(a.m, job / 10 == 1 ? a.m : std::min(a.m, a.n)), v = Undefined(a.n, a.n),
+      s = Undefined(std::min(a.m + 1, a.n), 1), e = Undefined(a.n, 1), work = Undefined(a.m, 1);
   double* toU = job < 10 ? nullptr : inPlace ? &x(0, 0) : &u(0, 0);
   double* toV = job % 10 == 0 ? nullptr : inPlace ? &x(0, 0) : &v(0, 0);
   int info = Linpack::Dsvdc(x, x.ld, a.m, a.n, s, e, toU, u.ld, toV, v.ld, work, job);
