@@ -200,7 +200,7 @@ struct MoreInputs : RectInputs {
   Indices indices{1, 4, 7, 9, 20};
   Values elements{1, 2, 3, 4, 5}, four{1, 2, 3, 4};
   NQSparseVector view{indices, elements};
-  NQBitSet spread = Multiples(2 * n, 2), all = Multiples(n, 1);
+  NQBitSet spread = Multiples(2 * n, 2);
   std::vector<Indices> lists;
   std::vector<Values> columns;
   Peak peak;
@@ -235,7 +235,7 @@ const Operation<NQRectMatrix, MoreInputs> kRectangular[] = {
     NQ_ROW(s.FindNonRedunIndices(1e-9, out.list, true)),
     NQ_ROW(s.ExtractFullRank(1e-9, out.rect, out.list, true)),
     NQ_ROW(s.CheckAddColRedundancies(out.set, out.set2)),
-    NQ_ROW(s.IsEstimable(s, in.all, 1e-6)),
+    NQ_ROW(+s.IsEstimable(s, in.spread, 1e-6)),
     NQ_ROW(Display(s)),
 };
 

@@ -153,6 +153,8 @@ TEST_F(NQEigenValuesTest, NothingIsStale) {
   EXPECT_EQ(ToDense(vectors), (Dense{{0, 1}, {1, 0}}));
   EXPECT_TRUE(eigen.SetEMatrix(Sym({1, 16})));
   EXPECT_EQ(sorted(), Values({0.5, 1})) << "the new E";
+  EXPECT_TRUE(eigen.SetEMatrix(Sym({4, -1}))) << "without the negative pivot";
+  EXPECT_EQ(sorted(), Values({0, 0.25}));
   for (const NQSymMatrix& bad : {Sym({1}), Sym({0, -1}), Sym({kNaN, kNaN})}) {
     EXPECT_TRUE(eigen.SetEMatrix(Sym({1, 4})));
     EXPECT_EACH(false, eigen.SetEMatrix(bad), eigen.IsValidEMatrix());
@@ -174,12 +176,13 @@ TEST_F(NQEigenValuesTest, IterationLimit) {
   EXPECT_EQ(values, Values({3, 0, 0})) << "what was not computed stays behind";
   EXPECT_EACH(false, eigen.IsPDHMatrix(0, isPD), eigen.GetPDHMatrix(0, out, changed), changed);
   EXPECT_EQ(out.AsVector(), Values(6));
-  EXPECT_EACH(true, eigen.SetMaxIter(30), eigen.Compute(values) == 3);
+  EXPECT_EACH(true, eigen.SetTolerance(1e-9), eigen.SetMaxIter(30), eigen.Compute(values) == 3);
   EXPECT_EQ(NQEigenValues(ToSym(kFamilies[2].Matrix(200)), 1e-12, 30).Compute(values), 200);
+  EXPECT_EQ(NQEigenValues(Sym({-7}), 1e-12, 1).Compute(values), 1);
+  EXPECT_EQ(values, Values{-7});
   // Small beside its neighbours together; squares of ratios that overflow; a rotation of 0 and 0.
   for (const auto& [packed, tolerance, maxIter, count] :
-       {std::tuple<Values, double, int, int>{{-7}, 1e-12, 1, 1},
-        {{2, 1, 2}, 1e-12, 1, 0},
+       {std::tuple<Values, double, int, int>{{2, 1, 2}, 1e-12, 1, 0},
         {{0, 3e-12, 4}, 1e-12, 1, 2},
         {{1, 0, 1, 1e-200, 1, 1}, 1e-12, 30, 3},
         {{0, 1e-280, 0, 0, 1e-100, 1}, 1e-200, 30, 3}})

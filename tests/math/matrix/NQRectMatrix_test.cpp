@@ -3,6 +3,7 @@
 #include <nqcommon/math/matrix/NQRectMatrix.h>
 
 #include <array>
+#include <bit>
 #include <climits>
 #include <tuple>
 
@@ -18,7 +19,7 @@ using namespace nqtest;
 
 TEST(NQRectMatrix, MechanicalOperations) {
   static const Dense small{{1, 2}, {3, 4}}, wide{{1, 2, 3}, {4, 5, 6}};
-  static const Dense nearOne{{1.25, -0.75}, {0.5, 1.5}}, contrasts{{0, 2, 4}, {1, 3, 5}, {7, 0, 1}};
+  static const Dense nearOne{{1.25, -0.75}, {0.5, 1.5}}, contrasts{{0, 2, 4}, {1, 3, 2}, {7, 0, 1}};
   static const NQBitSet gap(Bits{true, false, true}), none(Bits{false, false});
   static const NQRectMatrix other = ToRect({{7, 8, 9}, {1, 1, 1}});
   static const Indices twice{1, 0, 1}, backwards{2, 0}, negative{-1};
@@ -41,6 +42,7 @@ TEST(NQRectMatrix, MechanicalOperations) {
       {small, NQ_OP(r.ColScale(0, -2)), {{-2, 2}, {-6, 4}}},
       {nearOne, NQ_OP(r.ColClean(1, 0.75)), {{1.25}, {0.5, 1.5}}},
       {nearOne, NQ_OP(r.CheckForOnes(0.25) == 2), {{1, -1}, {0.5, 1.5}}},
+      {small, NQ_OP(r.CheckForOnes(0) == 1 && r.ColClean(1, 0)), small},
       {wide, NQ_OP(r.ShiftColumns(1, r)), {{0, 1, 2}, {0, 4, 5}}},
       {wide, NQ_OP(r.ShiftColumns(-2, r)), {{3}, {6}}},
       {wide, NQ_OP(r.ShiftColumns(INT_MIN, r)), {{}, {}}},
@@ -58,7 +60,7 @@ TEST(NQRectMatrix, MechanicalOperations) {
       {small, NQ_OP(r.Expand(gap, true, r)), {{1, 2}, {}, {3, 4}}},
       {small, NQ_OP(r.Expand(gap, false, r)), {{1, 0, 2}, {3, 0, 4}}},
       {small, NQ_OP(r.ExpandSquare(gap, r)), {{1, 0, 2}, {}, {3, 0, 4}}},
-      {contrasts, NQ_OP(r.ZeroOutPivotRow(0, 1)), {{}, {1, 0, -1}, {7, 0, 1}}},
+      {contrasts, NQ_OP(r.ZeroOutPivotRow(1, 2)), {{-2, -4, 0}, {}, {6.5, -1.5, 0}}},
   };
   for (auto [before, name, operation, after] : rows) {
     NQRectMatrix r = ToRect(before);
@@ -84,14 +86,17 @@ TEST(NQRectMatrix, Questions) {
   EXPECT_EQ((Values{r.ColNorm(3), r.RowNorm(-1)}), Values(2, kMissing));
   int column = 7;
   EXPECT_EACH(false, r.IsRowZero(1), r.IsColZero(2), r.IsRowZero(3), r.IsColZero(-1),
-              r.IsRowZeroButOne(1, column), r.IsRowZeroButOne(2, column), column != 7);
+              r.IsRowZeroButOne(1, column), r.IsRowZeroButOne(2, column),
+              ToRect({{3, 4}}).IsRowZeroButOne(0, column), column != 7);
   EXPECT_EACH(true, r.IsRowZero(2), r.IsColZero(0), r.IsRowZeroButOne(0, column), column == 1,
               ToRect({{3, 0}}).IsRowZeroButOne(0, column), column == 0);
   EXPECT_EQ(r.FindFirstNonZeroInRow(1, 5), 1);
+  EXPECT_EQ(ToRect({{3, 4}}).FindFirstNonZeroInRow(0, 2), 0);
   EXPECT_EQ(r.FindFirstNonZeroInRow(1, 4e200), -1) << "not above eps";
+  const NQRectMatrix flat(0, 3, true);
   EXPECT_EACH(false, r.GetRowPtr(3) != nullptr, r.GetRowPtr(-1) != nullptr,
               r.GetColPtr(-1) != nullptr, r.GetColPtr(3) != nullptr,
-              NQRectMatrix(0, 3, true).GetColPtr(1) != nullptr);
+              NQRectMatrix(flat).GetColPtr(1) != nullptr, flat.GetColPtr(1) != nullptr);
   EXPECT_EQ(r.GetColPtr(2)[3], 5);
   r.SetElem(2, 1, kNaN);
   EXPECT_FALSE(r.IsRowZero(2)) << "NaN is not 0";
@@ -99,7 +104,8 @@ TEST(NQRectMatrix, Questions) {
   EXPECT_EACH(false, r.GetRow(3, v), r.GetCol(3, v), r.IncrVecByColumn(2, v, 0, 2, 1, false),
               r.IncrVecByColumn(2, v, 2, 2, 1, true));
   EXPECT_EACH(true, r.IncrVecByColumn(2, v, 1, 1, 2, true),
-              r.IncrVecByColumn(2, part, 1, 1, 2, false));
+              r.IncrVecByColumn(2, part, 1, 1, 2, false),
+              r.IncrVecByColumn(0, part, 0, 1, 9, false));
   EXPECT_EQ((Dense{v, part}), (Dense{{1, 12, 3}, {11}}));
   EXPECT_TRUE(r.CopyColToVec(2, v));
   EXPECT_EQ(v, (Values{0, 5, 0}));
@@ -154,16 +160,34 @@ TEST(NQRectMatrixSolve, LinearSystems) {
   EXPECT_EQ(NQRectMatrix(2, 0, true).EstimateLinearGI({1, 2}, x, 1), -1);
 }
 
-// Columns of a Hadamard matrix are orthogonal and of norm 2.
-const Dense kHadamard{{1, 1, 1}, {1, -1, 1}, {1, 1, -1}, {1, -1, -1}};
+// Columns of Sylvester's Hadamard matrix, negative: orthogonal and of norm sqrt(m).
+Dense Hadamard(std::size_t m, std::size_t n) {
+  Dense h(m, Values(n));
+  for (std::size_t i = 0; i < m; ++i) {
+    for (std::size_t j = 0; j < n; ++j) h[i][j] = std::popcount(i & j) % 2 == 0 ? -1 : 1;
+  }
+  return h;
+}
 
+const Dense kHadamard = Hadamard(4, 3);
+
+// One panel of columns and several, elements below 1 too.
 TEST(NQRectMatrixSolve, HouseholderQR) {
-  NQRectMatrix q = ToRect(kHadamard * Dense{{3, -1, 2}, {0, 5, 4}, {0, 0, 7}});
+  NQRectMatrix q;
   NQSymMatrix s;
-  ASSERT_TRUE(q.QRDecompositionH(s, q)) << "into itself";
-  const Dense factor{{6, 0, 0}, {-2, 10, 0}, {4, 8, 14}}, two{{2, 0, 0}, {0, 2, 0}, {0, 0, 2}};
-  EXPECT_LE(Distance(Lower(ToDense(s)), factor), 1e-14);
-  EXPECT_LE(Distance(ToDense(q) * two, kHadamard), 1e-14);
+  for (const auto& [m, n] : {std::pair<std::size_t, std::size_t>{4, 3}, {64, 33}, {256, 100}}) {
+    const double root = std::sqrt(static_cast<double>(m));
+    Dense upper(n, Values(n)), scaled = upper;
+    for (std::size_t j = 0; j < n; ++j) {
+      scaled[j][j] = root;
+      for (std::size_t i = 0; i <= j; ++i)
+        upper[i][j] = static_cast<double>(i == j ? n : (7 * i + 3 * j) % 5) * 0x1p-7 / root;
+    }
+    q = ToRect(Hadamard(m, n) * upper);
+    ASSERT_TRUE(q.QRDecompositionH(s, q)) << "into itself";
+    EXPECT_LE(Distance(Lower(ToDense(s)), Trans(scaled * upper)), 1e-13) << m;
+    EXPECT_LE(Distance(ToDense(q) * scaled, Hadamard(m, n)), 1e-13) << m;
+  }
   // A zero and a dependent column: Q stays orthogonal.
   const Dense deficient{{0, 2, 4}, {0, 1, 2}, {0, 5, 10}}, one{{1, 0, 0}, {0, 1, 0}, {0, 0, 1}};
   ASSERT_TRUE(ToRect(deficient).QRDecompositionH(s, q));
@@ -204,28 +228,42 @@ TEST(NQRectMatrixEstimability, Redundancies) {
   }
 }
 
-// Column 1 was found redundant before. Added behind it: a column of its own, copies of column 1,
+// Column 0 was found redundant before. Added behind it: a column of its own, copies of column 0,
 // which is no member, and of the first added, a sum of members, and one that is not.
 TEST(NQRectMatrixEstimability, AddedColumns) {
   NQRectMatrix r = ToRect(
-      {{1, 0, 0, 0, 0, 1, 5}, {1, 3, 1, 3, 1, 2, 1}, {1, 0, 2, 0, 2, 3, 1}, {1, 0, 4, 0, 4, 5, 2}});
-  NQBitSet set(Bits{true, false}), newSet;
+      {{0, 1, 0, 0, 0, 1, 5}, {3, 1, 1, 3, 1, 2, 1}, {0, 1, 2, 0, 2, 3, 1}, {0, 1, 4, 0, 4, 5, 2}});
+  NQBitSet set(Bits{false, true}), newSet;
+  EXPECT_EQ(NQRectMatrix(2, 2, true).CheckAddColRedundancies(NQBitSet(Bits{true}), newSet), 1);
+  EXPECT_TRUE(newSet == NQBitSet(Bits{true, false})) << "members stay";
+  EXPECT_EQ(ToRect(kHadamard).CheckAddColRedundancies(NQBitSet(Bits{true}), newSet), 0);
   EXPECT_EQ(r.CheckAddColRedundancies(set, newSet), 2);
-  EXPECT_TRUE(newSet == NQBitSet(Bits{true, false, true, true, false, false, true}));
+  EXPECT_TRUE(newSet == NQBitSet(Bits{false, true, true, true, false, false, true}));
   EXPECT_EQ(r.CheckAddColRedundancies(newSet, newSet), 0) << "nothing added";
   EXPECT_EQ(r.CheckAddColRedundancies(NQBitSet(8), newSet), -1);
   EXPECT_EQ(newSet.InSet(), 4);
 }
 
 TEST(NQRectMatrixEstimability, EstimableFunctions) {
-  const NQRectMatrix x = ToRect(kCodes);
+  NQRectMatrix x = ToRect(kCodes);
   NQBitSet set;
   x.FindRedundancies(1e-6, set, false);
-  for (const auto& [name, l, estimable] : std::vector<std::tuple<const char*, Dense, bool>>{
+  const NQBitSet otherBasis(Bits{false, true, true, true, true});
+  for (const double unit : {1.0, 0x1p-30}) {  // of all columns
+    for (const auto& [name, l, estimable] : std::vector<std::tuple<const char*, Dense, bool>>{
 #include "math/matrix/estimable_functions_cases.inc"
-       })
-    EXPECT_EQ(x.IsEstimable(ToRect(l), set, 1e-9), estimable) << name;
+         }) {
+      NQRectMatrix functions = ToRect(l);
+      for (int j = 0; j < functions.GetNCols(); ++j) functions.ColScale(j, unit);
+      for (const NQBitSet& basis : {set, otherBasis})
+        EXPECT_EQ(x.IsEstimable(functions, basis, 1e-9), estimable) << name << unit;
+    }
+    for (int j = 0; j < x.GetNCols(); ++j) x.ColScale(j, 0x1p-30);
+  }
+  x = ToRect(kCodes);
   const NQRectMatrix mean = ToRect({{1, 1, 0, 0, 0}});
+  const NQRectMatrix copies = ToRect(Dense(4, {1, 1}));
+  EXPECT_TRUE(copies.IsEstimable(ToRect({{3, 3}}), NQBitSet(Bits{true, false}), 0)) << "exactly";
   EXPECT_EACH(false, x.IsEstimable(mean, set, -1), x.IsEstimable(mean, NQBitSet(4), 1e-9));
   set.Set(3, true);
   EXPECT_FALSE(x.IsEstimable(mean, set, 1e-9)) << "dependent members";
@@ -248,10 +286,10 @@ TEST(NQRectMatrixEstimability, ResidualsOfProjection) {
   NQRectMatrix x, r;
   ASSERT_TRUE(ToRect(kCodes).ExtractColumns({0, 1, 2, 3}, x) &&
               ToRect(kCodes).ExtractColumns({4, 2, 4}, r));
-  r.SetElem(0, 2, 3), r.SetElem(1, 2, 5);
+  ASSERT_TRUE(r.SetElem(0, 2, 3) && r.SetElem(1, 2, 5) && x.AddColumn() == 5);
   NQBitSet independent, remaining;
   EXPECT_EQ(r.ResidOfOrthProjection(x, 1e-9, independent, remaining), 2);
-  EXPECT_EACH(true, independent == NQBitSet(Bits{true, true, true, false}),
+  EXPECT_EACH(true, independent == NQBitSet(Bits{true, true, true, false, false}),
               remaining == NQBitSet(Bits{true, false, false}));
   const Dense wanted{{-1, 0, -1}, {1, 0, 1}, {-3, 0, -3}, {3, 0, 3}, {-1, 0, -1}, {1, 0, 1}},
       got = ToDense(r);
@@ -260,8 +298,8 @@ TEST(NQRectMatrixEstimability, ResidualsOfProjection) {
   EXPECT_EQ(r.ResidOfOrthProjection(ToRect({{1}}), 1e-9, independent, remaining), -1);
   EXPECT_EQ(ToDense(r), got);
   // Nearly dependent columns: the residual is orthogonal to both nevertheless.
-  x = ToRect({{1, 1}, {1, 1 + 1e-7}, {1, 1}, {1, 1}});
-  r = ToRect({{1}, {2}, {4}, {8}});
+  x = ToRect({{1, 1e-3}, {1, 1e-3 * (1 + 1e-7)}, {1, 1e-3}, {1, 1e-3}});
+  r = ToRect({{1e-6}, {2e-6}, {4e-6}, {8e-6}});
   EXPECT_EQ(r.ResidOfOrthProjection(x, 1e-9, independent, remaining), 0);
   EXPECT_LE(Distance(Trans(ToDense(x)) * ToDense(r), {{0}, {0}}), 1e-14);
   EXPECT_EQ(r.ResidOfOrthProjection(r, 1e-9, independent, remaining), 1) << "of itself";

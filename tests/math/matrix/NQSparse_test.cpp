@@ -79,14 +79,14 @@ TEST(NQSparseVector, RefusedViewsTouchNothing) {
   ExpectRefused("list that lost a value", view);
   EXPECT_EQ((Values{view.GetValue(0), view.GetValue(1), view.GetValue(-1)}),
             (Values{1, kMissing, kMissing}));
-  EXPECT_EQ((Indices{view.GetIndex(1), view.GetIndex(2), view.GetIndex(-1)}),
-            (Indices{INT_MAX, -1, -1}));
+  EXPECT_EQ((Indices{view.GetIndex(0), view.GetIndex(1), view.GetIndex(2), view.GetIndex(-1)}),
+            (Indices{0, INT_MAX, -1, -1}));
 }
 
 TEST(NQSparseVector, AsTheDenseVector) {
   std::mt19937 random(3);
   const Indices indices{1, 2, 5}, others{0, 2, 3};
-  const Values values{3, 0, -2}, weights{4, 5, 7}, tail{6, -1};
+  const Values values{3, 0, -2}, weights{4, 5, 7}, tail{6, 1}, one{6};
   const NQSparseVector v(indices, values), w(others, weights);
   Values x, y, sum(8, 1);
   EXPECT_EACH(true, v.ConvertToRegularVector(x), w.ConvertToRegularVector(y),
@@ -100,8 +100,9 @@ TEST(NQSparseVector, AsTheDenseVector) {
 
   // Each adds weight (a b' + b a') to a matrix of order 8.
   const Values here{0, 3, 0, 0, 0, -2, 0, 0}, moved{0, 0, 0, 3, 0, 0, 0, -2};
-  const Values below{0, 0, 0, 0, 0, 0, 6, -1}, dense{0, 0, 0, 3, 0, -2, 0, 0},
-      unit{0, 0, 0, 0, 1, 0, 0, 0};
+  const Values below{0, 0, 0, 0, 0, 0, 6, 1}, dense{0, 0, 0, 3, 0, -2, 0, 0},
+      first{3, 0, -2, 0, 0, 0, 0, 0}, byOne{0, 0, 3, 0, 0, 0, -2, 0}, last{0, 0, 0, 0, 0, 0, 0, 6},
+      unit{0, 0, 0, 0, 1, 0, 0, 0}, unit0{1, 0, 0, 0, 0, 0, 0, 0};
   const struct {
     const char* name;
     std::function<bool(NQSymMatrix&)> run;
@@ -111,24 +112,29 @@ TEST(NQSparseVector, AsTheDenseVector) {
 #define NQ_UPDATE(...) #__VA_ARGS__, [&](NQSymMatrix & s) { return __VA_ARGS__; }
       {NQ_UPDATE(v.QuadraticOuterProductIncr(s, -3)), -1.5, here, here},
       {NQ_UPDATE(v.QuadraticOuterProductPartIncr(s, 2, 3)), 1.5, moved, moved},
-      {NQ_UPDATE(s.UpdateXXSparse(v, 3)), 1.5, here, here},
+      {NQ_UPDATE(s.UpdateXXSparse(v, 0.5)), 0.25, here, here},
       {NQ_UPDATE(s.UpdateXXCornerSparse(tail, 6, v, 0, 3)), 3, here, below},
+      {NQ_UPDATE(s.UpdateXXCornerSparse(one, 7, v, 1, 0.5)), 0.5, byOne, last},
       {NQ_UPDATE(s.UpdateXXCornerBlock(tail, 6, values, 3, 2)), 2, dense, below},
-      {NQ_UPDATE(v.IncrementRowPart(s, 4, 2, 2)), 2, unit, moved}};
+      {NQ_UPDATE(s.UpdateXXCornerBlock(one, 7, values, 0, 0.5)), 0.5, first, last},
+      {NQ_UPDATE(s.UpdateXXCornerBlock(one, 7, {}, 7, 1)), 0, first, last},
+      {NQ_UPDATE(v.IncrementRowPart(s, 4, 2, 2)), 2, unit, moved},
+      {NQ_UPDATE(v.IncrementRowPart(s, 0, 2, 2)), 2, unit0, moved}};
   NQSymMatrix product;
   for (const auto& [name, run, weight, a, b] : rows) {
     NQSymMatrix got = RandomSym(8, random), wanted = got;
     EXPECT_EACH(true, run(got), product.SetToVW(a, b), wanted.ComputeAXpY(weight, product)) << name;
     EXPECT_EQ(ToDense(got), ToDense(wanted)) << name;
   }
-  NQSymMatrix s(8, true);
+  NQSymMatrix s(8, true), whole(6, true);
   EXPECT_EACH(true, v.QuadraticOuterProductIncr(s, 7), v.QuadraticOuterProduct(s),
-              product.SetToVV(here));
+              v.QuadraticOuterProduct(whole), whole.GetElem(5, 5) == 4, product.SetToVV(here));
   // Refused: past an end, without a weight, on the diagonal, to its right, before row 0.
   EXPECT_EACH(false, v.QuadraticOuterProductPartIncr(s, 3, 1), v.IncrementRowPart(s, 8, 0, 1),
               v.IncrementRowPart(s, 0, INT_MAX, 1), s.UpdateXXSparse(v, 0),
               s.UpdateXXSparse(v, kNaN), s.UpdateXXCornerSparse(tail, 7, v, 0, 1),
-              s.UpdateXXCornerSparse(tail, 5, v, 0, 1),
+              s.UpdateXXCornerSparse(tail, 5, v, 0, 1), s.UpdateXXCornerSparse(tail, 6, v, 0, 0),
+              s.UpdateXXCornerBlock(tail, 6, values, 0, 0),
               s.UpdateXXCornerBlock(tail, 3, values, 1, 1), s.UpdateXXCornerBlock({}, 1, {}, 2, 1),
               s.UpdateXXCornerBlock({}, -1, {}, -1, 1));
   EXPECT_EQ(ToDense(s), ToDense(product));
@@ -138,11 +144,12 @@ TEST(NQSparseVector, InnerProductOfLists) {
   const int a[] = {1, 4}, b[] = {4, 7};
   const double x[] = {2, 1}, y[] = {3, 1};
   using V = NQSparseVector;
-  EXPECT_EQ((Values{V::InnerProduct(a, x, 2, b, y, 2), V::InnerProduct(a, x, 2, a, x, 2),
-                    V::InnerProduct(a, x, 1, b, y, 2), V::InnerProduct(a, x, 0, b, y, 2),
-                    V::InnerProduct(a, x, -1, b, y, 2), V::InnerProduct(a, x, 2, b, nullptr, 0),
-                    V::InnerProduct(nullptr, x, 2, b, y, 2)}),
-            (Values{3, 5, 0, 0, kMissing, kMissing, kMissing}));
+  EXPECT_EQ(
+      (Values{V::InnerProduct(a, x, 2, b, y, 2), V::InnerProduct(a, x, 2, a, x, 2),
+              V::InnerProduct(a, x, 1, b, y, 2), V::InnerProduct(a, x, 0, b, y, 2),
+              V::InnerProduct(a, x, 2, b, y, 0), V::InnerProduct(a, x, -1, b, y, 2),
+              V::InnerProduct(a, x, 2, b, nullptr, 0), V::InnerProduct(nullptr, x, 2, b, y, 2)}),
+      (Values{3, 5, 0, 0, 0, kMissing, kMissing, kMissing}));
 }
 
 // Shares worked by hand: exp(ln 3) is 3, and a common shift cancels.
@@ -194,6 +201,7 @@ TEST(NQSparseRectMatrix, ValidShapes) {
   }
   NQSparseRectMatrix r(0, 3, 3);
   EXPECT_FALSE(r.IsValidMatrix());
+  EXPECT_TRUE(r.Resize(0, 4) && r.Resize(0, 3));
   EXPECT_EQ(r.AddRow(), 1);
   NQSparseRectMatrix to = std::move(r);
   EXPECT_EQ(r.AddRow(), 1);  // NOLINT: a moved-from matrix takes rows again
@@ -212,6 +220,9 @@ TEST(NQSparseRectMatrix, RowsOfPartsOfVectors) {
     EXPECT_EQ(r.AddRow(v, start, first), rows) << start << ", " << first;
     EXPECT_EQ(ToDense(r), wanted.empty() ? Dense() : Dense({wanted})) << start << ", " << first;
   }
+  NQSparseRectMatrix one(1, 4, 1);
+  EXPECT_EQ(one.AddRow(v, 9, -1), 1);
+  EXPECT_EQ(ToDense(one), Dense({{90, 0, 0, 0}}));
 }
 
 TEST(NQSparseRectMatrix, RowFromItsOwnArrays) {
@@ -235,25 +246,29 @@ TEST(NQSparseRectMatrix, SlotsAreFixed) {
   const Values two{7, 8}, one{9}, three{1, 2, 3};
   for (const int k : {2, 3}) {
     NQSparseRectMatrix r(2, 5, k);
-    r.AddRow();
-    EXPECT_EQ(r.AddRow(NQSparseVector(pair, two)), k == 2 ? 2 : -1);
-    EXPECT_TRUE(r.SetRow(0, NQSparseVector(pair, two)));
-    EXPECT_EQ((Indices{r.FindIndex(0, 1), r.FindIndex(0, 4), r.FindIndex(0, 3), r.FindIndex(0, -1),
-                       r.FindIndex(0, 5), r.FindIndex(9, 1)}),
+    r.AddRow(), r.AddRow();
+    EXPECT_EQ(r.AddRow(NQSparseVector(pair, two)), k == 2 ? 3 : -1);
+    EXPECT_TRUE(r.SetRow(1, NQSparseVector(pair, two)));
+    EXPECT_EQ((Indices{r.FindIndex(1, 1), r.FindIndex(1, 4), r.FindIndex(1, 3), r.FindIndex(1, -1),
+                       r.FindIndex(1, 5), r.FindIndex(9, 1)}),
               (Indices{k - 2, k - 1, -1, -1, -1, -1}));
     Indices indices;
     Values elements;
-    EXPECT_EACH(true, r.SetElem(0, 0, 0), r.SetElem(0, 4, -1), r.GetRow(0, indices, elements));
-    EXPECT_EACH(false, r.SetElem(0, 0, 2), r.SetElem(0, 2, kNaN), r.GetRow(9, indices, elements));
+    EXPECT_EACH(true, r.SetElem(1, 0, 0), r.SetElem(1, 1, 6), r.SetElem(1, 4, 0),
+                r.CopyRowToRow(1, 0, r), r.SetElem(0, 4, 5), r.GetRow(1, indices, elements));
+    EXPECT_EACH(false, r.SetElem(1, 0, 2), r.SetElem(1, 2, kNaN), r.GetRow(9, indices, elements));
     EXPECT_EQ(indices, k == 2 ? Indices({1, 4}) : Indices({-1, 1, 4}));
-    EXPECT_EQ(elements, k == 2 ? Values({7, -1}) : Values({0, 7, -1}));
-    EXPECT_EQ(ToDense(r)[0], (Values{0, 7, 0, 0, -1}));
+    EXPECT_EQ(elements, k == 2 ? Values({6, 0}) : Values({0, 6, 0}));
+    EXPECT_EQ(ToDense(r)[0], (Values{0, 6, 0, 0, 5})) << "the place of a zero is copied";
+    NQSparseRectMatrix wider(1, 5, 4);
+    EXPECT_TRUE(wider.CopyRows(r, 0, 2));
+    EXPECT_EQ(ToDense(wider)[1], ToDense(r)[1]);
     EXPECT_EQ(r.SetRow(0, NQSparseVector(triple, three)), k == 3);
     EXPECT_TRUE(r.SetRow(0, NQSparseVector(single, one)));
     EXPECT_EQ(ToDense(r)[0], (Values{0, 0, 0, 9, 0}));
-    EXPECT_FALSE(r.Resize(1, k - 1));
-    EXPECT_EACH(true, r.Resize(1, 3), r.FindIndex(0, 3) == -1);
-    EXPECT_EQ(ToDense(r), Dense({{0, 0, 0}}));
+    EXPECT_FALSE(r.Resize(2, k - 1));
+    EXPECT_EACH(true, r.Resize(2, 3), r.FindIndex(0, 3) == -1, r.FindIndex(1, 4) == -1);
+    EXPECT_EQ(ToDense(r), Dense({{0, 0, 0}, {0, 6, 0}}));
   }
   const NQRectMatrix full = ToRect({{1, 2, 3, 0}, {0, 5, 0, 6}});
   NQSparseRectMatrix r(1, 9, 2);
@@ -267,8 +282,8 @@ TEST(NQSparseRectMatrix, PartsAsOfTheDenseExpansion) {
   for (const int k : {1, 3, 6}) {
     const NQSparseRectMatrix r = RandomSparse(6, 6, k, random);
     const Dense dense = ToDense(r), columns = Trans(dense);
-    NQRectMatrix full, out(2, 6, true), expanded, wanted;
-    NQSparseRectMatrix part(1, 1, 1);
+    NQRectMatrix full, out = RandomRect(2, 6, random), expanded, wanted;
+    NQSparseRectMatrix part(1, 1, 1), column = part;
     Values v;
     EXPECT_EACH(true, r.CreateFullMatrix(full), r.ExtractLastCol(v), r.CopyColToRow(2, 1, out));
     EXPECT_EQ((Dense{ToDense(full)[3], v, ToDense(out)[1]}),
@@ -281,6 +296,8 @@ TEST(NQSparseRectMatrix, PartsAsOfTheDenseExpansion) {
                 part.GetNNZRowElements() == std::min(k, 4), full.ExtractRows({1, 2, 3}, wanted),
                 wanted.CopyColumns(wanted, 2, 4));
     EXPECT_EQ(ToDense(part), ToDense(wanted));
+    EXPECT_TRUE(r.ExtractSubSparseRectMat(0, 6, 2, 1, column));
+    EXPECT_EQ(Trans(ToDense(column))[0], columns[2]);
 
     std::vector<Indices> rows;
     Dense elements, scattered(6, Values(6));

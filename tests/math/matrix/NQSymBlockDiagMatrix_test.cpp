@@ -24,12 +24,13 @@ std::size_t At(int i) { return static_cast<std::size_t>(i); }
 // A negative size stands for a diagonal block.
 void ExpectStructure(const char* name, const Blocks& s, const Indices& wanted) {
   Indices sizes, blockOfRow;
-  int row = 0, unset = 7;
+  int row = 0, unset = 7, nDiagonal = 0;
   bool kind = true;
   for (int b = 0; b < s.GetNBlocks(); ++b) {
     const bool isDiagonal = s.GetIsBlockDiagonal(b);
     const NQSymMatrix* dense = nullptr;
     const Values* diagonal = nullptr;
+    nDiagonal += isDiagonal;
     EXPECT_EQ(s.GetDenseBlock(b, dense), !isDiagonal) << name;
     EXPECT_EQ(s.GetDiagonalBlock(b, diagonal), isDiagonal) << name;
     EXPECT_EQ(s.GetBlockStartIndex(b), row) << name << ", block " << b;
@@ -47,10 +48,10 @@ void ExpectStructure(const char* name, const Blocks& s, const Indices& wanted) {
   }
   EXPECT_TRUE(sizes == wanted && s.GetBlockIndexForRow() == blockOfRow) << name;
   EXPECT_FALSE(s.FindAbsBlockRelColIndex(row, unset, unset, unset, kind));
-  EXPECT_EQ((Indices{s.GetNRows(), s.GetStartingIndices().back(), unset,
-                     s.GetNDenseBlocks() + s.GetNDiagBlocks(), s.GetBlockStartIndex(s.GetNBlocks()),
+  EXPECT_EQ((Indices{s.GetNRows(), s.GetStartingIndices().back(), unset, s.GetNDenseBlocks(),
+                     s.GetNDiagBlocks(), s.GetBlockStartIndex(s.GetNBlocks()),
                      s.GetBlockStartIndex(-1), s.GetIndexFirstInRow(row)}),
-            (Indices{row, row, 7, s.GetNBlocks(), -1, -1, -1}))
+            (Indices{row, row, 7, s.GetNBlocks() - nDiagonal, nDiagonal, -1, -1, -1}))
       << name;
 }
 
@@ -85,6 +86,8 @@ TEST(NQSymBlockDiagMatrix, Structures) {
   EXPECT_TRUE(moved.CopyStructure(moved) && moved.IsSameStructure(copy) && moved.Trace() == 0);
   EXPECT_TRUE(moved.Resize(3) && moved.Resize(4));
   ExpectStructure("cut", moved, {-2, 1, 1});
+  EXPECT_TRUE(moved.Resize(2));
+  ExpectStructure("cut between blocks", moved, {-2});
   EXPECT_FALSE(moved.IsSameStructure(copy) || MakeBlocks({2, 3}).IsSameStructure(copy));
   moved.ClearAll();
   ExpectStructure("cleared", moved, {});
@@ -98,6 +101,7 @@ TEST(NQSymBlockDiagMatrix, Structures) {
   EXPECT_TRUE(copy.SetStructure({1, 2, -7}, NQBitSet(2)));
   ExpectStructure("more sizes than places", copy, {1, 2});
   EXPECT_FALSE(copy.SetStructure({INT_MAX}, NQBitSet(1)) || copy.IsValidMatrix());
+  EXPECT_EQ(copy.GetNRows(), -1);
 }
 
 TEST(NQSymBlockDiagMatrix, BlocksAddedAndReplaced) {
@@ -108,6 +112,7 @@ TEST(NQSymBlockDiagMatrix, BlocksAddedAndReplaced) {
             (Indices{-1, -1, -1}));
   ExpectStructure("refused", s, {2, -2});
   EXPECT_EQ((Indices{s.AddBlock(Values{6}), s.AddBlock(s)}), (Indices{3, 6}));
+  EXPECT_EQ((Indices{Blocks().AddBlock(Values{6}), Blocks().AddBlock(s)}), (Indices{1, 6}));
   ExpectStructure("added to itself", s, {2, -2, -1, 2, -2, -1});
   EXPECT_EQ(ToDense(s), ToDense(Blocks({&dense, &diagonal, &six, &dense, &diagonal, &six})));
 
@@ -123,6 +128,10 @@ TEST(NQSymBlockDiagMatrix, BlocksAddedAndReplaced) {
   Blocks({&dense, &dense}).MaxMinDiagOffDiag(x, x, most, least);
   BlocksOf({}, {1, 2, 3}).MaxMinDiagOffDiag(x, x, most, least1);
   EXPECT_EQ((Values{most, least, least1}), (Values{2, 0, 2}));
+  Blocks behindNone = MakeBlocks({0, 2});
+  behindNone.SetElem(0, 1, 3);
+  behindNone.MaxMinDiagOffDiag(x, x, most, least);
+  EXPECT_EQ((Values{most, least}), (Values{3, 3}));
   // From its own storage.
   Values* own = nullptr;
   NQSymMatrix* block = nullptr;
@@ -182,8 +191,16 @@ TEST(NQSymBlockDiagMatrix, BlockDiagonalResults) {
   Blocks sum = otherKinds;
   NQ_EXPECT_REFUSED(sum.ComputeAXpY(2, s), sum.ComputeAXpY(2, dense), sum.ComputeAXpY(2, six));
   EXPECT_TRUE(sum.ComputeAXpY(2, otherKinds) && sum.ComputeAXpY(-1, diagonal));
-  EXPECT_EQ((Values{sum.GetElem(2, 2), sum.GetElem(6, 5)}),
-            (Values{3 * otherKinds.GetElem(2, 2) - 3, 3 * otherKinds.GetElem(6, 5)}));
+  const Dense D = ToDense(otherKinds);
+  EXPECT_EQ(ToDense(sum), Plus(Plus(D, 2, D), -1, ToDense(diagonal)));
+}
+
+TEST(NQSymBlockDiagMatrix, WithoutRows) {
+  Blocks s;
+  Values v{7}, w = v;
+  EXPECT_TRUE(s.ComputeAXpY(2, s) && s.ComputeLV(Values{}, v) &&
+              s.ComputeVecIIncrPartByL({}, 0, 0, w));
+  EXPECT_EQ((Dense{v, w}), Dense(2));
 }
 
 // Mantissas and powers of the blocks multiplied: beyond the range of doubles.
@@ -192,9 +209,11 @@ TEST(NQSymBlockDiagMatrix, DeterminantBeyondDoubles) {
   const NQDiagMatrix diagonal(Values{-5e200, 1e200});
   Blocks s({&dense, &diagonal, &dense});
   NQDeterminant det;
-  EXPECT_TRUE(s.ComputeDeterminant(1e-12, det));
+  EXPECT_TRUE(Blocks({&diagonal}).ComputeDeterminant(-1, det));
+  EXPECT_TRUE(s.ComputeDeterminant(0, det));
   EXPECT_CLOSE(det.first, -8, 1e-14);
-  EXPECT_FALSE(s.ComputeDeterminant(-1, det) || Blocks().ComputeDeterminant(1, det));
+  EXPECT_FALSE(s.ComputeDeterminant(-1, det) || Blocks().ComputeDeterminant(1, det) ||
+               BlocksOf({0}, {1}).ComputeDeterminant(-1, det));
   EXPECT_TRUE(det.second == 1601 && s.LTDetInverse(det, 1) == 0 && det.second == 1601);
   s.AddBlock(indefinite);
   EXPECT_TRUE(s.ComputeDeterminant(1e-12, det));
@@ -235,6 +254,8 @@ TEST(NQSymBlockDiagMatrix, CompanionsAsSchoolbookProducts) {
   EXPECT_TRUE(call);              \
   EXPECT_EQ(got, Dense(__VA_ARGS__)) << #call
     NQ_EXPECT(out.AugmentUsingBlockDiagL(b), ToDense(out), wanted);
+    out = ToSym(Part(S, 0, 6, 0, 6));
+    NQ_EXPECT(out.AugmentUsingBlockDiagL(b), ToDense(out), Part(wanted, 0, 6, 0, 6));
     NQ_EXPECT(s.SubSymVectBlockL(9, 4, b, x), Dense{x}, Part(S, 9, 1, 4, 6) * L);
     NQ_EXPECT(s.SubSymSBlockL(5, b, rect), ToDense(rect), Part(S, 5, 6, 5, 6) * L);
     NQ_EXPECT(s.SubSymBlockLTSBlockL(3, b, out), ToDense(out), Trans(L) * Part(S, 3, 6, 3, 6) * L);
@@ -248,22 +269,24 @@ TEST(NQSymBlockDiagMatrix, CompanionsAsSchoolbookProducts) {
     NQ_EXPECT(b.ComputeVecIIncrPartByL(s.AsVectorConst(), 17, 6, x), Dense{x}, Trans(below) * L);
     EXPECT_EQ(Dense({{NQSymMatrix::ComputeVBW(v, b, w)}}), V * B * Column(w));
     const Values& packed = s.AsVectorConst();
+    const Dense start{{packed[0], packed[0], packed[1], packed[3], packed[6], packed[10]}};
     for (int j = 0; j < 6; ++j) {
       const Dense lower = Part(L, 0, 6, j, 1), column = Part(B, 0, 6, j, 1);
       NQRectMatrix target = ToRect(S);
-      EXPECT_TRUE(b.UpdateDenseColumnPart(j, 3, target, 5, 7));
-      target.SubtractSymMatrix(s, 1);
+      Dense updated = S;
+      for (std::size_t i = 0; i < 6; ++i) updated[5 + i][0] += 3 * column[i][0];
+      EXPECT_TRUE(b.UpdateDenseColumnPart(j, 3, target, 5, 0));
+      EXPECT_EQ(ToDense(target), updated) << "column " << j;
       const std::pair<double, Dense> products[] = {
           {s.DotProductLBlockDiagColRow(b, j, 10, 2), Part(S, 10, 1, 2, 6) * lower},
           {b.DotProductLColVecIIncrPart(j, packed, 17, 6), Trans(below) * lower},
           {b.DotProductColVecIIncrPart(j, packed, 17, 6), Trans(below) * column},
+          {b.DotProductColVecIIncrPart(j, packed, 0, 0), start * column},
           {b.DotProductLColDenseRowPart(j, r, 3, 2), Part(R, 3, 1, 2, 6) * lower},
           {b.ComputeRVDParts(j, 1, 4, v, 1),
            Trans(Part(B, 1, 4, j, 1)) * Part(Trans(V), 0, 4, 0, 1)},
-          {b.ComputeRVDParts(j, 2, 3, v, -2),
-           Trans(Part(B, 2, 3, j, 1)) * Trans({{v[4], v[2], v[0]}})},
-          {target.GetElem(10, 7), {{3 * B[5][At(j)]}}},
-          {target.RowNorm(4), {{0}}}};
+          {b.ComputeRVDParts(j, 0, 3, v, -2),
+           Trans(Part(B, 0, 3, j, 1)) * Trans({{v[4], v[2], v[0]}})}};
       for (const auto& [got, product] : products) EXPECT_EQ(got, product[0][0]) << "column " << j;
     }
   }
@@ -281,12 +304,13 @@ TEST(NQSymBlockDiagMatrix, CompanionsRefuseWhatDoesNotFit) {
       s.SubSymBlockLTSBlockL(2, b, out), s.SubSymRectTBlockL(0, 3, 2, b, r),
       s.ComputeSSubBSSub(0, 5, 0, b, out), b.ComputeProductLAndSquare(r, r),
       b.ComputeSymRowByL(s, 0, x), b.ComputeVecPartByL(v, 4, x),
-      b.ComputeVecIIncrPartByL(v, 1, 3, x), b.ComputeVecIIncrPartByL(v, 0, -1, x),
+      b.ComputeVecIIncrPartByL(v, 1, 2, x), b.ComputeVecIIncrPartByL(v, 0, -1, x),
       invalid.ComputeVecPartByL(v, 0, x), b.UpdateDenseColumnPart(0, 1, r, 2, 0),
       b.UpdateDenseColumnPart(0, 1, r, 0, 4), NQSymMatrix::ComputeVBW(v, b, three),
-      s.DotProductLBlockDiagColRow(b, 0, 0, 2), b.DotProductLColVecIIncrPart(0, v, 1, 3),
-      b.DotProductColVecIIncrPart(-1, v, 0, 0), b.DotProductLColDenseRowPart(0, r, 0, 2),
-      b.ComputeRVDParts(0, 1, 3, v, 1), b.ComputeRVDParts(0, 0, 3, three, INT_MIN));
+      s.DotProductLBlockDiagColRow(b, 0, 0, 2), s.DotProductLBlockDiagColRow(b, 3, 0, 0),
+      b.DotProductLColVecIIncrPart(0, v, 1, 3), b.DotProductColVecIIncrPart(-1, v, 0, 0),
+      b.DotProductLColDenseRowPart(0, r, 0, 2), b.ComputeRVDParts(0, 1, 3, v, 1),
+      b.ComputeRVDParts(0, 0, 3, three, INT_MIN));
   EXPECT_EQ(x, Values{7});
   EXPECT_EQ(ToDense(s), Dense(4, Values(4)));
 }
@@ -318,8 +342,10 @@ TEST(NQSymBlockMatrix, Shapes) {
        std::vector<std::array<int, 6>>{
 #include "math/matrix/block_shapes_cases.inc"
        }) {
-    const NQSymBlockMatrix blocks(nb, bs);
+    NQSymBlockMatrix blocks;
     NQSymMatrix out;
+    EXPECT_EQ(blocks.GetNBlocks() + blocks.GetBlockSize(), 0);
+    EXPECT_EQ(blocks.SetNRows(nb, bs, true), order >= 0) << nb << ", " << bs;
     EXPECT_EQ((std::array{blocks.GetNBlocks(), blocks.GetBlockSize(), blocks.CopyToSymMatrix(out),
                           static_cast<int>(blocks.AsVectorSSConst().size())}),
               (std::array{wantedBlocks, wantedSize, order, stored}))

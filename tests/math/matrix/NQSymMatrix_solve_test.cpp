@@ -40,11 +40,17 @@ TEST(NQSymMatrixCholesky, RankDeficient) {
   EXPECT_EQ(set, NQBitSet(Bits{true, true, false, true, false}));
   EXPECT_EQ(minPivot, 0);
 
+  NQSymMatrix regular = FromPacked({4});
+  EXPECT_EQ(regular.LTChol(1e-12, minPivot, true), 0);
+  EXPECT_EQ(minPivot, 2);
+
   Indices kept, above;
   EXPECT_EQ((std::array{RankThree().CholIndNonRed(0, 1e-12, kept),
+                        FromPacked({4, 0, 9}).CholIndNonRed(0, 0, above),
+                        FromPacked({4, 0, 9}).CholIndNonRed(0, 1, above),
                         FromPacked({4, 0, 9}).CholIndNonRed(4, 0, above),
                         RankThree().CholIndNonRed(-1, 1e-12, above)}),
-            (std::array{1, 1, -1}));
+            (std::array{1, 0, 2, 1, -1}));
   EXPECT_EQ(kept, (Indices{0, 1, 3}));
   EXPECT_EQ(above, (Indices{1})) << "4 is not above 4";
   EXPECT_EQ(
@@ -107,6 +113,11 @@ TEST(NQSymMatrixCholesky, Inverses) {
   double minPivot = 7, refused = 7;
   EXPECT_EQ(s.CholInverse(t, 1e-12, out, minPivot), 3);
   EXPECT_EQ(minPivot, 0);
+  // Nothing is checked: no reference value or eps is refused.
+  EXPECT_EQ(FromPacked({4, 0, 9}).CholInverse({-1, 1}, -1, out, minPivot), 2);
+  EXPECT_EQ(FromPacked({4, 0, 9}).CholInverse({-1, 1}, -1, out), 2);
+  EXPECT_EQ(FromPacked({4, 0, 9}).CholInverse({-1, 1}, -1, out, set), 2);
+  EXPECT_EQ(minPivot, 2);
   NQ_EXPECT_REFUSED(s.CholInverse(t, 1e-12, other), s.CholInverse(t, 1e-12, other, set),
                     s.CholInverse(t, 1e-12, other, minPivot),
                     s.CholInverse({1}, 1e-12, out, refused), minPivot, refused,
@@ -175,7 +186,8 @@ TEST(NQSymMatrixCholesky, ADroppedRowTakesNoPart) {
 }
 
 TEST(NQSymMatrixCholesky, PositiveDefiniteRepair) {
-  for (const auto& [name, matrix, eps, atMost, smallest] :
+  const Dense five = ToDense(NQDiagMatrix(Values{0.25, -0.25, -0.25, -0.25, -0.25}));
+  for (const auto& [name, matrix, eps, wanted, smallest] :
        std::vector<std::tuple<const char*, Dense, double, int, double>>{
 #include "math/matrix/repairs_cases.inc"
        }) {
@@ -184,14 +196,13 @@ TEST(NQSymMatrixCholesky, PositiveDefiniteRepair) {
     NQSymMatrix s = before;
     bool changed = true;
     double shift = 5, max = 0, min = 0, maxBefore = 0;
-    const int result = s.TransformToPositiveDefinite(eps, changed, shift);
-    EXPECT_EQ(changed, atMost > 1);
+    EXPECT_EQ(s.TransformToPositiveDefinite(eps, changed, shift), wanted);
+    EXPECT_EQ(changed, wanted > 1);
     if (!changed) {
-      EXPECT_TRUE(result == atMost && shift == 0) << result;
+      EXPECT_EQ(shift, 0);
       EXPECT_TRUE(AreSame(s.AsVector(), before.AsVectorConst()));
       continue;
     }
-    EXPECT_TRUE(result > 2 && result <= atMost) << result;
     s.MaxMinDiag(max, min);
     EXPECT_CLOSE(max, 1, 1e-14);
     // shift = c + 0.01 (largest diagonal + c), c >= -smallest found to 2 eps
@@ -225,8 +236,10 @@ TEST(NQSymMatrixIndefinite, Solves) {
   NQ_EXPECT_REFUSED(s.SolveIndefinite(x, 0.9, NQBitSet(Bits{true, true, false}), x),
                     s.SolveIndefinite({1, 2}, 0, x), s.SolveIndefinite({1, 2}, 0, NQBitSet(3), x),
                     NQSymMatrix().SolveIndefinite({}, 0, x));
-  ASSERT_TRUE(s.SolveIndefinite(x, 1e-12, NQBitSet(Bits{true, false, true}), x));
+  ASSERT_TRUE(s.SolveIndefinite(x, 0, NQBitSet(Bits{true, false, true}), x));
   EXPECT_LE(Distance({x}, {{4, 0, 1}}), 1e-14);
+  ASSERT_TRUE(FromPacked({-4}).SolveIndefinite({8}, 0, NQBitSet(Bits{true}), x));
+  EXPECT_EQ(x, Values{-2});
 }
 
 // S = sum of +-v v' over fewer vectors than rows, all integers: exactly singular and consistent.
@@ -292,12 +305,16 @@ TEST(NQSymMatrixSweep, RegressionCoefficientsAndTheWayBack) {
   for (std::size_t i = 0; i < 3; ++i)
     EXPECT_CLOSE(b[i], (Values{1, 2, 0})[i], i < 2 ? 1e-13 : 0) << i;
   EXPECT_LE(std::fabs(s.GetElem(3, 3)), 1e-12) << "residual sum of squares";
+  EXPECT_TRUE(s.GetRegCoeffs(b, NQBitSet(4)));
+  EXPECT_EQ(b, Values(3));
   NQBitSet nonRedundant(Bits{false, false, true, false});
   before.GetDiagonal(t);
   EXPECT_TRUE(s.CheckMDependent(2, 1e-12, t, swept, nonRedundant));
   EXPECT_EQ(nonRedundant, NQBitSet(4));
   EXPECT_FALSE(s.CheckMDependent(1, 1e-12, t, swept, nonRedundant)) << "it is swept";
-  EXPECT_FALSE(s.CheckMDependent(4, 1e-12, t, swept, nonRedundant));
+  NQBitSet two(2);
+  EXPECT_EACH(false, s.CheckMDependent(4, 1e-12, t, swept, nonRedundant),
+              s.CheckMDependent(2, 1e-12, t, swept, two));
   EXPECT_EQ(nonRedundant, NQBitSet(Bits{false, true, false, false}));
   EXPECT_FALSE(s.SweepOnSelected({1, 0}, 1e-12, swept, true)) << "swept diagonals are negative";
   EXPECT_TRUE(s.SweepOnSelected({1, 0}, 1e-12, swept, true, &t));
@@ -305,19 +322,19 @@ TEST(NQSymMatrixSweep, RegressionCoefficientsAndTheWayBack) {
   EXPECT_LE(Distance(ToDense(s), ToDense(before)), 1e-11);
 }
 
-// y = 3 2 5 4 on x = 1 2 3 4 and its double: y = 2 + 0.6 x, and the inverse of (1, x)'(1, x) is
-// 1.5 -0.5 / -0.5 0.2.
+// y = 3 2 5 4 on x = 1 2 3 4, which is swept before its half, column 0: y = 2 + 0.6 x, and the
+// inverse of (1, x)'(1, x) is 1.5 -0.5 / -0.5 0.2.
 TEST(NQSymMatrixSweep, RegressionFromProductsAboutTheMeans) {
-  NQSymMatrix s = FromPacked({5, 10, 20, 3, 6, 5}), inverse;
+  NQSymMatrix s = FromPacked({1.25, 2.5, 5, 1.5, 3, 5}), inverse;
   NQBitSet swept;
   Values b;
-  ASSERT_TRUE(s.SweepOnSelected({0, 1}, 1e-12, swept, false));
-  ASSERT_TRUE(s.GetRegression(swept, {2.5, 5, 3.5}, 4, b, inverse));
-  EXPECT_LE(Distance({b}, {{2, 0.6, 0}}), 1e-15);
-  EXPECT_LE(Distance(ToDense(inverse), {{1.5, -0.5, 0}, {-0.5, 0.2, 0}, {0, 0, 0}}), 1e-15);
+  ASSERT_TRUE(s.SweepOnSelected({1, 0}, 1e-12, swept, false));
+  ASSERT_TRUE(s.GetRegression(swept, {1.25, 2.5, 3.5}, 4, b, inverse));
+  EXPECT_LE(Distance({b}, {{2, 0, 0.6}}), 1e-15);
+  EXPECT_LE(Distance(ToDense(inverse), {{1.5, 0, -0.5}, {0, 0, 0}, {-0.5, 0, 0.2}}), 1e-15);
   ASSERT_TRUE(s.GetRegression(swept, {}, 4, b, inverse));
-  EXPECT_LE(Distance({b}, {{0, 0.6, 0}}), 1e-15);
-  EXPECT_LE(Distance(ToDense(inverse), {{0, 0, 0}, {0, 0.2, 0}, {0, 0, 0}}), 1e-15);
+  EXPECT_LE(Distance({b}, {{0, 0, 0.6}}), 1e-15);
+  EXPECT_LE(Distance(ToDense(inverse), {{0, 0, 0}, {0, 0, 0}, {0, 0, 0.2}}), 1e-15);
   NQ_EXPECT_REFUSED(s.GetRegression(swept, {2.5, 5}, 4, b, inverse),
                     NQSymMatrix().GetRegression(swept, {}, 4, b, inverse));
 }
@@ -346,9 +363,12 @@ TEST(NQSymMatrixSweep, RefusalsChangeNothing) {
 
 TEST(NQSymMatrixSweep, DriversRaiseReferencesOnlyWithCheck) {
   // A pivot of 0.25 with eps 0.5: below eps x 1, above eps x its own size.
-  for (const auto& [check, given, rows, raised] :
-       {std::tuple{false, true, 1, 0.25}, {true, false, 0, 0.25}, {true, true, 0, 1.0}}) {
-    Values t{0.25};
+  for (const auto& [check, given, reference, rows, raised] :
+       {std::tuple{false, true, 0.25, 1, 0.25},
+        {true, false, 0.25, 0, 0.25},
+        {true, true, 0.25, 0, 1.0},
+        {true, true, 1.5, 0, 1.5}}) {
+    Values t{reference};
     NQBitSet swept;
     NQSymMatrix s = FromPacked({0.25});
     EXPECT_TRUE(s.SweepOnAll(0.5, swept, check, false, false, given ? &t : nullptr));
@@ -376,11 +396,13 @@ TEST(NQSymMatrixSweep, ManyAndTheLogDeterminant) {
     double logDet = 5;
     EXPECT_TRUE(s.SweepOnMany(4, 1e-14, pivotBefore, swept, logDet, true));
     EXPECT_TRUE(std::fabs(logDet) <= 1e-12 && swept.InSet() == 4) << logDet;
-    NQSymMatrix d = FromPacked({2, 0, 0, 0, 0, 8});
-    NQBitSet fresh;
+    NQSymMatrix d = FromPacked({2, 0, 0, 0, 0, 8, 0, 0, 0, 1});
+    NQBitSet fresh, first;
     EXPECT_TRUE(d.SweepOnMany(3, 1e-14, pivotBefore, fresh, logDet, true));
     EXPECT_CLOSE(logDet, pivotBefore ? std::log(16) : -std::log(16), 1e-15);
-    EXPECT_TRUE(fresh == NQBitSet(Bits{true, false, true}));
+    EXPECT_TRUE(fresh == NQBitSet(Bits{true, false, true, false}));
+    EXPECT_TRUE(FromPacked({4}).SweepOnMany(1, 1e-14, pivotBefore, first, logDet, true));
+    EXPECT_TRUE(first == NQBitSet(Bits{true}));
   }
   NQSymMatrix s = FromPacked({2, 0, 2});
   for (auto [rows, eps, size, t] : std::vector<std::tuple<int, double, int, Values>>{
@@ -413,6 +435,10 @@ TEST(NQSymMatrixSweep, RedundantRowsEndAsZeroAndGiveAGeneralisedInverse) {
   g.SetElem(0, 1, g.GetElem(0, 1) + 0.1);
   EXPECT_GT(g.CheckGMG(m, 1e-12, nonRedundant), 0);
   EXPECT_EQ(g.CheckGMG(NQSymMatrix(3, true), 1e-12, nonRedundant), -1);
+  EXPECT_EQ(FromPacked({0.5}).CheckGMG(FromPacked({2}), 0, nonRedundant), 0);
+  // G M G is G (1 + 2^-20), too far from G for this eps.
+  EXPECT_EQ(FromPacked({0x1p-40}).CheckGMG(FromPacked({0x1p40 + 0x1p20}), 0x1p-21, nonRedundant),
+            1);
 }
 
 TEST(NQSymMatrixSweep, CallsGoThroughTheInterface) {

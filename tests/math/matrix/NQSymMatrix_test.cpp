@@ -32,16 +32,29 @@ TEST(NQSymMatrix, ShapeAndBlocks) {
   EXPECT_TRUE(s.SetNBlocks(3) && s.GetBlockSize() == 2 && s.GetElem(2, 1, 1, 0) == 17);
   EXPECT_TRUE(s.ExtractDiagBlock(1, part) && part.AsVector() == Values({5, 8, 9}));
   EXPECT_TRUE(s.ExtractBlockInLowTriangular(2, 0, part) && part.AsVector() == Values({10, 15, 16}));
-  EXPECT_TRUE(s.ExtractBlockAndLastRow(0, part) &&
-              part.AsVector() == Values({0, 1, 2, 15, 16, 20}));
+  EXPECT_TRUE(s.ExtractBlockAndLastRow(1, part) &&
+              part.AsVector() == Values({5, 8, 9, 17, 18, 20}));
+  Values v;
+  EXPECT_TRUE(s.ExtractPartOfLastRow(4, 2, v) && v == Values({19, 20}));
   NQ_EXPECT_REFUSED(s.SetNBlocks(4), s.SetNBlocks(0), NQSymMatrix(4, true).SetNBlocks(3),
-                    s.ExtractDiagBlock(3, part), s.ExtractBlockInLowTriangular(-1, 0, part));
+                    s.ExtractDiagBlock(3, part), s.ExtractBlockInLowTriangular(-1, 0, part),
+                    s.ExtractBlockInLowTriangular(3, 0, part),
+                    s.ExtractBlockInLowTriangular(0, 3, part), s.ExtractBlockAndLastRow(3, part));
+  NQSymMatrix one = FromPacked({5});
+  EXPECT_TRUE(one.SetNBlocks(1) && one.ExtractDiagBlock(0, part) && part.GetElem(0) == 5 &&
+              one.ExtractPartOfLastRow(1, 0, v) && v.empty() &&
+              one.ExtractBlockAndLastRow(0, part) && part.AsVector() == Values({5, 5, 5}));
 
   const NQSymMatrix moved = std::move(s);
   EXPECT_EQ(moved.GetNBlocks(), 3);  // NOLINTNEXTLINE(bugprone-use-after-move): left empty
   EXPECT_TRUE(s.GetNRows() == 0 && s.AsVectorConst().empty());
-  EXPECT_TRUE(NQSymMatrix(3, 2, true).GetNRows() == 6 && !NQSymMatrix(3, -2, true).GetNRows());
+  for (const auto& [nb, bs, wanted] :
+       {std::tuple{3, 2, Indices{3, 2, 6}}, {1, 1, {1, 1, 1}}, {3, -2, {0, 0, 0}}}) {
+    const NQSymMatrix grid(nb, bs, true);
+    EXPECT_EQ((Indices{grid.GetNBlocks(), grid.GetBlockSize(), grid.GetNRows()}), wanted);
+  }
   EXPECT_TRUE(part.SetNRows(-5, false) && part.GetNRows() == 0 && part.GetNBlocks() == 0);
+  EXPECT_TRUE(part.SetNRows(0, false) && part.GetNBlocks() == 1);
 }
 
 // Orders whose triangle no vector holds: nothing is really allocated.
@@ -49,7 +62,7 @@ TEST(NQSymMatrix, AllocationFailureLeavesOrderMinusOne) {
   const int largest = std::numeric_limits<int>::max();
   NQSymMatrix s = FromPacked(kCounting);
   NQ_EXPECT_REFUSED(NQSymMatrix(largest, true).IsValidMatrix(), s.SetNRows(largest, true),
-                    NQSymMatrix(1 << 16, 1 << 16, true).IsValidMatrix(), s.GetNRows());
+                    NQSymMatrix(1 << 16, 1 << 16, true).GetNRows(), s.GetNRows());
   EXPECT_TRUE(s.AsVectorConst().empty());
   // An invalid matrix is safe to use.
   NQBitSet set;
@@ -72,8 +85,8 @@ static_assert(internal::SymIndex(2, 46341) == 1'073'767'313);
 
 TEST(NQSymMatrix, MechanicalOperations) {
   static const Values v{2, 3}, w{5, 1}, row{7, 8, 9}, holed{1, kNaN, 3}, nan{0, kNaN};
-  static const Indices twice{1, 1}, swapped{2, 0};
-  static const NQBitSet middle(Bits{false, true, false}), ends(Bits{true, false, true});
+  static const Indices twice{1, 1}, swapped{2, 0}, past{0, 3};
+  static const NQBitSet middle(Bits{false, true, false}), ends(Bits{true, false, true, true});
   static const NQSymMatrix counting = FromPacked(kCounting), small(1, true);
   const Values I{1, 0, 1}, zero(6);
   const struct {
@@ -84,29 +97,41 @@ TEST(NQSymMatrix, MechanicalOperations) {
   } rows[] = {
       {kCounting, NQ_OP(r.AddToDiagonalPart(1, 1, 5)), {1, 2, 8, 4, 5, 6}},
       {I, NQ_OP(!r.AddToDiagonalPart(1, 2, 5) && !r.UpdateXX(v, 0)), I},
+      {I, NQ_OP(!r.UpdateXXNonRedun(v, ends, 0) && r.UpdateZZ({}, 2, 1)), I},
+      {zero, NQ_OP(r.SetData(kCounting)), kCounting},
       {kCounting, NQ_OP(r.PutRow(1, row)), {1, 7, 8, 4, 9, 6}},
       {kCounting, NQ_OP(r.ZeroOut(1)), {1, 0, 0, 4, 0, 6}},
-      {kCounting, NQ_OP(r.SetCovarZeros(middle)), {1, 0, 3, 4, 0, 6}},
+      {kCounting, NQ_OP(r.SetCovarZeros(ends)), {1, 0, 3, 0, 0, 6}},
+      {kCounting, NQ_OP(r.ZeroOutRedundant(middle)), {0, 0, 3, 0, 0, 0}},
       {kCounting, NQ_OP(r.DeleteOneRow(1)), {1, 4, 6}},
-      {{-8, 1, 0.5}, NQ_OP((r.ZeroOutAllSmall(0.125), true)), {-8, 1, 0}},
+      {{-0.5, 0.0625, 0.03125}, NQ_OP((r.ZeroOutAllSmall(0.125), true)), {-0.5, 0.0625, 0}},
       {{4, 1, -4, 3, 2, 9}, NQ_OP((r.ZeroOutNonDiag(0.5), true)), {4, 0, -4, 0, 0, 9}},
       {{1e200, 1e199, 1e200}, NQ_OP((r.ZeroOutNonDiag(0.01), true)), {1e200, 1e199, 1e200}},
-      {{1, 2, 100, 3, 4, 1}, NQ_OP((r.ZeroOutRowsForSmallDiag(0.5), true)), {1, 2, 100, 0, 0, 0}},
+      {{0.125, 2, 100, 3, 4, 1},
+       NQ_OP((r.ZeroOutRowsForSmallDiag(0.5), true)),
+       {0.125, 2, 100, 0, 0, 0}},
+      {{0, 1, 4, 1, 1, 2}, NQ_OP((r.ZeroOutRowsForSmallDiag(0.5), true)), {0, 0, 4, 0, 1, 2}},
+      {{0, 1, 1}, NQ_OP((r.ZeroOutRowsForSmallDiag(0), true)), {0, 1, 1}},
       {{-1, 1, 8, 1, 1, 0.5}, NQ_OP(r.ReplaceDiagZeroes(0.0625)), {8, 1, 8, 1, 1, 8}},
+      {{8, 1, 0.75}, NQ_OP(r.ReplaceDiagZeroes(0.0625)), {8, 1, 0.75}},
+      {{0, 1, 0.5}, NQ_OP(r.ReplaceDiagZeroes(0)), {0.5, 1, 0.5}},
       {{-1, 1, 0}, NQ_OP(!r.ReplaceDiagZeroes(0.1)), {-1, 1, 0}},
-      {{1, 1, 1, -2, 0.5, 1}, NQ_OP(r.AdjustOffDiagCorr(0.25)), {1, 0.75, 1, -0.75, 0.5, 1}},
-      {{1, 1, 1}, NQ_OP(!r.AdjustOffDiagCorr(kNaN)), {1, 1, 1}},
+      {{1, 1, 1, -1, 0.5, 1}, NQ_OP(r.AdjustOffDiagCorr(0.25)), {1, 0.75, 1, -0.75, 0.5, 1}},
+      {{1, -2, 1}, NQ_OP(r.AdjustOffDiagCorr(0)), {1, -1, 1}},
+      {{1, 1, 1}, NQ_OP(!r.AdjustOffDiagCorr(kNaN) && !r.AdjustOffDiagCorr(1)), {1, 1, 1}},
       {I, NQ_OP(r.UpdateXX(v, 0.5)), {3, 3, 5.5}},
       {{0, 0, 0}, NQ_OP(r.UpdateXX(nan, 1)), {0, kNaN, kNaN}},
       {{5, 6, 10}, NQ_OP(r.UpdateXXPosNegW(v, -1)), I},
       {zero, NQ_OP(r.UpdateXXNonRedun(holed, ends, 0.5)), {0.5, 0, 0, 1.5, 0, 4.5}},
       {zero, NQ_OP(r.UpdateZZ(v, 1, 2)), {0, 0, 8, 0, 12, 18}},
       {zero, NQ_OP(!r.UpdateZZ(v, 2, 2)), zero},
-      {I, NQ_OP(r.IncrementByVV(v, -1)), {-3, -6, -8}},
+      {I, NQ_OP(r.IncrementByVV(v, -2)), {-7, -12, -17}},
       {{}, NQ_OP(r.SetToVW(v, w)), {20, 17, 6}},
       {{}, NQ_OP(r.SetToVV(v)), {4, 6, 9}},
       {I, NQ_OP(!r.ExpandSym(twice, 3, r) && !small.ExtractFirstNRows(r)), I},
+      {I, NQ_OP(!r.ExpandSym(past, 3, r)), I},
       {{1, 2, 3}, NQ_OP(r.ExpandSym(swapped, 3, r)), {3, 0, 0, 2, 0, 1}},
+      {{}, NQ_OP(r.ExpandSym({}, 0, r)), {}},
       {{0, 0, 0, 0, 0, 9}, NQ_OP(r.ReplaceFirstRows(counting, 2)), {1, 2, 3, 0, 0, 9}},
       {I, NQ_OP(counting.ExtractFirstNRows(r)), {1, 2, 3}},
 
@@ -133,8 +158,8 @@ TEST(NQSymMatrix, ExtremesAndReferenceValues) {
   Values t;
   s.GetNCheckDiagonal(t, 5, 7);
   EXPECT_EQ(t, Values({2, 2, 2}));
-  s.GetNCheckDiagonalOld(t, 0.5, 7);
-  EXPECT_EQ(t, Values({2, 7, 7}));
+  FromPacked({2, 0, 8, 0, 0, kNaN}).GetNCheckDiagonalOld(t, 0.25, 7);
+  EXPECT_EQ(t, Values({7, 8, 7}));
   NQSymMatrix(1, true).MaxMinDiagOffDiag(maxDiag, minDiag, maxOff, minOff);
   EXPECT_EQ(maxOff, 0);
 }

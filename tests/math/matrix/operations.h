@@ -243,7 +243,7 @@ inline const Operation<INQRectMatrix, RectInputs> kRectOperations[] = {
     NQ_RESIZES(s.Resize(-1, in.n)),
     NQ_RESIZES(s.SetNRowsCols(in.m + 1, in.n + 1, true)),
     NQ_ROW((s.Clear(), +s.IsRowZero(0))),
-    NQ_ROW(s.ZeroOutRowPart(in.last - 1, 1, in.n - 1)),
+    NQ_ROW(s.ZeroOutRowPart(in.last - 1, 1, in.n - 2)),
     NQ_ROW(s.CopyRows(*in.same.r, 1, in.last)),
     NQ_ROW(s.CopyRows(s, 1, in.last)),
     NQ_ROW(s.CopyRowToRow(in.last, 1, in.d) && in.d.GetRow(1, out.v)),

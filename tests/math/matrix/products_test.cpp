@@ -89,6 +89,12 @@ TEST(NQRectMatrixProduct, BlocksAndNothing) {
   EXPECT_EQ(ToDense(in.s), (Dense{{0, 0}, {0, 0}}));
   EXPECT_TRUE(NQSymMatrix(0, true).ComputeRSRTrans(NQRectMatrix(1, 0, true), in.s));
   EXPECT_EQ(ToDense(in.s), (Dense{{0}}));
+  double trace = 7;
+  EXPECT_TRUE(NQRectMatrix(0, 3, true).ComputeBlockDiagSR(NQSymMatrix(), out) &&
+              out.GetNCols() == 3 && NQRectMatrix().TraceOfProductSqS(NQSymMatrix(), trace) &&
+              NQSymMatrix().ComputeLV({}, {}, in.v));
+  EXPECT_EQ(trace, 0);
+  EXPECT_EQ(in.v, Values());
 }
 
 // Beside what substitution_test.cpp has.
@@ -105,7 +111,8 @@ TEST(NQRectMatrixProduct, WhatDoesNotFitIsRefused) {
                     in.r.ComputeR1TransSR2(s, in.c, out), in.r.ComputeAXpY(1, in.b),
                     in.r.ComputeAXpY(1, in.s), in.r.SubtractSymMatrix(in.s, 1),
                     in.r.TraceOfProductSqS(in.s, trace),
-                    in.r.TraceOfProductSubMatSym(0, 1, in.s, trace), in.r.ComputeVRW(v, v),
+                    in.r.TraceOfProductSubMatSym(0, 1, in.s, trace),
+                    in.r.TraceOfProductSubMatSym(3, 0, in.s, trace), in.r.ComputeVRW(v, v),
                     in.r.DotProductColCol(0, in.b, 0));
   EXPECT_EQ(ToDense(in.r), before);
   EXPECT_EQ(out.GetNRows(), 0);
@@ -123,22 +130,30 @@ TEST(MatrixProducts, Numbers) {
     const Dense R = ToDense(given.r), C = ToDense(given.c);
     const Values reversed(given.v.rbegin(), given.v.rend()),
         shifted(given.v.begin(), given.v.end() - 1);
-    Values both = given.w;
-    both.insert(both.end(), given.v.begin(), given.v.end());
+    Values both{7};
+    for (const Values& values : {given.w, given.v})
+      both.insert(both.end(), values.begin(), values.end());
     NQ_EXPECT_NUMBER(s.ComputeVSV(given.v), Trans(V) * S * V);
     NQ_EXPECT_NUMBER(s.ComputeVSW(given.v, given.w), Trans(V) * S * W);
     NQ_EXPECT_NUMBER(s.ComputeVSW(given.v.data(), n, given.w.data(), n), Trans(V) * S * W);
-    NQ_EXPECT_NUMBER(s.ComputeVSW(both, n, 0), Trans(V) * S * W);
+    NQ_EXPECT_NUMBER(s.ComputeVSW(both, n + 1, 1), Trans(V) * S * W);
     NQ_EXPECT_NUMBER(s.ComputeVSWParts(given.v, 0, given.w, 0), Trans(V) * S * W);
     double part = 0, before = 0, after = 0, first = 0;  // rows 1 .. n-1, column 0
     for (std::size_t i = 0; i < shifted.size(); ++i) part += shifted[i] * S[i + 1][0] * given.w[0];
     EXPECT_EQ(s.ComputeVSWParts(shifted, 1, {given.w[0]}, 0), part);
     EXPECT_EQ(s.ComputeDotProduct2Rows(0, last), (S * S)[0].back());
     EXPECT_EQ(s.ComputeRowDotProductS(last, given.g, 0), (S * G).back()[0]);
-    for (std::size_t j = 0; j < S.size() / 2; ++j) first += S.back()[j] * given.v[j];
-    ASSERT_TRUE(s.ComputeRowDotProductS(last, given.v, 0, n / 2, before, after));
-    EXPECT_EQ((Values{before, before + after}), (Values{first, (S * V).back()[0]}));
+    double whole = 0;  // columns 1 .. n-1, the first of them before n / 2
+    for (std::size_t j = 1; j < S.size(); ++j) {
+      whole += S.back()[j] * shifted[j - 1];
+      if (j < S.size() / 2) first = whole;
+    }
+    ASSERT_TRUE(s.ComputeRowDotProductS(last, shifted, 1, n / 2, before, after));
+    EXPECT_EQ((Values{before, before + after}), (Values{first, whole}));
     EXPECT_EQ(s.ComputeRVD(last, reversed, -1), (S * V).back()[0]);
+    NQ_EXPECT_NUMBER(s.ComputeVSW(both, 1, n + 1), Trans(V) * S * W);
+    EXPECT_EQ(s.ComputeRowDotProductS(last, given.v), (S * V).back()[0]);
+    NQ_EXPECT_NUMBER(s.Trace(), TraceOf(S));
     NQ_EXPECT_NUMBER(s.TraceOfProduct(given.g), TraceOf(S * G));
     NQ_EXPECT_NUMBER(s.TraceOfProductOfThree(given.g, s), TraceOf(S * G * S));
     NQ_EXPECT_NUMBER(in.r.ComputeVRW(in.v, in.w), Trans(V) * R * W);

@@ -121,6 +121,7 @@ TEST(NQDiagMatrix, WritesOffTheDiagonal) {
                     d.ComputeAXpY(1, NQDiagMatrix(2, true)));
   EXPECT_TRUE(d.ComputeAXpY(2, d) && d.ReplaceDiagonal({d.GetElem(0), d.GetElem(1), 1}));
   EXPECT_EQ(ToDense(d), (Dense{{12, 0, 0}, {0, 24, 0}, {0, 0, 1}}));
+  EXPECT_TRUE(d.Resize(0) && d.AsVectorConst().empty() && d.ReplaceDiagonal({}));
 }
 
 // A diagonal result goes into a diagonal matrix too, an operand included; no other result does.
