@@ -13,8 +13,7 @@ std::size_t TriangleShape::Count() const {
 }
 
 std::size_t RectShape::Count() const {
-  if (fNRows <= 0 || fNCols <= 0) return 0;
-  return static_cast<std::size_t>(fNRows) * static_cast<std::size_t>(fNCols);
+  return fNRows < 0 ? 0 : static_cast<std::size_t>(fNRows) * static_cast<std::size_t>(fNCols);
 }
 
 template <class Shape>

@@ -76,15 +76,14 @@ int NQEigenValues::SetHMatrix(const NQSymMatrix& h) {
   fNRows = fmH.GetNRows();
   if (!fIsValidE) return fNRows;
   const bool ofSameOrder = fmE.GetNRows() == fNRows;
-  if (ofSameOrder && GuardMemory(false, [&] { return TransformH(); })) return fNRows;
+  if (ofSameOrder && TransformH()) return fNRows;
   DropE();
   return fNRows = ofSameOrder ? -1 : fNRows;
 }
 
 bool NQEigenValues::SetEMatrix(const NQSymMatrix& e) {
   DropResults();
-  fIsValidE =
-      e.GetNRows() == fNRows && GuardMemory(false, [&] { return FactorE(e) && TransformH(); });
+  fIsValidE = e.GetNRows() == fNRows && FactorE(e) && TransformH();
   if (!fIsValidE) DropE();
   return fIsValidE;
 }
@@ -133,10 +132,10 @@ void NQEigenValues::TriDiag() {
 
 // EigenValuesTQLI returns 0, l + 1 when eigenvalue l did not converge, or -1 when sizes do not fit.
 int NQEigenValues::EigenValuesTQLI() {
-  const auto n = static_cast<std::size_t>(std::max(fNRows, 0));
+  const auto n = static_cast<std::size_t>(fNRows);
   if (n < 1 || fvDiag3.size() != n || fvSubdiag3.size() != n) return -1;
   // Without vectors there is no matrix for rotations, and none are made.
-  if (fComputeVectors && !fmEigenVectors.SetNRowsCols(fNRows, fNRows, true)) return -1;
+  if (fComputeVectors && !fmEigenVectors.Resize(fNRows, fNRows)) return -1;
   fmEigenVectors.AddToDiagonal(1);
   internal::RotationBatch rotations(fmEigenVectors.GetRowPtr(0), n);
   fNEigenVal =

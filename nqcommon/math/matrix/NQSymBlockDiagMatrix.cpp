@@ -64,10 +64,9 @@ NQSymBlockDiagMatrix::~NQSymBlockDiagMatrix() = default;
 void NQSymBlockDiagMatrix::ClearAll() { *this = NQSymBlockDiagMatrix(); }
 
 // Fail leaves what a failed allocation leaves.
-bool NQSymBlockDiagMatrix::Fail() {
+void NQSymBlockDiagMatrix::Fail() {
   ClearAll();
   fNRows = -1;
-  return false;
 }
 
 // ---- Structure ---------------------------------------------------------------------------------
@@ -116,11 +115,11 @@ template int NQSymBlockDiagMatrix::Append(NQSymMatrix block);
 template int NQSymBlockDiagMatrix::Append(NQDiagMatrix block);
 
 int NQSymBlockDiagMatrix::AddBlock(const std::vector<double>& diagonal) {
-  return diagonal.empty() || fNRows < 0 ? -1 : Append(NQDiagMatrix(diagonal));
+  return diagonal.empty() ? -1 : Append(NQDiagMatrix(diagonal));
 }
 
 int NQSymBlockDiagMatrix::AddBlock(const INQSymMatrix& m) {
-  if (m.GetNRows() < 1 || fNRows < 0) return -1;
+  if (m.GetNRows() < 1) return -1;
   if (const NQSymMatrix* dense = internal::AsDenseSym(m)) return Append(NQSymMatrix(*dense));
   if (const NQDiagMatrix* diagonal = internal::AsDiagonal(m))
     return Append(NQDiagMatrix(*diagonal));
@@ -303,19 +302,19 @@ bool NQSymBlockDiagMatrix::ComputeAXpY(double a, const INQSymMatrix& x) {
   return true;
 }
 
-// A block of one row has no entries off its diagonal, and answers 0 for them.
+// A block of one row answers 0 for its entries off the diagonal: there are such zeros beside it, or
+// it is all there is.
 void NQSymBlockDiagMatrix::MaxMinDiagOffDiag(double& maxDiag, double& minDiag, double& maxOff,
                                              double& minOff) const {
   MaxMinDiag(maxDiag, minDiag);
   internal::Extremes off;
   ForEachBlock([&](const INQSymMatrix& block, int) {
+    if (block.GetNRows() < 1) return;
     double unused = 0, max = 0, min = 0;
     block.MaxMinDiagOffDiag(unused, unused, max, min);
-    if (block.GetNRows() > 1) {
-      off.Add(max);
-      off.Add(min);
-    }
-    if (block.GetNRows() > 0 && block.GetNRows() < fNRows) off.Add(0);
+    off.Add(max);
+    off.Add(min);
+    if (block.GetNRows() < fNRows) off.Add(0);
   });
   maxOff = off.Max();
   minOff = off.Min();

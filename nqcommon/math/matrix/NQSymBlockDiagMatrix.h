@@ -249,7 +249,7 @@ class NQ_API NQSymBlockDiagMatrix : public INQSymMatrix {
     for (int b = 0; b < GetNBlocks(); ++b) f(Block(b), fvBlocks[At(b)].start);
   }
 
-  bool Fail();
+  void Fail();
   // SetBlockIndicesForRow gives the rows that the table has not got yet to the last block.
   void SetBlockIndicesForRow();
   template <class Matrix>

@@ -25,9 +25,7 @@ class GrowingRun {
   double GetAt(int k) const { return fvValues[Position(static_cast<std::size_t>(k))]; }
 
  private:
-  std::size_t Position(std::size_t k) const {
-    return fFirst + k * fInc + (k > 0 ? RowStart(k - 1) : 0);
-  }
+  std::size_t Position(std::size_t k) const { return fFirst + k * fInc + k * (k - 1) / 2; }
 
   const std::vector<double>& fvValues;
   std::size_t fFirst, fInc;

@@ -195,13 +195,9 @@ void NQSymMatrix::ZeroOutNonDiag(double eps) {
 }
 
 void NQSymMatrix::ZeroOutAllSmall(double eps) {
-  if (!(eps > 0)) return;
   double largest = 0;
-  for (std::size_t i = 0; i < Order(); ++i) {
-    const double size = std::fabs(fvData[DiagIndex(i)]);
-    if (size > largest) largest = size;
-  }
-  if (!(eps * largest > 0)) return;
+  for (std::size_t i = 0; i < Order(); ++i)
+    largest = std::max(largest, std::fabs(fvData[DiagIndex(i)]));
   for (double& s : fvData) {
     if (std::fabs(s) < eps * largest) s = 0;
   }
@@ -212,7 +208,7 @@ void NQSymMatrix::ZeroOutRowsForSmallDiag(double eps) {
   double running = 0;
   for (int i = 0; i < fNRows; ++i) {
     const double size = std::fabs(GetElem(i, i));
-    if (size > running) running = size;
+    running = std::max(running, size);
     if (running == 0 || size / running < eps) ZeroOut(i);
   }
 }

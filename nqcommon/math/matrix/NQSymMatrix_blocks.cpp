@@ -48,7 +48,7 @@ bool NQSymMatrix::AugmentUsingBlockDiagL(const NQSymBlockDiagMatrix& l) {
   NQSymMatrix corner;
   if (!IsRun(fNRows, 0, n) || !SubSymBlockLTSBlockL(0, l, corner)) return false;
   NQRectMatrix border;  // the rows below the corner
-  if (n < fNRows && !SubSymRectTBlockL(0, n, fNRows - n, l, border)) return false;
+  if (!SubSymRectTBlockL(0, n, fNRows - n, l, border)) return false;
   corner.AddToDiagonal(1.0);
   ReplaceFirstRows(corner, n);
   for (int i = n; i < fNRows; ++i)

@@ -66,7 +66,7 @@ bool NQSymMatrix::ExtractPartOfLastRow(int first, int count, std::vector<double>
 }
 
 bool NQSymMatrix::GetRegCoeffs(std::vector<double>& out, const NQBitSet& set) const {
-  if (fNRows < 1 || !ExtractPartOfLastRow(0, fNRows - 1, out)) return false;
+  if (!ExtractPartOfLastRow(0, fNRows - 1, out)) return false;
   for (std::size_t j = 0; j < out.size(); ++j) {
     if (!set.IsIn(static_cast<int>(j))) out[j] = 0;
   }
@@ -78,8 +78,7 @@ bool NQSymMatrix::GetRegression(const NQBitSet& set, const std::vector<double>& 
                                 NQSymMatrix& inverse) const {
   const int target = fNRows - 1;
   std::vector<double> b;
-  if (fNRows < 1 || (!means.empty() && !HasOrder(means.size())) || !GetRegCoeffs(b, set))
-    return false;
+  if ((!means.empty() && !HasOrder(means.size())) || !GetRegCoeffs(b, set)) return false;
   return NQCommon_940::GuardMemory(false, [&] {
     b.insert(b.begin(), 0.0);
     // Swept rows hold minus the inverse of the predictors' products.

@@ -95,8 +95,7 @@ bool NQSymMatrix::SweepOrig(int k, double eps, const double* t, NQBitSet& swept,
 bool NQSymMatrix::SweepOnAll(double eps, NQBitSet& swept, bool check, bool zeroRedundant,
                              bool changeSign, std::vector<double>* t) {
   return GuardMemory(false, [&] {
-    if (swept.Size() != fNRows) swept.Resize(fNRows, false);
-    swept.Clear();
+    swept.Resize(fNRows, false);
     std::vector<double> diagonal;
     std::vector<double>& reference = ReferenceValues(*this, t, diagonal);
     if (swept.Size() < fNRows || (!t && diagonal.size() < Order())) return false;
@@ -104,7 +103,7 @@ bool NQSymMatrix::SweepOnAll(double eps, NQBitSet& swept, bool check, bool zeroR
     if (check) fits = fits && !(eps <= 0) && RaiseReferences(reference);
     if (fits)
       SweepListed(*this, FirstRows(fNRows), eps, reference, std::vector<bool>(Order()), swept);
-    if (zeroRedundant && swept.InSet() < fNRows) ZeroOutRedundant(swept);
+    if (zeroRedundant) ZeroOutRedundant(swept);
     if (changeSign) ChangeSign();
     return fits;
   });

@@ -254,8 +254,7 @@ void DeterminantInverse(const View& t, const int* kpvt, double* det, int* inert,
                         int job) {
   const bool wantInertia = job / 100 % 10 != 0;
   const bool wantDeterminant = job / 10 % 10 != 0;
-  if (wantInertia || wantDeterminant)
-    DeterminantInertia(t, kpvt, wantDeterminant ? det : nullptr, wantInertia ? inert : nullptr);
+  DeterminantInertia(t, kpvt, wantDeterminant ? det : nullptr, wantInertia ? inert : nullptr);
   if (job % 10 != 0) Invert(t, kpvt, work);
 }
 

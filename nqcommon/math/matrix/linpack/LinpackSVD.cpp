@@ -88,7 +88,7 @@ void SingularValues::ReflectRight(int l, double* work) {
   double* v = fE + l + 1;
   fE[l] = -internal::MakeReflector(fP - l - 1, v);
   const int rows = fN - l - 1;
-  if (rows > 0 && fE[l] != 0) {
+  if (fE[l] != 0) {
     std::fill(work + l + 1, work + fN, 0.0);
     for (int j = l + 1; j < fP; ++j) Blas1::Daxpy(rows, fE[j], fX.At(l + 1, j), 1, work + l + 1, 1);
     for (int j = l + 1; j < fP; ++j)
