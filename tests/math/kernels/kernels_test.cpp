@@ -298,6 +298,22 @@ TEST(Tridiagonal, EveryInstructionSetSolvesToTheSameBits) {
   }
 }
 
+// The square of the second differences (-1, 2, -1), whose rows begin with zeros.
+TEST(Tridiagonal, KnownEigenvalues) {
+  Values s(RowStart(20));
+  for (std::size_t i = 0; i < 20; ++i) {
+    s[DiagIndex(i)] = i % 19 == 0 ? 5 : 6;
+    if (i > 0) s[LowerIndex(i, i - 1)] = -4;
+    if (i > 1) s[LowerIndex(i, i - 2)] = 1;
+  }
+  Values eigenvalues = Solve(s, 20, BestIsa());
+  std::sort(eigenvalues.data(), eigenvalues.data() + 20);
+  for (std::size_t i = 0; i < 20; ++i) {
+    const double root = 2 * std::sin(static_cast<double>(i + 1) / 42 * std::acos(-1));
+    EXPECT_NEAR(eigenvalues[i], root * root * root * root, 1e-14);
+  }
+}
+
 // Sequences of all lengths, none included, that overlap, lie apart or cover everything, several
 // batches of them; the numbers of rows put the strips' ends everywhere.
 TEST(PlaneRotations, BatchesEqualOneRotationAfterTheOther) {
