@@ -1,9 +1,8 @@
 #!/usr/bin/python3
-"""Writes chart_histogram.inc and chart_scatter.inc: weighted cases with what their charts show.
+"""Writes chart_histogram.inc: weighted cases with what their histogram shows.
 
-Histogram row: {name, {nBins, min, max}, {{f, r, x}}, {mean, tolerance, std. deviation, tolerance},
-{{mean, sum of f}} of the bins}. Scatter row: {name, {nBinsX, nBinsY, minX, minY, maxX, maxY},
-{{f, r, x, y}}, {{mean of x, mean of y, sum of f}} of the cells}. Bins and cells are those with cases.
+A row: {name, {nBins, min, max}, {{f, r, x}}, {mean, tolerance, std. deviation, tolerance}, {{mean,
+sum of f}} of the bins with cases}.
 The numbers are exact rationals rounded to double once, the deviation by a square root of 50 digits.
 The tolerances are relative: n roundings of numbers as large as the largest value.
 """
@@ -60,36 +59,19 @@ def histogram(name, shape, cases):
         name, braces(shape), braces([braces(c) for c in cases]), braces(got), braces(rows))
 
 
-def scatter(name, shape, cases):
-    nx, ny, lx, ly, hx, hy = (Fraction(v) for v in shape)
-    exact = [tuple(Fraction(v) for v in c) for c in cases]
-    cells = grouped(exact, lambda c: (bin_of(c[2], lx, hx, int(nx)), bin_of(c[3], ly, hy, int(ny))))
-    rows = [braces([mean([(f * r, x) for f, r, x, _ in c]), mean([(f * r, y) for f, r, _, y in c]),
-                    sum(c[0] for c in c)]) for c in cells]
-    return '{"%s", %s,\n %s,\n %s},\n' % (
-        name, braces(shape), braces([braces(c) for c in cases]), braces(rows))
-
-
-def some(count, columns, offset, f=(1.0,), r=(1.0,)):
+def some(count, offset, f=(1.0,), r=(1.0,)):
     """Dyadic values, most of them within 0 .. 8 of the offset."""
-    return [(f[i % len(f)], r[i % len(r)],
-             *(offset + random.randrange(-32, 160) / 16 for _ in range(columns))) for i in range(count)]
+    return [(f[i % len(f)], r[i % len(r)], offset + random.randrange(-32, 160) / 16)
+            for i in range(count)]
 
 
 HISTOGRAMS = [
-    ("weights of 1", (4, 0.0, 8.0), some(9, 1, 0.0)),
-    ("both weights", (5, 0.0, 8.0), some(10, 1, 0.0, (2.0, 0.5, 3.0), (0.25, 1.5))),
-    ("about 1e9", (3, 1e9, 1e9 + 8), some(8, 1, 1e9, (1.0, 2.0))),
-    ("huge ratio of weights", (2, 0.0, 8.0), some(6, 1, 0.0, (2.0**-40, 1.0, 2.0**40))),
+    ("weights of 1", (4, 0.0, 8.0), some(9, 0.0)),
+    ("both weights", (5, 0.0, 8.0), some(10, 0.0, (2.0, 0.5, 3.0), (0.25, 1.5))),
+    ("about 1e9", (3, 1e9, 1e9 + 8), some(8, 1e9, (1.0, 2.0))),
+    ("huge ratio of weights", (2, 0.0, 8.0), some(6, 0.0, (2.0**-40, 1.0, 2.0**40))),
 ]
-SCATTERS = [
-    ("two by three", (2, 3, 0.0, 0.0, 8.0, 6.0), some(12, 2, 0.0, (1.0, 2.5), (1.0, 0.5, 4.0))),
-    ("one bin of Y", (3, 0, 0.0, 0.0, 6.0, 8.0), some(6, 2, 0.0)),
-]
-
 here = os.path.dirname(os.path.abspath(__file__))
-for file, build, table in (("chart_histogram.inc", histogram, HISTOGRAMS),
-                           ("chart_scatter.inc", scatter, SCATTERS)):
-    with open(os.path.join(here, file), "w") as out:
-        out.write("// written by chart_data.py\n")
-        out.writelines(build(*row) for row in table)
+with open(os.path.join(here, "chart_histogram.inc"), "w") as out:
+    out.write("// written by chart_data.py\n")
+    out.writelines(histogram(*row) for row in HISTOGRAMS)

@@ -65,18 +65,6 @@ TEST(NQHistogramData, ExactRationalsWeightsOfZeroAndCancellation) {
   }
 }
 
-TEST(NQScatterPlotData, ExactRationals) {
-  const std::tuple<const char*, Doubles, Rows, Rows> rows[] = {
-#include "reference/chart_scatter.inc"
-  };
-  for (const auto& [label, s, cases, cells] : rows) {
-    NQScatterPlotData data(static_cast<int>(s[0]), static_cast<int>(s[1]), s[2], s[3], s[4], s[5],
-                           true);
-    for (const Doubles& c : cases) data.UpdateData(c[0], c[1], c[2], c[3]);
-    ExpectRows(Columns(data.GetNQVariateData("")), cells, 1e-14, label);
-  }
-}
-
 TEST(ChartData, LimitsOfBins) {
   NQHistogramData four(4, 0, 8, false);
   four.UpdateData(3, 1, 100);
