@@ -8,9 +8,9 @@ separates from P(X <= k) gives k, one 1e-12 above k + 1.
 import math
 import os
 
-from distributions import Table
+from distributions import Table, normal_quantile
 from incomplete import beta_tails
-from mpmath import exp, log, log1p, loggamma, mp, mpf, workdps
+from mpmath import exp, log, log1p, loggamma, mp, mpf, sqrt, workdps
 
 mp.dps = 50
 
@@ -88,6 +88,9 @@ def add_binomials(table):
         far -= 1
         above += binomial(far, 100, 0.5)
     table.add("IdfBin", (1 - 2.0 ** -48, 100, 0.5), far, 0)
+    # where doubles hold every eighth count; the normal quantile is off by far less than a count
+    n = mpf(10) ** 17
+    table.add("IdfBin", (0.1, n, 0.5), (n + normal_quantile(0.1) * sqrt(n) - 1) / 2, 2e-16)
     # powers, to an ulp or two
     for n, p in [(1000, 0.5), (3, 0.3), (40, 0.999), (10 ** 6, 7e-4), (10 ** 10, 6e-8), (7 * 10 ** 10, 9.9e-9)]:
         table.add("PdfBin", (0, n, p), binomial(0, n, p), 4e-16)

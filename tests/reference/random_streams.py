@@ -293,7 +293,7 @@ for name, method, count in (("NQRNGNormal 5 2", lambda u: 5 + 2 * normal(u), 40)
                             # both sides of where the method changes: the sum 3, the mode 0.933
                             ("NQRNGBeta 1.5 1.5", lambda u: beta(u, 1.5, 1.5), 8),
                             ("NQRNGBeta 1.4 1.5", lambda u: beta(u, 1.4, 1.5), 2),
-                            ("NQRNGBeta 2 14", lambda u: beta(u, 2, 14), 4),
+                            ("NQRNGBeta 14 2", lambda u: beta(u, 14, 2), 4),
                             ("NQRNGBeta 15.5 2", lambda u: beta(u, 15.5, 2), 2),
                             ("NQRNGBinomial 40 0.3", lambda u: binomial(u, 40, 0.3), 4),
                             ("NQRNGBinomial 1000 0.3", lambda u: binomial(u, 1000, 0.3), 6),
