@@ -320,6 +320,8 @@ TEST(LinpackTridiagonal, Solves) {
   double c[] = {0, 1, 0}, d[] = {0, 1, 0}, e[] = {1, 0, 0}, b[] = {1, 1, 1, 1};
   EXPECT_EQ(Linpack::Dgtsl(3, c, d, e, b), 3);
   EXPECT_EQ(Linpack::Dgtsl(1, c, e + 1, e, b), 1);
+  double below[] = {0, 0}, diagonal[] = {0, 1}, above[] = {1, 0};
+  EXPECT_EQ(Linpack::Dgtsl(2, below, diagonal, above, b), 1);
 }
 
 }  // namespace
