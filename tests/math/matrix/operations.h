@@ -212,7 +212,8 @@ inline const Operation<INQSymMatrix, Inputs> kSymOperations[] = {
     NQ_REFUSED(s.ComputeSV(in.none, out.v), s.ZeroOut(-1), s.ComputeLTransV({in.n}, {2}, out.v),
                s.ComputeLV({0}, {1, 1}, out.v), s.ComputeMGN(in.larger, in.g, out.rect),
                s.ComputeGMGNG(in.larger, in.m, out.rect), s.ComputeRVD(in.n, in.v.data(), 1),
-               s.ComputeRVD(0, in.none, 1), in.larger.ComputeVSV(in.r, 0)),
+               s.ComputeRVD(0, in.none, 1), in.larger.ComputeVSV(in.r, 0),
+               s.LTSolve(in.v, kNaN, out.v)),
     NQ_REFUSED(
         s.GetRow(in.n, out.v), s.PutRow(0, in.none), s.PutRow(in.n, in.zero),
         s.SetRowColToConst(-1, 0), s.IncrVecByRow(0, in.none, 3), s.IsZeroRow(-1, in.first),
