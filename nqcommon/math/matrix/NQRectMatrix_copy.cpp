@@ -119,14 +119,13 @@ bool NQRectMatrix::Expand(const NQBitSet& set, bool byRows, NQRectMatrix& out) c
 
 bool NQRectMatrix::ExpandRectangular(const NQBitSet& rows, const NQBitSet& columns,
                                      NQRectMatrix& out) const {
-  return rows.InSet() == fNRows && columns.InSet() == fNCols && GuardMemory(false, [&] {
-           return Make(rows.Size(), columns.Size(), &out, [&](NQRectMatrix& result) {
-             const double* from = fvData.data();
-             const std::vector<int> members = MembersOf(columns);
-             for (int i : MembersOf(rows)) {
-               for (int j : members) result.SetElem(i, j, *from++);
-             }
-           });
+  return rows.InSet() == fNRows && columns.InSet() == fNCols &&
+         Make(rows.Size(), columns.Size(), &out, [&](NQRectMatrix& result) {
+           const double* from = fvData.data();
+           const std::vector<int> members = MembersOf(columns);
+           for (int i : MembersOf(rows)) {
+             for (int j : members) result.SetElem(i, j, *from++);
+           }
          });
 }
 

@@ -27,12 +27,10 @@ bool CrossProducts(const NQRectMatrix& r, bool byRows, NQSymMatrix& s, std::vect
 }  // namespace
 
 int NQRectMatrix::FindRedundancies(double eps, NQBitSet& nonRedundant, bool byRows) const {
-  return GuardMemory(-1, [&] {
-    NQSymMatrix s;
-    std::vector<double> t;
-    if (!(eps >= 0) || !CrossProducts(*this, byRows, s, t)) return -1;
-    return s.LTChol(t, eps * eps, nonRedundant, false);
-  });
+  NQSymMatrix s;
+  std::vector<double> t;
+  if (!(eps >= 0) || !CrossProducts(*this, byRows, s, t)) return -1;
+  return s.LTChol(t, eps * eps, nonRedundant, false);
 }
 
 int NQRectMatrix::FindNonRedunIndices(double eps, std::vector<int>& indices, bool byRows) const {
@@ -51,21 +49,19 @@ int NQRectMatrix::ExtractFullRank(double eps, NQRectMatrix& out, std::vector<int
 }
 
 int NQRectMatrix::CheckAddColRedundancies(const NQBitSet& set, NQBitSet& newSet) const {
-  return GuardMemory(-1, [&] {
-    NQSymMatrix s;
-    std::vector<double> t;
-    if (set.Size() > fNCols || !CrossProducts(*this, false, s, t)) return -1;
-    // ZeroOut takes a column that was found redundant out of S, where it then has no pivot.
-    for (int j = 0; j < set.Size(); ++j) {
-      if (!set.IsIn(j)) s.ZeroOut(j);
-    }
-    NQBitSet found;
-    if (s.LTChol(t, defaultepse, found, false) < 0) return -1;
-    const int old = set.Size(), added = fNCols - old;
-    for (int j = 0; j < old; ++j) found.Set(j, set.IsIn(j));
-    newSet = std::move(found);
-    return added - newSet.InRangeS(old, added);
-  });
+  NQSymMatrix s;
+  std::vector<double> t;
+  if (set.Size() > fNCols || !CrossProducts(*this, false, s, t)) return -1;
+  // ZeroOut takes a column that was found redundant out of S, where it then has no pivot.
+  for (int j = 0; j < set.Size(); ++j) {
+    if (!set.IsIn(j)) s.ZeroOut(j);
+  }
+  NQBitSet found;
+  if (s.LTChol(t, defaultepse, found, false) < 0) return -1;
+  const int old = set.Size(), added = fNCols - old;
+  for (int j = 0; j < old; ++j) found.Set(j, set.IsIn(j));
+  newSet = std::move(found);
+  return added - newSet.InRangeS(old, added);
 }
 
 // ---- Estimable functions -----------------------------------------------------------------------

@@ -54,11 +54,9 @@ int NQRectMatrix::EstimateLinearGI(const std::vector<double>& b, std::vector<dou
     const Outcome outcome = SolveSquare(*this, b, x, eps);
     if (outcome != Outcome::kSingular) return outcome == Outcome::kSolved ? 0 : -1;
   }
-  return GuardMemory(-1, [&] {
-    NQSymMatrix s;
-    std::vector<double> c;
-    return s.ComputeRTransByR(*this) && ComputeVR(b, c) ? s.LTSolve(c, eps, x) : -1;
-  });
+  NQSymMatrix s;
+  std::vector<double> c;
+  return s.ComputeRTransByR(*this) && ComputeVR(b, c) ? s.LTSolve(c, eps, x) : -1;
 }
 
 // ---- Orthogonal projection ---------------------------------------------------------------------
