@@ -97,9 +97,9 @@ TEST(Memory, MeansAndProducts) {
       NQ_ANSWERS(none, r.Merge(full)),
       NQ_ANSWERS(empty, r.Merge(full)),
       NQ_ANSWERS(empty, r.Merge(list)),
-      NQ_ANSWERS(full, r.Compute(cases, 3)),
+      NQ_ANSWERS(full, r.Compute(cases, 4)),
       NQ_ANSWERS(full, r.Update(cases, 3)),
-      NQ_ANSWERS(full, r.StartUpdateOnePass()),
+      NQ_ANSWERS(full, r.UpdateOnePass(cases, 3)),
       NQ_ANSWERS(raw, r.UpdateOnePass(cases, 3)),
       NQ_ANSWERS(raw, r.FinishUpdateOnePass()),
       NQ_ANSWERS(NQSymMatrix(), full.GetCovariances(r)),
@@ -222,21 +222,22 @@ TEST(Memory, Charts) {
   const std::vector<std::string> names = {name, name};
   // Fewer bins, and the totals.
   const auto fits = [](const char* operation, auto make, auto add, auto nBins) {
-    return MemoryCase{operation, [=](Injection& inject) {
-                        auto made = make();
-                        inject([&] { made = make(); });
-                        add(made);
-                        const bool isSmall = nBins(made) < 2;
-                        return Verdict{isSmall == inject.HasFailed() && made.GetTotalWeight() == 2};
-                      }};
+    return MemoryCase{
+        operation, [=](Injection& inject) {
+          auto made = make();
+          inject([&] { made = make(); });
+          const bool isAdded = add(made);
+          const bool isSmall = nBins(made) < 2;
+          return Verdict{isAdded && isSmall == inject.HasFailed() && made.GetTotalWeight() == 2};
+        }};
   };
   std::vector<MemoryCase> rows = {
       fits(
           "NQHistogramData", [] { return NQHistogramData(4, 0, 8, true); },
-          [](auto& c) { c.UpdateData(2, 1, 3); }, [](auto& c) { return c.GetNBins(); }),
+          [](auto& c) { return c.UpdateData(2, 1, 3); }, [](auto& c) { return c.GetNBins(); }),
       fits(
           "NQScatterPlotData", [] { return NQScatterPlotData(2, 3, 0, 0, 4, 6, true); },
-          [](auto& c) { c.UpdateData(2, 1, 3, 3); }, [](auto& c) { return c.GetNBinsX(); }),
+          [](auto& c) { return c.UpdateData(2, 1, 3, 3); }, [](auto& c) { return c.GetNBinsX(); }),
       NQ_MAKES(NQBarChartData(3, true), NQBarChartData(0, true)),
       NQ_ANSWERS(Points{points}, r.chart.UpdateData(1, 1, 3, 3)),
   };

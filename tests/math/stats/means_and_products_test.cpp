@@ -139,8 +139,8 @@ TEST(MeansXProducts, RefusedAndEmptyBlocks) {
   }
   // Raw sums are of the variables that the record had then: they cannot be finished for others.
   NQMeansXProducts record(1, true, false, false);
-  EXPECT_EACH(true, record.UpdateOnePass(ToRect({{1}, {3}}), 0), record.SetNVars(0),
-              record.SetNVars(2), !record.FinishUpdateOnePass(),
+  EXPECT_EACH(true, record.StartUpdate(), record.UpdateOnePass(ToRect({{1}, {3}}), 0),
+              record.SetNVars(0), record.SetNVars(2), !record.FinishUpdateOnePass(),
               record.UpdateOnePass(ToRect({{1, 5}}), 0), record.UpdateOnePass(ToRect({{3, 5}}), 0),
               record.FinishUpdateOnePass());
   EXPECT_EQ(ValuesOf(record), (Values{2, 2, 5, 2, 0, 0}));
@@ -273,7 +273,7 @@ TEST(AccumXProdPair, FoldsWhenTheBatchAllows) {
   // A lowered size, and a batch thrown away.
   NQAccumXProdPair pairs(2, 100), three(3, 9);
   for (const double x : {1, 2, 6}) EXPECT_TRUE(pairs.Update(0, x, 2 * x, 1));
-  EXPECT_TRUE(pairs.Merge(pairs));
+  EXPECT_EACH(true, pairs.Merge(pairs), pairs.IncrStats(0));
   EXPECT_DOUBLE_EQ(pairs.GetCovar().GetElem(0), 56.0 / 5);
   EXPECT_EACH(true, pairs.Update(0, 1, 1, 1), pairs.Update(0, 2, 2, 1));
   pairs.SetNAccum(2);
