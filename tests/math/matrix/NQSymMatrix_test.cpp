@@ -104,7 +104,7 @@ TEST(NQSymMatrix, MechanicalOperations) {
       {kCounting, NQ_OP(r.SetCovarZeros(ends)), {1, 0, 3, 0, 0, 6}},
       {kCounting, NQ_OP(r.ZeroOutRedundant(middle)), {0, 0, 3, 0, 0, 0}},
       {kCounting, NQ_OP(r.DeleteOneRow(1)), {1, 4, 6}},
-      {{-0.5, 0.0625, 0.03125}, NQ_OP((r.ZeroOutAllSmall(0.125), true)), {-0.5, 0.0625, 0}},
+      {{0.03125, 0.0625, -0.5}, NQ_OP((r.ZeroOutAllSmall(0.125), true)), {0, 0.0625, -0.5}},
       {{4, 1, -4, 3, 2, 9}, NQ_OP((r.ZeroOutNonDiag(0.5), true)), {4, 0, -4, 0, 0, 9}},
       {{1e200, 1e199, 1e200}, NQ_OP((r.ZeroOutNonDiag(0.01), true)), {1e200, 1e199, 1e200}},
       {{0.125, 2, 100, 3, 4, 1},
