@@ -85,6 +85,11 @@ TEST(ValueRecord, NamesAndPositions) {
   EXPECT_FALSE(other.Remove("0"));
   EXPECT_EQ(other.GetName(0) + other.GetName(1) + other.GetName(2) + other.GetName(-1), "ab");
   EXPECT_EQ(other.Add("new", true), 2);
+  ValueRecord typed(Texts{"b", "i", "s"});
+  typed.SetValue(0, true), typed.SetValue(1, 7), typed.SetValue(2, "x");
+  EXPECT_EQ(typed.Get(0).GetString() + typed.Get(1).GetString() + typed.Get(2).GetString(), "17x");
+  typed.Clear();
+  EXPECT_TRUE(typed.Size() == 0 && !typed.Contains("b"));
 }
 
 static_assert(std::is_nothrow_move_constructible_v<ValueRecord>);

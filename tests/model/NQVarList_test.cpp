@@ -20,6 +20,10 @@ TEST(NQVarList, PositionsStayAndEmptySlotsAreSkipped) {
   EXPECT_EQ(list.AddContVar("age", "the second", 0, 1, V::RoleInput, Doubles{0.5}), 6);
   EXPECT_EQ(list.FindVariable("age"), 0);
   EXPECT_EQ(list.FindVariable("Age"), -1);
+  list.GetVariable("age")->SetVariableLabel("the first");
+  const NQVarList& known = list;
+  EXPECT_EQ(known.GetVariable("age")->GetVariableLabel(), "the first");
+  EXPECT_EACH(true, !known.GetVariable("Age"), known.GetEncoderAt(0) == list.GetEncoderAt(0));
   EXPECT_EACH(true, list.RemoveVar("age"), list.RemoveVar(4));
   EXPECT_EACH(false, list.RemoveVar(0), list.RemoveVar("w"), list.RemoveVar(-1), list.RemoveVar(7));
   EXPECT_EQ(list.FindVariable("age"), 6);

@@ -184,8 +184,9 @@ TEST(INQEncoder, WhatDoesNotApply) {
                      string.EncodeConst(1)}),
             Doubles(4, -1));
   EXPECT_EQ((Doubles{continuous.Encode("1"), continuous.EncodeConst("1"), rounding.Encode("1"),
-                     rounding.EncodeConst("1"), string.DecodeNum(0)}),
-            Doubles(5, kMissing));
+                     rounding.EncodeConst("1"), string.DecodeNum(0), rounding.DecodeNum(0)}),
+            Doubles(6, kMissing));
+  EXPECT_TRUE(rounding.GetValueLabels().empty() && continuous.GetValueLabels().empty());
   EXPECT_EACH(false, string.AddDiscreteUserMissing(1, ""), string.IsMissing(1),
               string.SetMissingInterval(0, 1), numeric.AddDiscreteUserMissing("1", ""),
               numeric.IsMissing("1"), continuous.SetValueLabels({"a"}),

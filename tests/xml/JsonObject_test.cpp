@@ -11,7 +11,8 @@ TEST(JsonObject, ExactBytes) {
   JsonObject pairs("b", "x");
   pairs.AddPair("a", true);
   pairs.AddPair("\xe4", 3.0);
-  pairs.AddPair("b", JsonObject(Items{JsonObject("c", 0.1), Items{}, JsonObject()}));
+  const Items none;
+  pairs.AddPair("b", JsonObject(Items{JsonObject("c", 0.1), none, JsonObject()}));
   JsonObject list(Items{false});
   list.AddToList("y");
   list.AddToList(list);

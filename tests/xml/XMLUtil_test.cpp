@@ -50,5 +50,5 @@ TEST(XMLUtil, Replaces) {
   EXPECT_EQ(text, "abbbbaX");
   XMLUtil::ReplaceAll(text, text, "a");
   EXPECT_EQ(text, "a");
-  EXPECT_EQ(XMLUtil::GetTabs(2) + XMLUtil::GetTabs(-1), "\t\t");
+  EXPECT_EQ(XMLUtil::GetTabs(2) + XMLUtil::GetTabs(-1) + XMLUtil::toString(-7), "\t\t-7");
 }

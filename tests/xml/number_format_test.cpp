@@ -50,6 +50,7 @@ TEST(NumberFormat, OnlyACallersFormatFollowsTheLocale) {
   EXPECT_EQ(GetDecimalCharacter() + Format(0.1, true, nullptr), ".0.1");
   const nqtest::CommaCLocale locale;
   EXPECT_EQ(GetDecimalCharacter() + Format(0.1, true, nullptr), ",0,1");
+  EXPECT_EQ(GetListSeparator() + GetDefaultNumericFormat(), ";%.15g");
   EXPECT_EQ(Format(1234567.5, true, "%'.1f"), "1.234.567,5");
   for (const auto& text : {ReplaceSep(1234567.5, nullptr), Format(1234567.5, false, "%f")})
     EXPECT_EQ(text, "1234567.5");

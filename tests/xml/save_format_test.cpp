@@ -42,7 +42,7 @@ TEST(SaveFormat, WholeFile) {
   writer.Value(1000000000000000);
   writer.List(Doubles{0.1 + 0.2, kMissing, 1e20, -0.0, kInf});
   EXPECT_EQ(writer.End(), 13);
-  EXPECT_EQ(EndRoot(file), 0);
+  EXPECT_EQ(EndHeader(file), 0);
   EXPECT_EQ(file.str(), want);
 
   // Escaped text, a long of 16 digits, 17 digits of a double and infinity do not survive.

@@ -34,6 +34,10 @@ TEST(RandomStreams, PublishedOutputs) {
   // One key, and none for a single 0, by an independent engine.
   twister.InitByArray(key, 1);
   EXPECT_EQ(twister.GetInteger32(), 2827967569u);
+  NQRandomTwister copy = twister;
+  const unsigned long high = copy.GetInteger32() >> 5, low = copy.GetInteger32() >> 6;
+  EXPECT_EQ(twister.GetRealRes53(),
+            (static_cast<double>(high) * 0x1p26 + static_cast<double>(low)) * 0x1p-53);
   twister.InitByArray(nullptr, 0);
   EXPECT_EQ(twister.GetInteger32(), 3626764237u);
 }

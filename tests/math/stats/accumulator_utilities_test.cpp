@@ -123,6 +123,9 @@ TEST(AccumulatorUtilities, DisplayAndNameTheirParts) {
               report.DiscreteMeasure("stepHalving") == 5, report.DiscreteMeasure("x") == -1,
               report.ScaleMeasure("x") == nqtest::kMissing, report.VectorMeasure("x") == nullptr,
               report.VectorMeasure("paramEstim") == &a, report.VectorMeasure("paramEstim3") == &c);
+  NQIterationReporter cleared = report;
+  cleared.Reset();
+  EXPECT_TRUE(Displayed(cleared) == Displayed(NQIterationReporter()));
   NQTimeUtil timer("sweep");
   timer.Decrement(-7);
   NQHashKey key(2);

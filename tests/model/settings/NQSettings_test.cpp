@@ -1,6 +1,7 @@
 #include <nqcommon/model/settings/NQNumValue.h>
 #include <nqcommon/model/settings/NQSettingListValue.h>
 #include <nqcommon/model/settings/NQSettings.h>
+#include <nqcommon/model/settings/NQStrValue.h>
 #include <nqcommon/model/settings/NQVecValue.h>
 
 #include <climits>
@@ -302,6 +303,16 @@ TEST(NQSettings, DisplaysTheTree) {
             "\nother\n  foreign\nNQSettings display end");
   EXPECT_EQ(Displayed(*settings.GetSettingAt(0)), "\nalpha = miss");
   EXPECT_EQ(Displayed(*outer.GetSettingAt(0)->GetValue()), "\nNQNumValue = -9223372036854775808");
+  NQVecValue<int> ints({7});
+  ints.GetVecValue().push_back(8);
+  EXPECT_EQ(Displayed(ints) + Displayed(NQStrValue("s")) + Displayed(NQNumValue(7)),
+            "\nNQVecValue (size = 2)\n  7 8\nNQStrValue = \"s\"\nNQNumValue = 7");
+  EXPECT_EQ(Displayed(NQVecValue<std::pair<std::string, int>>({{"a", 7}})),
+            "\nNQVecValue (size = 1)\n  \"a\" = 7");
+  EXPECT_EQ(Displayed(NQSettingListValue(Holding("x", 1))),
+            "\nNQSettingListValue (number of settings = 1)\n  x = 1");
+  outer.Clear();
+  EXPECT_EQ(outer.Size(), 0u);
 }
 
 }  // namespace
