@@ -76,7 +76,8 @@ def add_ts(table):
             if t in (-0.5, 0.0, 2.0, ncp):
                 add(table, "NonCentralPdfT", (t, df, ncp), noncentral_t_density(t, df, ncp))
     for args in [(990.0, 50, 1e3), (214.70923127365975, 0.39781118352374983, 116.38344108455858),
-                 (-30.0, 0.05, -20.0), (1.2e9, 2e4, 1.17e9), (1e155, 1e-3, 0.5), (-1e155, 1e-3, -0.5)]:
+                 (-30.0, 0.05, -20.0), (1.2e9, 2e4, 1.17e9), (1e155, 1e-3, 0.5), (-1e155, 1e-3, -0.5),
+                 (195.0, 1e5, 200.0), (201.5, 1e5, 200.0)]:
         add(table, "NonCentralCdfT", args + (0,), noncentral_t(*args))
     # x of the chi variable rounds: the square root of df epsilons
     table.add("NonCentralCdfT", (1e9, 1e9, 1e9, 0), noncentral_t(1e9, 1e9, 1e9), 1e-12)
