@@ -287,7 +287,7 @@ TEST(Tridiagonal, EveryInstructionSetSolvesToTheSameBits) {
                         [&](Isa isa) { return Solve(s, n, isa); });
   }
   EXPECT_TRUE(Solve({}, 0, BestIsa()).empty());
-  // A power of two, up to the ends of the range, changes nothing but the eigenvalues, which take it.
+  // A power of two, up to the ends of the range, changes the eigenvalues alone, which take it.
   const Values s = RandomPositiveDefinite(20), want = Solve(s, 20, BestIsa());
   for (const int power : {-1018, 1018}) {
     Values far = s;
